@@ -1,0 +1,38 @@
+#pragma once
+
+#include "LibCore/rvfExport.h"
+#include "OrvCore/RefCountedObject.h"
+#include "OrvUnstructGrid/DataPart.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace orv::ug {
+
+/// A mesh: a list of parts. States whose mesh is the same share one geometry.
+class ORV_API DataGeometry : public RefCountedObject {
+public:
+    /// Takes the next id of the process, so a geometry that replaces another one is told apart from it.
+    DataGeometry();
+    ~DataGeometry() override;
+
+    int id() const;
+
+    std::size_t partCount() const;
+    /// Asserts "index < partCount()"; null behind a failed assertion.
+    DataPart* part(std::size_t index);
+    const DataPart* part(std::size_t index) const;
+
+    /// Appends an empty part. The geometry owns it. Add parts before a state takes the geometry in.
+    DataPart* addPart(int partId);
+
+    /// The bytes of all nodes and elements.
+    std::size_t byteCount() const;
+
+private:
+    int m_id;
+    std::vector<std::unique_ptr<DataPart>> m_parts;
+};
+
+} // namespace orv::ug

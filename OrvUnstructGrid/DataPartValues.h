@@ -1,0 +1,93 @@
+#pragma once
+
+#include "LibCore/rvfExport.h"
+#include "OrvCore/Defines.h"
+#include "OrvCore/Vec3d.h"
+
+#include <cstddef>
+#include <memory>
+#include <span>
+
+namespace orv::ug {
+
+/// The values of one result on one part: plain doubles, contiguous, item after item. A missing number is
+/// UNDEFINED_DOUBLE. Items follow the order of the part's nodes or elements, as the result's mapping says.
+class ORV_API DataPartValues {
+public:
+    DataPartValues(const DataPartValues&) = delete;
+    DataPartValues& operator=(const DataPartValues&) = delete;
+
+    /// The doubles in one item.
+    std::size_t dimension() const;
+    std::size_t itemCount() const;
+
+    /// dimension() * itemCount() doubles; null when there are no items.
+    double* values();
+    const double* values() const;
+    std::span<const double> span() const;
+
+    /// Makes room for `itemCount` items, whose doubles then hold anything: write them all. The earlier values are lost,
+    /// unless the count is the same, and then nothing happens.
+    void allocate(std::size_t itemCount);
+    void fillUndefined();
+
+    std::size_t byteCount() const;
+
+protected:
+    explicit DataPartValues(std::size_t dimension);
+    ~DataPartValues();
+
+    /// Asserts "index < itemCount()"; null behind a failed assertion.
+    const double* item(std::size_t index) const;
+
+private:
+    std::size_t m_dimension;
+    std::size_t m_itemCount = 0;
+    std::unique_ptr<double[]> m_values;
+};
+
+/// One scalar for each item, with the range of the defined ones.
+class ORV_API DataPartScalar : public DataPartValues {
+public:
+    DataPartScalar();
+
+    /// Asserts "index < itemCount()"; UNDEFINED_DOUBLE behind a failed assertion, in the other classes undefined
+    /// components.
+    double value(std::size_t index) const;
+
+    /// Recomputes minimum() and maximum(). Call it after the values have been written. Values equal to
+    /// UNDEFINED_DOUBLE and NaNs are left out.
+    void updateMinMax();
+
+    /// UNDEFINED_DOUBLE until the first updateMinMax(), or when no value counts.
+    double minimum() const;
+    double maximum() const;
+
+private:
+    double m_minimum = UNDEFINED_DOUBLE;
+    double m_maximum = UNDEFINED_DOUBLE;
+};
+
+/// X, Y, Z for each item.
+class ORV_API DataPartVector : public DataPartValues {
+public:
+    DataPartVector();
+    Vec3d value(std::size_t index) const;
+};
+
+/// X, Y, Z for each item.
+class ORV_API DataPartDisplacement : public DataPartValues {
+public:
+    DataPartDisplacement();
+    Vec3d value(std::size_t index) const;
+};
+
+/// XX, YY, ZZ, XY, YZ, ZX for each item.
+class ORV_API DataPartSymmetricTensor : public DataPartValues {
+public:
+    DataPartSymmetricTensor();
+    /// The six doubles of one item; null behind a failed assertion.
+    const double* value(std::size_t index) const;
+};
+
+} // namespace orv::ug
