@@ -37,11 +37,11 @@ public:
 } // namespace rvf
 
 // The second level lets macros in a test expand first: the text tells what the compiler saw.
-#define RVF_INTERNAL_ASSERT(message, ...)                                                                              \
-    do {                                                                                                               \
-        if (!(__VA_ARGS__)) [[unlikely]] {                                                                             \
-            ::rvf::Assert::handleFailedAssert(RVF_SOURCE_PATH, __LINE__, #__VA_ARGS__, message);                       \
-        }                                                                                                              \
+#define RVF_INTERNAL_ASSERT(message, ...)                                                        \
+    do {                                                                                         \
+        if (!(__VA_ARGS__)) [[unlikely]] {                                                       \
+            ::rvf::Assert::handleFailedAssert(RVF_SOURCE_PATH, __LINE__, #__VA_ARGS__, message); \
+        }                                                                                        \
     } while (false)
 
 /// Checks a precondition. The report tells the test as it is written.

@@ -55,7 +55,8 @@ public:
         return m_parts.size();
     }
 
-    /// The values of the part at that index in the geometry; null when there is no such part, UNDEFINED_SIZE_T included.
+    /// The values of the part at that index in the geometry; null when there is no such part, UNDEFINED_SIZE_T
+    /// included.
     PartValues* part(std::size_t index) {
         return index < m_parts.size() ? m_parts[index].get() : nullptr;
     }

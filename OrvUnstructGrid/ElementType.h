@@ -58,13 +58,13 @@ enum ElementType : std::uint8_t {
 
 /// The facts about one element type.
 struct ElementTypeInfo {
-    const char* name;              ///< As tables and JSON show it, such as "hexahedron_20".
-    std::uint8_t nodeCount;        ///< Corners and mid-side nodes.
-    std::uint8_t cornerCount;      ///< Nodes without the mid-side ones.
-    std::uint8_t surfaceCount;     ///< 0 for points and beams, 1 for shells.
-    std::uint8_t edgeCount;        ///< 0 for points.
-    std::uint8_t dimension;        ///< 0 point, 1 beam, 2 shell, 3 volume.
-    bool isQuadratic;              ///< Has a mid-side node on every edge.
+    const char* name;          ///< As tables and JSON show it, such as "hexahedron_20".
+    std::uint8_t nodeCount;    ///< Corners and mid-side nodes.
+    std::uint8_t cornerCount;  ///< Nodes without the mid-side ones.
+    std::uint8_t surfaceCount; ///< 0 for points and beams, 1 for shells.
+    std::uint8_t edgeCount;    ///< 0 for points.
+    std::uint8_t dimension;    ///< 0 point, 1 beam, 2 shell, 3 volume.
+    bool isQuadratic;          ///< Has a mid-side node on every edge.
 };
 
 /// Asserts "type < ELEMENT_TYPE_COUNT"; the facts about POINT behind a failed assertion.
