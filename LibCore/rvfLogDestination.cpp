@@ -1,0 +1,7 @@
+#include "LibCore/rvfLogDestination.h"
+
+namespace rvf {
+
+LogDestination::~LogDestination() = default;
+
+} // namespace rvf
