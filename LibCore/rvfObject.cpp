@@ -7,13 +7,11 @@ namespace {
 
 // Compilers take `this` for never null and drop a plain test, yet a call through a null pointer does arrive here. The
 // report in front of the crash that follows is worth the detour over memory.
-bool isNull(const Object* object) {
+void assertThis(const Object* object, int line) {
     const Object* volatile pointer = object;
-    return !pointer;
-}
-
-void failThis(int line) {
-    Assert::handleFailedAssert(RVF_SOURCE_PATH, line, "this", nullptr);
+    if (!pointer) {
+        Assert::handleFailedAssert(RVF_SOURCE_PATH, line, "this", nullptr);
+    }
 }
 
 } // namespace
@@ -29,16 +27,12 @@ Object& Object::operator=(const Object&) {
 }
 
 void Object::addRef() const {
-    if (isNull(this)) {
-        failThis(__LINE__);
-    }
+    assertThis(this, __LINE__);
     ++m_refCount;
 }
 
 void Object::release() const {
-    if (isNull(this)) {
-        failThis(__LINE__);
-    }
+    assertThis(this, __LINE__);
     RVF_ASSERT(m_refCount > 0);
     if (--m_refCount == 0) {
         delete this;
