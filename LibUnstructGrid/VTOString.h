@@ -310,7 +310,7 @@ public:
     VTString GetFirstToken(wchar_t cSeparator, wchar_t cStartEscape, wchar_t cEndEscape, bool* pbMore = nullptr);
     VTString GetNextToken(wchar_t cSeparator, wchar_t cStartEscape, wchar_t cEndEscape, bool* pbMore = nullptr);
 
-    /// Counts tokens, but not as the walk does: a run of separators counts once, also around an escaped text; trailing
+    /// Counts tokens, but not as the walk does: a run of separators counts once; trailing
     /// separators, with nothing but control characters behind, do not count; an empty text has 1 token. `a,,b` has 2
     /// here and 3 in the walk. An escape character of 0 never matches. Asserts "cSeparator != cStartEscape" and
     /// "cSeparator != cEndEscape".

@@ -1,0 +1,113 @@
+#include "LibUnstructGrid/VTOString.h"
+
+#include "Tests/LibUnstructGrid/VTOStringSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+using orvtest::AssertRecorder;
+using orvtest::failedIn;
+using orvtest::text;
+
+namespace {
+
+// The linker sends the calls of malloc() and realloc() in this program through the functions below.
+bool outOfMemory = false;
+
+class NoMemory {
+public:
+    NoMemory() {
+        outOfMemory = true;
+    }
+    ~NoMemory() {
+        outOfMemory = false;
+    }
+};
+
+} // namespace
+
+extern "C" {
+void* __real_malloc(std::size_t size);
+void* __real_realloc(void* block, std::size_t size);
+
+void* __wrap_malloc(std::size_t size) {
+    return outOfMemory ? nullptr : __real_malloc(size);
+}
+
+void* __wrap_realloc(void* block, std::size_t size) {
+    return outOfMemory ? nullptr : __real_realloc(block, size);
+}
+}
+
+namespace {
+
+TEST(VTOStringMemory, AssignAssertsAndGivesNull) {
+    AssertRecorder recorder;
+    VTString sText(L"abc");
+    {
+        NoMemory none;
+        sText.Assign(L"longer", -1);
+    }
+    EXPECT_EQ(recorder.take(), failedIn("VTOString", {"m_pdata"}));
+    EXPECT_TRUE(sText.IsNull());
+    EXPECT_TRUE(recorder.take().empty());
+}
+
+TEST(VTOStringMemory, SetBufferLengthAnswersFalse) {
+    AssertRecorder recorder;
+    VTString sText(L"abc");
+    bool bDone = true;
+    {
+        NoMemory none;
+        bDone = sText.SetBufferLength(10);
+    }
+    EXPECT_FALSE(bDone);
+    EXPECT_EQ(text(sText), L"abc");
+    EXPECT_EQ(sText.GetBufferLength(), 4);
+    EXPECT_TRUE(recorder.take().empty());
+}
+
+TEST(VTOStringMemory, PadAnswersFalse) {
+    AssertRecorder recorder;
+    VTString sText(L"abc");
+    bool bDone = true;
+    {
+        NoMemory none;
+        bDone = sText.Pad(10, L'*', true, true);
+    }
+    EXPECT_FALSE(bDone);
+    EXPECT_EQ(text(sText), L"abc");
+    EXPECT_TRUE(recorder.take().empty());
+}
+
+TEST(VTOStringMemory, PlusAssertsAndGivesNull) {
+    AssertRecorder recorder;
+    const VTString sFirst(L"ab");
+    const VTString sSecond(L"cd");
+    outOfMemory = true;
+    const VTString sSum = sFirst + sSecond;
+    outOfMemory = false;
+    EXPECT_EQ(recorder.take(), failedIn("VTOString", {"tmpstr"}));
+    EXPECT_TRUE(sSum.IsNull());
+}
+
+TEST(VTOStringMemory, AppendAssertsAndKeepsTheText) {
+    AssertRecorder recorder;
+    VTString sText(L"ab");
+    {
+        NoMemory none;
+        sText += L"cd";
+    }
+    EXPECT_EQ(recorder.take(), failedIn("VTOString", {"tmpstr"}));
+    EXPECT_EQ(text(sText), L"ab");
+    EXPECT_EQ(sText.Length(), 2);
+}
+
+TEST(VTOStringMemory, NarrowTextGivesNull) {
+    NoMemory none;
+    EXPECT_TRUE(VTString("abc").IsNull());
+    EXPECT_TRUE(VTString(12).IsNull());
+}
+
+} // namespace
