@@ -1,5 +1,6 @@
 #pragma once
 
+#include <type_traits>
 #include <utility>
 
 namespace rvf {
@@ -24,7 +25,7 @@ public:
 
     /// A holder of a derived class gives one of its base.
     template <class Derived>
-    ref(const ref<Derived>& other) : ref(other.get()) {}
+    requires std::is_convertible_v<Derived*, T*> ref(const ref<Derived>& other) : ref(other.get()) {}
 
     ref(ref&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
 

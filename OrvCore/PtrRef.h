@@ -1,5 +1,6 @@
 #pragma once
 
+#include <type_traits>
 #include <utility>
 
 namespace orv {
@@ -24,7 +25,7 @@ public:
 
     /// A holder of a derived class gives one of its base.
     template <class Derived>
-    PtrRef(const PtrRef<Derived>& other) : PtrRef(other.get()) {}
+    requires std::is_convertible_v<Derived*, T*> PtrRef(const PtrRef<Derived>& other) : PtrRef(other.get()) {}
 
     PtrRef(PtrRef&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
 
