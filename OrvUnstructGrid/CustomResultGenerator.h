@@ -11,6 +11,7 @@
 
 namespace orv::ug {
 
+class DataGeometry;
 class DataResultGroup;
 class DataSource;
 class DataState;
@@ -68,18 +69,23 @@ public:
     unsigned long argumentCount() const;
 
     /// Writes the values of `result` into `state`. What the arguments rest on in the file must be loaded in the state;
-    /// arguments that are custom are computed when they are not there.
+    /// arguments that are custom are computed when they are not there, and stay. A result without arguments gets one
+    /// item for each node or element, as its mapping says.
     /// Asserts "state", "dataSource", "m_function"; false behind a failed assertion.
-    /// @return false when the arguments do not fit the generator, differ in their numbers of items, or lack values, and
-    ///         when the function refuses an item
+    /// @return false when the arguments do not fit the generator, lack values, or have other numbers of items than the
+    ///         mapping of `result` asks for, and when the function refuses an item
     virtual bool generate(const DataSource* dataSource, const ResultInfo& result,
                           const std::vector<ResultInfo>& arguments, DataState* state);
+
+    /// Has a custom result computed by its own generator, from its own arguments. False when it has none.
+    static bool compute(const DataSource* dataSource, const ResultInfo& result, DataState* state);
 
 protected:
     /// True when the arguments are as many as announced and of the types that were set.
     bool checkArguments(const std::vector<ResultInfo>& arguments) const;
 
-    /// Has each argument that is custom, and not in the state yet, computed by its own generator.
+    /// Has each argument that is custom, and not in the state yet, computed by its own generator, what it rests on
+    /// first. An argument is in the state when all its geometries have it.
     bool computeCustomArguments(const DataSource* dataSource, const std::vector<ResultInfo>& arguments,
                                 DataState* state) const;
 
@@ -94,14 +100,16 @@ protected:
     bool gatherInputValuePointers(const std::vector<ResultInfo>& arguments, unsigned long partIndex,
                                   const InputDataResults& inputs, InputValueData* out) const;
 
-    /// Makes room for `itemCount` items in the output's part. A part without items gives a null pointer and true.
-    /// False when there is no such part.
+    /// Makes room for `itemCount` items in the output's part, whatever the input. A part without items gives a null
+    /// pointer and true. False when there is no such part.
     bool getOutputValuePointer(unsigned long partIndex, const OutputDataResult& output, const InputValueData& input,
                                unsigned long itemCount, OutputValueData* out) const;
 
 private:
-    bool generatePart(unsigned long partIndex, const std::vector<ResultInfo>& arguments, const InputDataResults& inputs,
-                      const OutputDataResult& output) const;
+    bool generateGeometry(const ResultInfo& result, const std::vector<ResultInfo>& arguments,
+                          const DataGeometry* geometry, DataState* state);
+    bool generatePart(unsigned long partIndex, unsigned long itemCount, const std::vector<ResultInfo>& arguments,
+                      const InputDataResults& inputs, const OutputDataResult& output);
 
     std::vector<ResultType> m_argumentTypes;
     PtrRef<CustomResultFunction> m_function;

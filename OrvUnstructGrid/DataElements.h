@@ -18,9 +18,9 @@ public:
     /// @param types one for each element
     /// @param connectivity the node indexes in the part, element after element, as many for each as its type has
     /// @param ids the solver's numbers, one for each element, or empty
-    /// Asserts "connectivityMatchesTypes" and "ids.empty() || ids.size() == types.size()"; behind a failed assertion
-    /// the elements stay as they were. That each node index is below the part's node count is the caller's promise,
-    /// which DataPart checks.
+    /// Asserts "nodeTotal <= limit" (offsets are 32 bits wide), "connectivityMatchesTypes" (as an unknown type never
+    /// does) and "ids.empty() || ids.size() == types.size()"; behind a failed assertion the elements stay as they were.
+    /// That each node index is below the part's node count is the caller's promise, which DataPart checks.
     void set(std::vector<ElementType> types, std::vector<std::uint32_t> connectivity, std::vector<int> ids);
 
     std::size_t elementCount() const;
@@ -57,6 +57,7 @@ private:
     std::vector<std::uint32_t> m_connectivity;
     std::vector<std::uint32_t> m_offsets;
     std::vector<int> m_ids;
+    std::size_t m_surfaceCount = 0;
 };
 
 } // namespace orv::ug

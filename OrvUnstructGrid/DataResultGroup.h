@@ -56,6 +56,7 @@ public:
 
     /// Deletes the values. Nothing happens when the result is not loaded.
     void remove(const ResultInfo& info);
+    void remove(ResultType type, int resultId);
 
     /// All loaded results, kind after kind.
     std::vector<const DataResult*> all() const;

@@ -9,7 +9,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace orv::ug {
@@ -43,7 +42,7 @@ public:
     std::size_t stateIndex(int stateId) const;
 
     /// Deletes the values of a result in every state.
-    void dropResult(const ResultInfo& info);
+    virtual void dropResult(const ResultInfo& info);
 
     /// @name Kept by UnstructGridModel::setDataSource(), so that the source knows which states are current
     /// @{
@@ -52,7 +51,8 @@ public:
     /// @}
 
 protected:
-    /// Appends a state to the directory and to the list of states, which stay parallel.
+    /// Appends a state to the directory and to the list of states, which stay parallel. Null when the directory does
+    /// not take it, because its id is negative or there already.
     DataState* addState(const StateInfo& info, std::vector<PtrRef<DataGeometry>> geometries);
 
     /// True when a model that uses this source has that state as its current one.
@@ -62,7 +62,6 @@ private:
     int m_id;
     DataSourceDirectory m_directory;
     std::vector<std::unique_ptr<DataState>> m_states;
-    std::unordered_map<int, std::size_t> m_stateIndexes;
     std::vector<const UnstructGridModel*> m_models;
 };
 

@@ -8,8 +8,7 @@
 #include "OrvUnstructGrid/StateInfo.h"
 
 #include <cstddef>
-#include <cstdint>
-#include <set>
+#include <map>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -32,8 +31,11 @@ public:
 
     /// In file order.
     std::vector<StateInfo> stateInfos() const;
+    std::size_t stateCount() const;
     /// The record, or an undefined one.
     StateInfo findStateInfo(int stateId) const;
+    /// The position in stateInfos(); UNDEFINED_SIZE_T when there is no such state.
+    std::size_t stateIndex(int stateId) const;
     std::vector<StateGroupInfo> stateGroupInfos() const;
 
     std::size_t geometryCountPerState() const;
@@ -67,8 +69,8 @@ public:
     /// `a + b` in `(a + b) * c`, what it rests on in turn. Empty for a result that is not custom.
     std::vector<ResultInfo> customResultBaseDependencies(ResultInfo info) const;
 
-    /// Registers a custom result, or gives it a new name when it is registered. Asserts "info.isCustom()"; nothing
-    /// happens behind a failed assertion.
+    /// Registers a custom result. One that is registered already gets the new name and keeps its place. Nothing happens
+    /// for a result without a type. Asserts "info.isCustom()"; nothing happens behind a failed assertion.
     void setCustomResultInfo(ResultInfo info);
 
     /// Takes a custom result out and has its values dropped in all states. Nothing happens when it is not registered
@@ -79,19 +81,37 @@ public:
     /// @{
     void setSimulationInfo(const SimulationInfo& info);
     void addWarning(const Str& warning);
-    /// Asserts that the id is new here: "findStateInfo(info.id()).id() == -1".
+    /// Asserts that the id is new here, "findStateInfo(info.id()).id() == -1", and "info.id() >= 0"; nothing happens
+    /// behind a failed assertion.
     void addStateInfo(const StateInfo& info);
     void addStateGroupInfo(const StateGroupInfo& info);
     /// Appends the records of the next geometry.
     void addGeometryPartInfos(std::vector<PartInfo> parts);
-    /// Appends a file's result.
+    /// Appends a record to the parts of a geometry. Asserts "geometryIndex < geometryCountPerState()"; nothing happens
+    /// behind a failed assertion.
+    void addPartInfo(std::size_t geometryIndex, const PartInfo& info);
+    /// Appends a file's result, in front of the custom ones of its type. Asserts "info.isValid() && !info.isCustom()",
+    /// "isResultType(info.type())" and "!findResultInfo(info.type(), info.id()).isValid()"; nothing happens behind a
+    /// failed assertion.
     void addResultInfo(const ResultInfo& info);
-    /// Notes that a file's result has values in a state.
+    /// Notes that a file's result has values in a state. Both must have been added: asserts "stateIsKnown" and
+    /// "resultIsKnown"; nothing happens behind a failed assertion.
     void setHasResult(int stateId, const ResultInfo& info);
     /// @}
 
 private:
     using ResultKey = std::pair<ResultType, int>;
+
+    /// A result and, for a file's, by the index of each state whether it has values there.
+    struct ResultEntry {
+        ResultInfo info;
+        std::vector<bool> hasValues;
+    };
+
+    const ResultEntry* findEntry(ResultType type, int resultId) const;
+    bool isRegistered(const ResultInfo& info) const;
+    void insertEntry(std::size_t position, const ResultInfo& info);
+    void indexEntriesFrom(ResultType type, std::size_t position);
 
     DataSource* m_owner;
     SimulationInfo m_simulationInfo;
@@ -100,8 +120,8 @@ private:
     std::unordered_map<int, std::size_t> m_stateIndexes;
     std::vector<StateGroupInfo> m_stateGroups;
     std::vector<std::vector<PartInfo>> m_parts;
-    std::vector<ResultInfo> m_results[SYMMETRIC_TENSOR];
-    std::unordered_map<int, std::set<ResultKey>> m_available;
+    std::vector<ResultEntry> m_results[SYMMETRIC_TENSOR]; ///< By type, less 1.
+    std::map<ResultKey, std::size_t> m_resultIndexes;     ///< Positions in the lists of m_results.
 };
 
 } // namespace orv::ug

@@ -20,30 +20,58 @@ public:
 
     /// Refuses, with a text, a state or a result that the directory does not know (a custom result must be registered
     /// first) and a result without values in that state. Intermediate results of a nested expression are dropped
-    /// when the result that needed them is there.
+    /// as soon as the results that needed them are there. Each result is read or computed once, however often an
+    /// expression names it, and an expression may be of any depth.
     bool loadDataState(int stateId, const DataStateSpec& spec, Error* error) final;
 
-    /// The bytes of values that states may hold together; 1 GiB until set. When a load goes beyond it, values are
-    /// dropped state by state, the longest unused first, but never those of the state just loaded nor those of a
-    /// state that is current in a model. So whoever holds a pointer to values across a change of state asks anew.
+    /// Of a result that is gone, also its bytes in the account of the budget go.
+    void dropResult(const ResultInfo& info) override;
+
+    /// The bytes of values that states may hold together; 1 GiB until set, and a new limit holds from the next load on.
+    /// When a load goes beyond it, values are dropped state by state, the longest unused first, but never those of the
+    /// state just loaded nor those of a state that is current in a model. So whoever holds a pointer to values across a
+    /// change of state asks anew. Values that can not be had again are neither dropped nor counted.
     void setResultByteBudget(std::size_t bytes);
     std::size_t resultByteBudget() const;
 
 protected:
-    /// Reads one of the file's results into the state's result groups, all parts of all geometries. The state has the
-    /// result by the directory and it is not loaded yet. False with a text when that fails; the caller clears up.
+    /// Reads one of the file's results into the state's result groups. The state has the result by the directory and
+    /// it is not loaded yet. A part that is left without one item for each node or element is undefined afterwards.
+    /// False with a text when that fails; the caller clears up.
     virtual bool readResult(const ResultInfo& info, DataState* state, Error* error) = 0;
 
     /// Whether values that readResult() brought can be dropped and read again.
     virtual bool canReadAgain() const;
 
+    /// Deletes those values of a state that can be had again: the computed ones and, when they can be read again, those
+    /// that were read.
+    void dropValues(DataState* state);
+
+    /// Adds the result to the geometries that lack it, and fills every part undefined that has not one item for each
+    /// node or element.
+    static void completeParts(const ResultInfo& info, DataState* state);
+
 private:
+    /// A state that has been loaded into, and the bytes there that could be dropped.
+    struct StateUse {
+        int stateId;
+        std::size_t bytes;
+    };
+
+    bool planLoad(const DataStateSpec& spec, const DataState& state, std::vector<ResultInfo>* order,
+                  Error* error) const;
+    bool carryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error);
     bool loadOne(const ResultInfo& info, DataState* state, Error* error);
-    bool planLoad(const ResultInfo& info, const DataState& state, std::vector<ResultInfo>* order, Error* error) const;
+    bool isKnown(const ResultInfo& info) const;
+    bool canBeHadAgain(const DataResult& result) const;
+    std::size_t countDroppableBytes(const DataState& state) const;
+    void noteUse(const DataState& state);
+    void forgetUse(int stateId);
     void dropBeyondBudget(int loadedStateId);
 
     std::size_t m_budget = std::size_t(1) << 30;
-    std::vector<int> m_recentStates; ///< The ids of states that have been loaded into, the latest last.
+    std::vector<StateUse> m_uses;     ///< The latest last.
+    std::size_t m_droppableBytes = 0; ///< Over all uses.
 };
 
 } // namespace orv::ug

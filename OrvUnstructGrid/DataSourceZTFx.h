@@ -7,7 +7,8 @@ namespace orv::ug {
 
 /// A data source for the library's own file format with several cases in one file, extension "ztfx".
 ///
-/// This version reads none of these files yet: every open fails with a text that says so and names the case.
+/// This version reads none of these files yet: every open fails with a text that says so, names the case and
+/// tells whether a password was set.
 class ORV_API DataSourceZTFx : public DataSourceLazy {
 public:
     explicit DataSourceZTFx(int id);
@@ -26,6 +27,8 @@ protected:
     bool readResult(const ResultInfo& info, DataState* state, Error* error) override;
 
 private:
+    bool refuse(const Str& filename, const Str& what, Error* error) const;
+
     Str m_password;
 };
 

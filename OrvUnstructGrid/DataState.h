@@ -31,6 +31,12 @@ public:
     DataResultGroup* results(const DataGeometry* geometry);
     const DataResultGroup* results(const DataGeometry* geometry) const;
 
+    /// True when the result is loaded on every geometry.
+    bool hasLoaded(const ResultInfo& info) const;
+
+    /// Deletes the values of a result on every geometry.
+    void removeResult(const ResultInfo& info);
+
     /// The loaded values' bytes; the geometries are not counted.
     std::size_t resultByteCount() const;
 

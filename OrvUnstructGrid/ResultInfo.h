@@ -28,7 +28,8 @@ public:
     ResultInfo();
 
     /// A result that a data source reads.
-    /// @param id not negative, unique among the results of this type in the data source
+    /// @param id not negative, unique among the results of this type in the data source, and below 2^30, where the ids
+    ///           of custom results begin
     ResultInfo(ResultType type, int id, const Str& name, ResultMapping mapping);
 
     /// A custom result, computed from `arguments` by `generator`. Copies the arguments and takes a reference on the
@@ -47,6 +48,7 @@ public:
     Str name() const;
     ResultType type() const;
     ResultMapping resultMapping() const;
+    /// True when the id is not negative.
     bool isValid() const;
     bool isCustom() const;
 
@@ -58,6 +60,7 @@ public:
     int baseResultId() const;
     /// Its type, or NO_RESULT_TYPE.
     ResultType baseResultType() const;
+    /// Like setName(), for this copy alone.
     void setBaseResult(int id, ResultType type);
 
     /// The arguments in the generator's order; empty unless custom.
@@ -67,6 +70,8 @@ public:
     const CustomResultGenerator* customResultGenerator() const;
 
 private:
+    friend class ResultInfoRecord;
+
     PtrRef<ResultInfoRecord> m_record;
 };
 

@@ -38,4 +38,9 @@ constexpr std::size_t doublesPerItem(ResultType type) {
     return 0;
 }
 
+/// True for the four types that a result can have.
+constexpr bool isResultType(ResultType type) {
+    return doublesPerItem(type) > 0;
+}
+
 } // namespace orv::ug

@@ -20,6 +20,9 @@ public:
     UnstructGridModel();
     ~UnstructGridModel() override;
 
+    UnstructGridModel(const UnstructGridModel&) = delete;
+    UnstructGridModel& operator=(const UnstructGridModel&) = delete;
+
     /// Null until set.
     DataSource* dataSource();
     const DataSource* dataSource() const;

@@ -1,0 +1,49 @@
+#include "OrvUnstructGrid/DataGeometry.h"
+
+#include "LibCore/rvfAssert.h"
+
+namespace orv::ug {
+namespace {
+
+int nextGeometryId() {
+    static int lastId = 0;
+    return ++lastId;
+}
+
+} // namespace
+
+DataGeometry::DataGeometry() : m_id(nextGeometryId()) {}
+
+DataGeometry::~DataGeometry() = default;
+
+int DataGeometry::id() const {
+    return m_id;
+}
+
+std::size_t DataGeometry::partCount() const {
+    return m_parts.size();
+}
+
+DataPart* DataGeometry::part(std::size_t index) {
+    RVF_ASSERT(index < partCount());
+    return index < partCount() ? m_parts[index].get() : nullptr;
+}
+
+const DataPart* DataGeometry::part(std::size_t index) const {
+    RVF_ASSERT(index < partCount());
+    return index < partCount() ? m_parts[index].get() : nullptr;
+}
+
+DataPart* DataGeometry::addPart(int partId) {
+    return m_parts.emplace_back(std::make_unique<DataPart>(partId)).get();
+}
+
+std::size_t DataGeometry::byteCount() const {
+    std::size_t bytes = 0;
+    for (const std::unique_ptr<DataPart>& part : m_parts) {
+        bytes += part->byteCount();
+    }
+    return bytes;
+}
+
+} // namespace orv::ug

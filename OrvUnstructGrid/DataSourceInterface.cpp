@@ -1,0 +1,7 @@
+#include "OrvUnstructGrid/DataSourceInterface.h"
+
+namespace orv::ug {
+
+DataSourceInterface::~DataSourceInterface() = default;
+
+} // namespace orv::ug
