@@ -99,8 +99,8 @@ bool DataSourceMemory::setValues(int stateId, const ResultInfo& info, std::size_
     completeParts(info, target);
     DataResult* result = target->results(m_geometries[geometryIndex].get())->find(info);
     std::copy(values.begin(), values.end(), result->values(partIndex)->values());
-    if (auto* scalar = dynamic_cast<DataPartScalar*>(result->values(partIndex))) {
-        scalar->updateMinMax();
+    if (auto* scalar = dynamic_cast<DataResultScalar*>(result)) {
+        scalar->part(partIndex)->updateMinMax();
     }
     directory()->setHasResult(stateId, info);
     return true;
