@@ -29,8 +29,9 @@ public:
 
 LogDestination* chosenDestination = nullptr;
 
+// This holder and the default destination are never destroyed: whoever logs while the process ends still finds them.
 ref<LogManager>& managerInCharge() {
-    static ref<LogManager> manager;
+    static ref<LogManager>& manager = *new ref<LogManager>;
     return manager;
 }
 
@@ -65,7 +66,7 @@ void LogManager::setDestination(LogDestination* destination) {
 }
 
 LogDestination* LogManager::destination() {
-    static StandardError standardError;
+    static StandardError& standardError = *new StandardError;
     return chosenDestination ? chosenDestination : &standardError;
 }
 

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 using orvtest::LogRecorder;
 using rvf::CodeLocation;
 using rvf::Logger;
@@ -110,6 +112,22 @@ TEST_F(LogManagerTest, RecordersNest) {
     }
     LogManager::instance()->logger("a")->error("outside", here);
     EXPECT_EQ(outer.take().at(0).message, "outside");
+}
+
+void logLastWords() {
+    LogManager::instance()->logger("a")->error("last words", CodeLocation("F/U", "f()", "f", 1));
+}
+
+TEST(LogManagerDeathTest, LogsWhileTheProcessEnds) {
+    // A process of its own, in which nobody has logged before the handler is registered.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            std::atexit(logLastWords);
+            LogManager::instance()->logger("a")->error("first words", CodeLocation("F/U", "f()", "f", 1));
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "first words.*\nerror \\[a\\] last words");
 }
 
 } // namespace

@@ -27,7 +27,7 @@ private:
 };
 
 // What only a mistaken caller does. The sanitizer would stop the call before it arrives.
-[[gnu::noinline, gnu::no_sanitize("undefined")]] void callThroughNull(void (Object::*operation)() const) {
+__attribute__((noinline, no_sanitize("undefined"))) void callThroughNull(void (Object::*operation)() const) {
     Object* volatile object = nullptr;
     (object->*operation)();
 }
