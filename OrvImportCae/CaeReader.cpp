@@ -1,0 +1,7 @@
+#include "OrvImportCae/CaeReader.h"
+
+namespace orv::imp::cae {
+
+CaeReader::~CaeReader() = default;
+
+} // namespace orv::imp::cae

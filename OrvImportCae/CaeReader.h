@@ -1,0 +1,54 @@
+#pragma once
+
+#include "OrvCore/PtrRef.h"
+#include "OrvCore/Str.h"
+#include "OrvUnstructGrid/DataGeometry.h"
+#include "OrvUnstructGrid/DataState.h"
+#include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/PartInfo.h"
+#include "OrvUnstructGrid/ResultInfo.h"
+#include "OrvUnstructGrid/StateGroupInfo.h"
+#include "OrvUnstructGrid/StateInfo.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace orv::imp::cae {
+
+/// What a reader found: everything but values. Plain data, so that a file that turns out bad leaves nothing behind.
+struct CaeContents {
+    /// A state and the results that have values in it, as indexes in `results`.
+    struct State {
+        ug::StateInfo info;
+        std::vector<std::size_t> results;
+    };
+
+    Str title;
+    PtrRef<ug::DataGeometry> geometry;
+    std::vector<ug::PartInfo> parts;
+    std::vector<ug::ResultInfo> results;
+    std::vector<State> states;
+    std::vector<ug::StateGroupInfo> stateGroups;
+    std::vector<Str> warnings;
+};
+
+/// Reads the result files of one program.
+class CaeReader {
+public:
+    CaeReader() = default;
+    virtual ~CaeReader();
+
+    CaeReader(const CaeReader&) = delete;
+    CaeReader& operator=(const CaeReader&) = delete;
+
+    /// Reads structure and directory, no values. Once per object.
+    virtual bool open(const Str& filename, CaeContents* contents, ug::Error* error) = 0;
+
+    /// Adds a further file to what is open.
+    virtual bool openSecondary(const Str& filename, ug::Error* error) = 0;
+
+    /// Reads one result into one state, all parts. Both came out of open(), and the state has the result.
+    virtual bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) = 0;
+};
+
+} // namespace orv::imp::cae

@@ -1,0 +1,111 @@
+#include "OrvImportCae/CaeReaders.h"
+
+#include "OrvImportCae/FrdReader.h"
+
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+namespace orv::imp::cae {
+namespace {
+
+template <class Reader>
+std::unique_ptr<CaeReader> create() {
+    return std::make_unique<Reader>();
+}
+
+constexpr CaeReaderEntry READERS[] = {
+    {"CalculiX", "CalculiX results", "frd", create<FrdReader>},
+};
+
+std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {
+    std::istringstream words(entry.extensions);
+    std::vector<std::string> extensions;
+    for (std::string word; words >> word;) {
+        extensions.push_back(word);
+    }
+    return extensions;
+}
+
+// The single characters to add, drop, replace or swap with a neighbour that make one word the other.
+std::size_t editDistance(std::string_view a, std::string_view b) {
+    std::vector<std::vector<std::size_t>> cost(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
+    for (std::size_t i = 0; i <= a.size(); ++i) {
+        for (std::size_t j = 0; j <= b.size(); ++j) {
+            if (i == 0 || j == 0) {
+                cost[i][j] = i + j;
+                continue;
+            }
+            cost[i][j] =
+                std::min({cost[i - 1][j] + 1, cost[i][j - 1] + 1, cost[i - 1][j - 1] + (a[i - 1] != b[j - 1])});
+            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+                cost[i][j] = std::min(cost[i][j], cost[i - 2][j - 2] + 1);
+            }
+        }
+    }
+    return cost[a.size()][b.size()];
+}
+
+// The known extension that is one slip away from what stands there; empty when there is none.
+std::string similarExtension(const std::string& extension) {
+    constexpr std::size_t LONGEST_EXTENSION = 16;
+    if (extension.size() > LONGEST_EXTENSION) {
+        return std::string();
+    }
+    for (const CaeReaderEntry& entry : READERS) {
+        for (const std::string& known : extensionsOf(entry)) {
+            if (editDistance(extension, known) == 1) {
+                return known;
+            }
+        }
+    }
+    return std::string();
+}
+
+std::string supportedList() {
+    std::string list;
+    for (const CaeReaderEntry& entry : READERS) {
+        for (const std::string& extension : extensionsOf(entry)) {
+            list += (list.empty() ? "." : ", .") + extension + " (" + entry.description + ")";
+        }
+    }
+    return list;
+}
+
+} // namespace
+
+std::span<const CaeReaderEntry> caeReaders() {
+    return READERS;
+}
+
+std::string fileExtension(const std::string& filename) {
+    const std::size_t nameBegin = filename.find_last_of('/') + 1; // npos + 1 is 0.
+    const std::size_t dot = filename.find_last_of('.');
+    if (dot == std::string::npos || dot < nameBegin) {
+        return std::string();
+    }
+    return Str(filename.substr(dot + 1)).toLower().toStdString();
+}
+
+const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error) {
+    const std::string name = filename.toStdString();
+    const std::string extension = fileExtension(name);
+    for (const CaeReaderEntry& entry : READERS) {
+        for (const std::string& known : extensionsOf(entry)) {
+            if (extension == known) {
+                return &entry;
+            }
+        }
+    }
+    std::string text = "cannot open \"" + name + "\": ";
+    text += extension.empty() ? "its name has no extension that tells its format"
+                              : "no reader for the extension \"" + extension + "\"";
+    if (const std::string similar = similarExtension(extension); !similar.empty()) {
+        text += ", did you mean \"" + similar + "\"?";
+    }
+    ug::fail(error, Str(text + (text.back() == '?' ? " " : "; ") + "supported are " + supportedList()));
+    return nullptr;
+}
+
+} // namespace orv::imp::cae

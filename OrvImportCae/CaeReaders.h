@@ -1,0 +1,31 @@
+#pragma once
+
+#include "OrvCore/Str.h"
+#include "OrvUnstructGrid/Error.h"
+
+#include <memory>
+#include <span>
+#include <string>
+
+namespace orv::imp::cae {
+
+class CaeReader;
+
+/// A kind of file that can be read.
+struct CaeReaderEntry {
+    const char* name;        ///< As people call the program or format.
+    const char* description; ///< What ReaderInfo tells.
+    const char* extensions;  ///< As in ReaderInfo.
+    std::unique_ptr<CaeReader> (*create)();
+};
+
+/// All of them.
+std::span<const CaeReaderEntry> caeReaders();
+
+/// The characters behind the last dot of a file's name, in small letters; a dot in a folder's name does not count.
+std::string fileExtension(const std::string& filename);
+
+/// The reader for a file, by its extension. Null, with a text that tells what there is, when there is none.
+const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error);
+
+} // namespace orv::imp::cae

@@ -1,0 +1,115 @@
+#include "OrvImportCae/FrdReader.h"
+
+#include "OrvImportCae/FrdValues.h"
+#include "OrvUnstructGrid/DataResultGroup.h"
+
+#include <utility>
+
+namespace orv::imp::cae {
+namespace {
+
+/// The block of a state that holds a result, and its columns.
+struct Source {
+    const FrdResultBlock* block = nullptr;
+    const FrdColumns* columns = nullptr;
+};
+
+Source findSource(const FrdIndex& index, const FrdResults& results, const FrdState& state, const ug::ResultInfo& info) {
+    for (const std::uint32_t number : state.blocks) {
+        const FrdResultBlock& block = index.blocks[number];
+        for (const FrdColumns& columns : results.layouts[block.layout]) {
+            if (results.infos[columns.result] == info) {
+                return {&block, &columns};
+            }
+        }
+    }
+    return {};
+}
+
+// Makes room for the values of all parts, and tells where.
+std::vector<double*> allocate(const ug::DataGeometry& geometry, ug::DataResult* result) {
+    std::vector<double*> parts;
+    for (std::size_t i = 0; i < geometry.partCount(); ++i) {
+        result->values(i)->allocate(geometry.part(i)->nodes()->nodeCount());
+        parts.push_back(result->values(i)->values());
+    }
+    return parts;
+}
+
+void updateRanges(ug::DataResult* result) {
+    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
+        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
+            scalar->part(i)->updateMinMax();
+        }
+    }
+}
+
+} // namespace
+
+bool FrdReader::open(const Str& filename, CaeContents* contents, ug::Error* error) {
+    return m_file.open(filename.toStdString(), error) && readStructure(contents, error);
+}
+
+bool FrdReader::openDescriptor(int descriptor, const Str& filename, CaeContents* contents, ug::Error* error) {
+    return m_file.openDescriptor(descriptor, filename.toStdString(), error) && readStructure(contents, error);
+}
+
+bool FrdReader::openSecondary(const Str& filename, ug::Error* error) {
+    return ug::fail(error,
+                    Str("cannot add \"") + filename + Str("\" to " + m_file.name()) +
+                        ": an .frd file holds a mesh of its own and all its states; open it as a model of its own");
+}
+
+bool FrdReader::readStructure(CaeContents* contents, ug::Error* error) {
+    std::vector<std::string> warnings;
+    if (!readFrdIndex(m_file, &m_index, error) || !readFrdMesh(m_file, m_index, &m_mesh, &warnings, error)) {
+        return false;
+    }
+    m_results = makeFrdResults(m_file, m_index, &warnings);
+    for (std::size_t i = 0; i < m_results.states.size(); ++i) {
+        m_statesById[m_results.states[i].info.id()] = i;
+    }
+    warnings.insert(warnings.end(), m_index.warnings.begin(), m_index.warnings.end());
+    describe(warnings, contents);
+    return true;
+}
+
+void FrdReader::describe(const std::vector<std::string>& warnings, CaeContents* contents) const {
+    contents->title = Str(m_index.title);
+    contents->geometry = m_mesh.geometry;
+    contents->parts = m_mesh.parts;
+    contents->results = m_results.infos;
+    contents->stateGroups = m_results.stateGroups;
+    for (const FrdState& state : m_results.states) {
+        CaeContents::State described{state.info, {}};
+        for (const std::uint32_t block : state.blocks) {
+            for (const FrdColumns& columns : m_results.layouts[m_index.blocks[block].layout]) {
+                described.results.push_back(columns.result);
+            }
+        }
+        contents->states.push_back(std::move(described));
+    }
+    contents->warnings.assign(warnings.begin(), warnings.end());
+}
+
+bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) {
+    const auto found = m_statesById.find(state->id());
+    const Source source =
+        found == m_statesById.end() ? Source() : findSource(m_index, m_results, m_results.states[found->second], info);
+    if (!source.block) {
+        return ug::fail(error, Str(m_file.name() + " has no such values"));
+    }
+    if (!m_file.checkUnchanged(error)) {
+        return false;
+    }
+    ug::DataResult* result = state->results(m_mesh.geometry.get())->findOrAdd(info);
+    const std::vector<double*> parts = allocate(*m_mesh.geometry, result);
+    const std::size_t storedCount = m_index.layouts[source.block->layout].components.size();
+    if (!readFrdValues(m_file, source.block->rows, storedCount, source.columns->columns, m_mesh, parts, error)) {
+        return false;
+    }
+    updateRanges(result);
+    return true;
+}
+
+} // namespace orv::imp::cae

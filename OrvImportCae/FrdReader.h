@@ -1,0 +1,40 @@
+#pragma once
+
+#include "OrvImportCae/CaeReader.h"
+#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/FrdIndex.h"
+#include "OrvImportCae/FrdMesh.h"
+#include "OrvImportCae/FrdResults.h"
+
+#include <cstddef>
+#include <unordered_map>
+
+namespace orv::imp::cae {
+
+/// Reads the results of CalculiX. Opening takes in the mesh and where the blocks are; the file stays open, and values
+/// are read from it one result of one state at a time.
+class FrdReader : public CaeReader {
+public:
+    bool open(const Str& filename, CaeContents* contents, ug::Error* error) override;
+
+    /// The same for an open descriptor, such as one of a file in memory. It is closed in the end in any case.
+    bool openDescriptor(int descriptor, const Str& filename, CaeContents* contents, ug::Error* error);
+
+    /// Refuses: a file brings its own mesh, and nothing tells whether two files belong to the same one.
+    bool openSecondary(const Str& filename, ug::Error* error) override;
+
+    /// Fails too when the file has changed since it was opened.
+    bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) override;
+
+private:
+    bool readStructure(CaeContents* contents, ug::Error* error);
+    void describe(const std::vector<std::string>& warnings, CaeContents* contents) const;
+
+    FrdFile m_file;
+    FrdIndex m_index;
+    FrdMesh m_mesh;
+    FrdResults m_results;
+    std::unordered_map<int, std::size_t> m_statesById;
+};
+
+} // namespace orv::imp::cae

@@ -1,0 +1,343 @@
+#include "OrvImportCae/FrdValues.h"
+
+#include "OrvCore/Defines.h"
+#include "OrvImportCae/FrdMeshRows.h"
+#include "OrvImportCae/FrdNumber.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orv::imp::cae {
+namespace {
+
+constexpr std::string_view ROW = " -1";
+constexpr std::string_view ROW_CONTINUED = " -2";
+constexpr std::size_t MARK_WIDTH = 3;
+constexpr std::size_t VALUES_PER_LINE = 6;
+constexpr std::size_t CHUNK_SIZE = std::size_t(1) << 18;
+
+using internal::loadWord;
+
+bool isMark(const char* text, std::string_view mark) {
+    return std::memcmp(text, mark.data(), MARK_WIDTH) == 0;
+}
+
+// The number in ten characters, blanks in front. Quick when it has at most eight digits.
+inline bool readLongId(const char* text, int* id) {
+    const std::uint64_t word = loadWord<std::uint64_t>(text + 2);
+    // All ones in the bytes that may be blanks; digits have this bit.
+    const std::uint64_t blanks = ((~word & 0x1010101010101010) >> 4) * 0xFF;
+    const std::uint64_t digits = word | (blanks & internal::ALL_ZERO_DIGITS);
+    const bool areBlanks = ((word ^ 0x2020202020202020) & blanks) == 0;
+    const bool areInFront = (blanks & (blanks + 1)) == 0 && blanks != ~std::uint64_t(0);
+    const bool isShort = loadWord<std::uint16_t>(text) == 0x2020;
+    if (!(areBlanks & areInFront & isShort & internal::areEightDigits(digits))) [[unlikely]] {
+        return readFrdId({text, 10}, 0, 10, id);
+    }
+    *id = int(internal::eightDigits(digits));
+    return true;
+}
+
+/// A row of a text block whose columns are where they should be.
+class TextRow {
+public:
+    TextRow(const FrdRows& rows, std::size_t storedCount, std::span<const std::uint32_t> columns)
+        : m_idWidth(frdIdWidth(rows.form)), m_lineEndSize(rows.lineEndSize), m_rowSize(std::size_t(rows.rowSize)),
+          m_lineSize(MARK_WIDTH + m_idWidth + VALUES_PER_LINE * FRD_VALUE_WIDTH + m_lineEndSize),
+          m_readsAll(columns.size() == storedCount) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            m_offsets[i] = columns[i] / VALUES_PER_LINE * m_lineSize + MARK_WIDTH + m_idWidth +
+                           columns[i] % VALUES_PER_LINE * FRD_VALUE_WIDTH;
+        }
+    }
+
+    /// False when the row does not look as it should.
+    template <std::size_t Dimension>
+    bool read(const char* row, int* id, double* item) const {
+        const bool hasId =
+            m_idWidth == 10 ? readLongId(row + MARK_WIDTH, id) : readFrdId({row, m_rowSize}, MARK_WIDTH, m_idWidth, id);
+        if (!hasId || !isMark(row, ROW) || !hasLineEnds(row)) {
+            return false;
+        }
+        bool areNumbers = true;
+        for (std::size_t i = 0; i < Dimension; ++i) {
+            areNumbers &= readFrdValue(row + m_offsets[i], &item[i]);
+        }
+        return areNumbers;
+    }
+
+private:
+    bool hasLineEnds(const char* row) const {
+        if (m_readsAll && m_rowSize <= m_lineSize) {
+            // Every column is looked at, so a line cannot end within the row.
+            return row[m_rowSize - 1] == '\n' && (m_lineEndSize == 1 || row[m_rowSize - 2] == '\r');
+        }
+        for (std::size_t begin = 0; begin < m_rowSize; begin += m_lineSize) {
+            const std::size_t size = std::min(m_lineSize, m_rowSize - begin);
+            const void* newline = std::memchr(row + begin, '\n', size);
+            if (newline != row + begin + size - 1 || (m_lineEndSize == 2 && row[begin + size - 2] != '\r') ||
+                (begin > 0 && !isMark(row + begin, ROW_CONTINUED))) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    std::size_t m_idWidth;
+    std::size_t m_lineEndSize;
+    std::size_t m_rowSize;
+    std::size_t m_lineSize;
+    bool m_readsAll;
+    std::array<std::size_t, 6> m_offsets = {};
+};
+
+/// A row of a binary block.
+template <class Value>
+class BinaryRow {
+public:
+    explicit BinaryRow(std::span<const std::uint32_t> columns) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            m_offsets[i] = sizeof(std::int32_t) + columns[i] * sizeof(Value);
+        }
+    }
+
+    template <std::size_t Dimension>
+    bool read(const char* row, int* id, double* item) const {
+        *id = loadWord<std::int32_t>(row);
+        for (std::size_t i = 0; i < Dimension; ++i) {
+            item[i] = double(loadWord<Value>(row + m_offsets[i]));
+        }
+        return true;
+    }
+
+private:
+    std::array<std::size_t, 6> m_offsets = {};
+};
+
+/// Puts items where their nodes are in the parts, and knows which nodes had one.
+template <std::size_t Dimension>
+class ItemWriter {
+public:
+    ItemWriter(const FrdMesh& mesh, std::span<double* const> parts)
+        : m_mesh(mesh), m_parts(parts), m_isIdentity(mesh.places.isIdentity()) {}
+
+    enum class Answer { WRITTEN, UNKNOWN, TWICE };
+
+    Answer write(int id, const double* item) {
+        const std::span<const int> ids = m_mesh.nodeIds.ids();
+        std::uint32_t node = m_next;
+        if (node >= ids.size() || ids[node] != id) [[unlikely]] {
+            node = m_mesh.nodeIds.find(id, FrdNodeIds::NONE);
+            if (node == FrdNodeIds::NONE) {
+                return Answer::UNKNOWN;
+            }
+        }
+        if (!note(node)) {
+            return Answer::TWICE;
+        }
+        m_next = node + 1;
+        put(node, item);
+        return Answer::WRITTEN;
+    }
+
+    void fillOthers() {
+        const std::array<double, Dimension> undefined = undefinedItem();
+        const std::size_t count = m_mesh.nodeIds.ids().size();
+        for (std::size_t node = m_inOrder; node < count; ++node) {
+            if (m_isWritten.empty() || !m_isWritten[node]) {
+                put(node, undefined.data());
+            }
+        }
+    }
+
+private:
+    static std::array<double, Dimension> undefinedItem() {
+        std::array<double, Dimension> item;
+        item.fill(UNDEFINED_DOUBLE);
+        return item;
+    }
+
+    // False when the node has been here. The nodes below m_inOrder have; marks are kept from the first gap on.
+    bool note(std::uint32_t node) {
+        if (m_isWritten.empty()) {
+            if (node == m_inOrder) {
+                ++m_inOrder;
+                return true;
+            }
+            m_isWritten.resize(m_mesh.nodeIds.ids().size());
+        }
+        if (node < m_inOrder || m_isWritten[node]) {
+            return false;
+        }
+        m_isWritten[node] = true;
+        return true;
+    }
+
+    void put(std::size_t node, const double* item) {
+        if (m_isIdentity) {
+            std::copy_n(item, Dimension, m_parts[0] + node * Dimension);
+            return;
+        }
+        for (const FrdNodePlaces::Place& place : m_mesh.places.of(node)) {
+            std::copy_n(item, Dimension, m_parts[place.part] + std::size_t(place.node) * Dimension);
+        }
+    }
+
+    const FrdMesh& m_mesh;
+    std::span<double* const> m_parts;
+    bool m_isIdentity;
+    std::uint32_t m_next = 0;
+    std::uint32_t m_inOrder = 0;
+    std::vector<bool> m_isWritten;
+};
+
+/// One reading of one block.
+template <std::size_t Dimension>
+class BlockReader {
+public:
+    BlockReader(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+                std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
+                ug::Error* error)
+        : m_file(file), m_rows(rows), m_storedCount(storedCount), m_columns(columns), m_writer(mesh, parts),
+          m_error(error) {}
+
+    enum class Outcome { DONE, FAILED, IRREGULAR };
+
+    Outcome readRegular() {
+        switch (m_rows.form) {
+        case FrdForm::BINARY_FLOAT:
+            return readRows(BinaryRow<float>(m_columns));
+        case FrdForm::BINARY_DOUBLE:
+            return readRows(BinaryRow<double>(m_columns));
+        default:
+            return m_rows.isRegular() ? readRows(TextRow(m_rows, m_storedCount, m_columns)) : Outcome::IRREGULAR;
+        }
+    }
+
+    bool readLines() {
+        FrdLines lines(m_file);
+        lines.seek(m_rows.begin);
+        std::vector<double> values(m_storedCount);
+        while (lines.offset() < m_rows.end) {
+            const std::int64_t offset = lines.offset();
+            int id = 0;
+            if (!readLinesOfRow(lines, &id, values.data())) {
+                return false;
+            }
+            double item[Dimension];
+            for (std::size_t i = 0; i < Dimension; ++i) {
+                item[i] = values[m_columns[i]];
+            }
+            if (!write(offset, id, item)) {
+                return false;
+            }
+        }
+        m_writer.fillOthers();
+        return true;
+    }
+
+private:
+    template <class Row>
+    Outcome readRows(const Row& row) {
+        FrdBytes bytes(m_file);
+        const std::int64_t rowSize = m_rows.rowSize;
+        const std::int64_t rowsPerChunk = std::max<std::int64_t>(1, std::int64_t(CHUNK_SIZE) / rowSize);
+        for (std::int64_t first = 0; first < m_rows.count; first += rowsPerChunk) {
+            const std::int64_t count = std::min(rowsPerChunk, m_rows.count - first);
+            std::int64_t offset = m_rows.begin + first * rowSize;
+            const char* chunk = bytes.at(offset, std::size_t(count * rowSize));
+            if (!chunk) {
+                m_file.fail(offset, "expected " + std::to_string(count * rowSize) + " more bytes of values", m_error);
+                return Outcome::FAILED;
+            }
+            for (std::int64_t i = 0; i < count; ++i, chunk += rowSize, offset += rowSize) {
+                int id = 0;
+                double item[Dimension];
+                if (!row.template read<Dimension>(chunk, &id, item)) {
+                    return Outcome::IRREGULAR;
+                }
+                if (!write(offset, id, item)) {
+                    return Outcome::FAILED;
+                }
+            }
+        }
+        m_writer.fillOthers();
+        return Outcome::DONE;
+    }
+
+    bool readLinesOfRow(FrdLines& lines, int* id, double* values) {
+        const std::size_t idWidth = frdIdWidth(m_rows.form);
+        std::string_view mark = ROW;
+        std::size_t done = 0;
+        do {
+            const std::size_t count = std::min(VALUES_PER_LINE, m_storedCount - done);
+            const std::int64_t offset = lines.offset();
+            const bool isThere = offset < m_rows.end && lines.next() && lines.line().starts_with(mark);
+            if (!isThere || (done == 0 && !readFrdId(lines.line(), MARK_WIDTH, idWidth, id)) ||
+                !readFrdRowValues(lines.line(), MARK_WIDTH + idWidth, count, values + done)) {
+                return m_file.fail(offset,
+                                   "expected \"" + std::string(mark) + "\"" + (done == 0 ? ", a node" : "") + " and " +
+                                       std::to_string(count) + " values in 12 characters each, found " +
+                                       quotedForPeople(lines.line()),
+                                   m_error);
+            }
+            done += count;
+            mark = ROW_CONTINUED;
+        } while (done < m_storedCount);
+        return true;
+    }
+
+    bool write(std::int64_t offset, int id, const double* item) {
+        using Answer = typename ItemWriter<Dimension>::Answer;
+        const Answer answer = m_writer.write(id, item);
+        if (answer == Answer::WRITTEN) [[likely]] {
+            return true;
+        }
+        const std::string node = "node " + std::to_string(id);
+        return m_file.fail(offset,
+                           answer == Answer::TWICE ? node + " stands here for the second time in its block"
+                                                   : "values of " + node + ", which the file does not have",
+                           m_error);
+    }
+
+    const FrdFile& m_file;
+    const FrdRows& m_rows;
+    std::size_t m_storedCount;
+    std::span<const std::uint32_t> m_columns;
+    ItemWriter<Dimension> m_writer;
+    ug::Error* m_error;
+};
+
+template <std::size_t Dimension>
+bool readBlock(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+               std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
+               ug::Error* error) {
+    using Reader = BlockReader<Dimension>;
+    using Outcome = typename Reader::Outcome;
+    const Outcome outcome = Reader(file, rows, storedCount, columns, mesh, parts, error).readRegular();
+    if (outcome == Outcome::IRREGULAR) {
+        return Reader(file, rows, storedCount, columns, mesh, parts, error).readLines();
+    }
+    return outcome == Outcome::DONE;
+}
+
+} // namespace
+
+bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+                   std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
+                   ug::Error* error) {
+    switch (columns.size()) {
+    case 1:
+        return readBlock<1>(file, rows, storedCount, columns, mesh, parts, error);
+    case 3:
+        return readBlock<3>(file, rows, storedCount, columns, mesh, parts, error);
+    default:
+        return readBlock<6>(file, rows, storedCount, columns, mesh, parts, error);
+    }
+}
+
+} // namespace orv::imp::cae

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/FrdIndex.h"
+#include "OrvImportCae/FrdMesh.h"
+#include "OrvUnstructGrid/Error.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace orv::imp::cae {
+
+/// Reads some columns of a block of results into the parts.
+///
+/// Rows are taken in large pieces. Where they have the expected width each is read at its columns; a block in which
+/// one has not is read again line by line. Nodes that come in the order of the mesh are not looked up.
+///
+/// @param storedCount the columns that the block has
+/// @param columns those that are wanted, 1, 3 or 6, in the order of an item
+/// @param parts for each part its values: an item for each of its nodes. Nodes that the block leaves out become
+///        UNDEFINED_DOUBLE. After a failure the values are anything.
+/// @return false with a text when a row is not as it should be, a node is unknown or comes twice
+bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+                   std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
+                   ug::Error* error);
+
+} // namespace orv::imp::cae
