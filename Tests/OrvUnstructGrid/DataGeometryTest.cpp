@@ -1,0 +1,55 @@
+#include "OrvUnstructGrid/DataGeometry.h"
+
+#include "OrvCore/PtrRef.h"
+#include "Tests/Support/AssertRecorder.h"
+
+#include <gtest/gtest.h>
+
+using namespace orv::ug;
+using orvtest::AssertRecorder;
+using orvtest::FailedAssert;
+
+namespace {
+
+TEST(DataGeometry, IdsTellGeometriesApart) {
+    orv::PtrRef<DataGeometry> first(new DataGeometry);
+    orv::PtrRef<DataGeometry> second(new DataGeometry);
+    EXPECT_NE(first->id(), second->id());
+    const int gone = second->id();
+    second = new DataGeometry;
+    EXPECT_NE(second->id(), gone);
+}
+
+TEST(DataGeometry, OwnsItsPartsInOrder) {
+    orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+    EXPECT_EQ(geometry->partCount(), 0u);
+    DataPart* first = geometry->addPart(5);
+    DataPart* second = geometry->addPart(3);
+    ASSERT_EQ(geometry->partCount(), 2u);
+    EXPECT_EQ(geometry->part(0), first);
+    EXPECT_EQ(geometry->part(1), second);
+    EXPECT_EQ(second->partId(), 3);
+    const DataGeometry* unchanging = geometry.get();
+    EXPECT_EQ(unchanging->part(1), second);
+}
+
+TEST(DataGeometry, CountsTheBytesOfItsParts) {
+    orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+    geometry->addPart(1)->nodes()->set({0, 0, 0}, {});
+    geometry->addPart(2)->nodes()->set({0, 0, 0, 1, 1, 1}, {});
+    EXPECT_EQ(geometry->byteCount(), geometry->part(0)->byteCount() + geometry->part(1)->byteCount());
+    EXPECT_GE(geometry->byteCount(), 9 * sizeof(double));
+}
+
+TEST(DataGeometry, PartBeyondTheEndIsNull) {
+    AssertRecorder recorder;
+    orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+    const DataGeometry* unchanging = geometry.get();
+    const std::vector<FailedAssert> failed = {{"OrvUnstructGrid/DataGeometry", "index < partCount()", {}}};
+    EXPECT_EQ(geometry->part(0), nullptr);
+    EXPECT_EQ(recorder.take(), failed);
+    EXPECT_EQ(unchanging->part(0), nullptr);
+    EXPECT_EQ(recorder.take(), failed);
+}
+
+} // namespace

@@ -1,0 +1,389 @@
+#include "OrvUnstructGrid/DataSourceLazy.h"
+
+#include "OrvCore/Defines.h"
+#include "OrvUnstructGrid/DataStateSpec.h"
+#include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/UnstructGridModel.h"
+#include "Tests/OrvUnstructGrid/CustomResults.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace orv::ug;
+using orv::UNDEFINED_DOUBLE;
+using orvtest::CountingGenerator;
+using orvtest::doubled;
+using orvtest::sumOf;
+
+namespace {
+
+/// Reads 10 * state + id for each of the scalars 1, 2 and 3, on two geometries with one part of 4 nodes each, so a
+/// loaded result takes 64 bytes. The file has no values of scalar 3 in state 1.
+class CountingSource : public DataSourceLazy {
+public:
+    explicit CountingSource(bool readsAgain = true) : DataSourceLazy(1), m_readsAgain(readsAgain) {
+        directory()->setSimulationInfo(SimulationInfo("beam.frd"));
+        std::vector<orv::PtrRef<DataGeometry>> geometries = {orv::PtrRef(new DataGeometry),
+                                                             orv::PtrRef(new DataGeometry)};
+        for (const orv::PtrRef<DataGeometry>& geometry : geometries) {
+            geometry->addPart(1)->nodes()->set(std::vector<double>(12), {});
+        }
+        for (int id = 1; id <= 5; ++id) {
+            addState(StateInfo(id, "Step " + std::to_string(id), StateInfo::TIME, id), geometries);
+        }
+        for (int id = 1; id <= 3; ++id) {
+            const ResultInfo info(SCALAR, id, "r" + std::to_string(id), PER_NODE);
+            directory()->addResultInfo(info);
+            for (int state = 1; state <= 5; ++state) {
+                if (id < 3 || state > 1) {
+                    directory()->setHasResult(state, info);
+                }
+            }
+        }
+    }
+
+    DataState* stateOfId(int id) {
+        return state(stateIndex(id));
+    }
+
+    bool load(int stateId, const std::vector<ResultInfo>& infos, Error* error = nullptr) {
+        DataStateSpec spec;
+        spec.setResultIds(infos);
+        return loadDataState(stateId, spec, error);
+    }
+
+    double valueIn(int stateId, const ResultInfo& info) {
+        DataResultGroup* group = stateOfId(stateId)->results(stateOfId(stateId)->geometry(1));
+        return group->find(info)->values(0)->values()[3];
+    }
+
+    std::string reads;               ///< "state:id " for each read.
+    int failingId = -1;              ///< The result whose reading fails half-way.
+    orv::Str failingText = "line 7"; ///< What it says then.
+    int sparseId = -1;               ///< The result that is there in the first geometry only.
+
+protected:
+    bool readResult(const ResultInfo& info, DataState* state, Error* error) override {
+        reads += std::to_string(state->id()) + ":" + std::to_string(info.id()) + " ";
+        for (std::size_t g = 0; g < 2; ++g) {
+            DataPartValues* values = state->results(state->geometry(g))->findOrAdd(info)->values(0);
+            values->allocate(4);
+            std::fill_n(values->values(), 4, 10.0 * state->id() + info.id());
+            if (info.id() == failingId) {
+                return failingText.isEmpty() ? false : fail(error, failingText);
+            }
+            if (info.id() == sparseId) {
+                return true;
+            }
+        }
+        return true;
+    }
+
+    bool canReadAgain() const override {
+        return m_readsAgain ? DataSourceLazy::canReadAgain() : false;
+    }
+
+private:
+    bool m_readsAgain;
+};
+
+class DataSourceLazyTest : public testing::Test {
+protected:
+    DataSourceLazyTest() : source(new CountingSource) {}
+
+    std::string failedLoad(int stateId, const std::vector<ResultInfo>& infos) {
+        Error error;
+        EXPECT_FALSE(source->load(stateId, infos, &error));
+        return error.message().toStdString();
+    }
+
+    ResultInfo added(ResultInfo info) {
+        source->directory()->setCustomResultInfo(info);
+        return info;
+    }
+
+    bool isLoaded(int stateId, const ResultInfo& info) {
+        return source->stateOfId(stateId)->hasLoaded(info);
+    }
+
+    /// The ids of the states that hold values.
+    std::string statesWithValues() {
+        std::string ids;
+        for (std::size_t i = 0; i < source->stateCount(); ++i) {
+            ids += source->state(i)->resultByteCount() > 0 ? std::to_string(source->state(i)->id()) : "";
+        }
+        return ids;
+    }
+
+    orv::PtrRef<CountingSource> source;
+    const ResultInfo r1 = ResultInfo(SCALAR, 1, "r1", PER_NODE);
+    const ResultInfo r2 = ResultInfo(SCALAR, 2, "r2", PER_NODE);
+    const ResultInfo r3 = ResultInfo(SCALAR, 3, "r3", PER_NODE);
+};
+
+TEST_F(DataSourceLazyTest, ReadsNothingUntilAsked) {
+    EXPECT_EQ(source->reads, "");
+    EXPECT_EQ(statesWithValues(), "");
+}
+
+TEST_F(DataSourceLazyTest, ReadsWhatIsNamedOnce) {
+    ASSERT_TRUE(source->load(2, {r2, r1, r2}));
+    EXPECT_EQ(source->reads, "2:2 2:1 ");
+    EXPECT_EQ(source->valueIn(2, r1), 21.0);
+    EXPECT_FALSE(isLoaded(2, r3));
+    EXPECT_EQ(statesWithValues(), "2");
+    ASSERT_TRUE(source->load(2, {r1, r3}));
+    EXPECT_EQ(source->reads, "2:2 2:1 2:3 ");
+}
+
+TEST_F(DataSourceLazyTest, NamingNothingLoadsNothing) {
+    Error error;
+    EXPECT_TRUE(source->load(2, {}, &error));
+    EXPECT_TRUE(error.isEmpty());
+    EXPECT_EQ(source->reads, "");
+}
+
+TEST_F(DataSourceLazyTest, KeepsWhatIsThere) {
+    ASSERT_TRUE(source->load(2, {r1}));
+    const DataResult* before = source->stateOfId(2)->results(source->stateOfId(2)->geometry(0))->find(r1);
+    ASSERT_TRUE(source->load(2, {r1, r2}));
+    EXPECT_EQ(source->stateOfId(2)->results(source->stateOfId(2)->geometry(0))->find(r1), before);
+}
+
+TEST_F(DataSourceLazyTest, AResultIsKnownByItsIdentityNotByItsName) {
+    ResultInfo renamed = r1;
+    renamed.setName("renamed");
+    ASSERT_TRUE(source->load(2, {renamed, r1}));
+    EXPECT_EQ(source->reads, "2:1 ");
+}
+
+TEST_F(DataSourceLazyTest, ComputesACustomResultFromWhatItRestsOn) {
+    const ResultInfo sum = added(sumOf("r1+r2", {r1, r2}));
+    ASSERT_TRUE(source->load(2, {sum}));
+    EXPECT_EQ(source->valueIn(2, sum), 43.0);
+    EXPECT_TRUE(isLoaded(2, r1));
+    EXPECT_TRUE(isLoaded(2, r2));
+}
+
+TEST_F(DataSourceLazyTest, LoadsThroughTheCallersOwnCopy) {
+    const ResultInfo own = sumOf("r1+r2", {r1, r2});
+    ResultInfo renamed = own;
+    renamed.setName("Sum");
+    added(renamed);
+    ASSERT_TRUE(source->load(2, {own}));
+    EXPECT_TRUE(isLoaded(2, renamed));
+}
+
+TEST_F(DataSourceLazyTest, DropsIntermediatesAndKeepsRegisteredOnes) {
+    const ResultInfo middle = sumOf("r1+r2", {r1, r2});
+    const ResultInfo registered = added(sumOf("r2+r2", {r2, r2}));
+    const ResultInfo top = added(sumOf("top", {middle, registered, middle}));
+    ASSERT_TRUE(source->load(2, {top}));
+    EXPECT_EQ(source->valueIn(2, top), 43.0 + 44.0 + 43.0);
+    EXPECT_FALSE(isLoaded(2, middle));
+    EXPECT_TRUE(isLoaded(2, registered));
+}
+
+TEST_F(DataSourceLazyTest, KeepsAnIntermediateUntilItsLastUse) {
+    orv::PtrRef<CountingGenerator> generator(new CountingGenerator(2));
+    const ResultInfo middle = sumOf("r1+r2", {r1, r2}, generator);
+    const ResultInfo first = added(sumOf("first", {middle}));
+    const ResultInfo second = added(sumOf("second", {first, middle}));
+    ASSERT_TRUE(source->load(2, {first, second}));
+    EXPECT_EQ(source->valueIn(2, second), 86.0);
+    EXPECT_EQ(generator->runs, 1);
+    EXPECT_FALSE(isLoaded(2, middle));
+}
+
+TEST_F(DataSourceLazyTest, KeepsAnIntermediateThatWasThereBefore) {
+    const ResultInfo middle = sumOf("r1+r2", {r1, r2});
+    ASSERT_TRUE(source->load(2, {r1, r2}));
+    ASSERT_TRUE(CustomResultGenerator::compute(source.get(), middle, source->stateOfId(2)));
+    ASSERT_TRUE(source->load(2, {added(sumOf("top", {middle}))}));
+    EXPECT_TRUE(isLoaded(2, middle));
+}
+
+TEST_F(DataSourceLazyTest, SharedArgumentsAreComputedOnce) {
+    const ResultInfo top = added(doubled(r1, 60));
+    ASSERT_TRUE(source->load(1, {top}));
+    EXPECT_EQ(source->valueIn(1, top), 11.0 * 1152921504606846976.0); // 2 to the power of 60.
+    EXPECT_EQ(source->stateOfId(1)->resultByteCount(), 2u * 64u);     // Of r1 and top: the others went on the way.
+}
+
+TEST_F(DataSourceLazyTest, DepthNeedsNoStack) {
+    const ResultInfo top = added(doubled(r1, 50000));
+    ASSERT_TRUE(source->load(1, {top}));
+    EXPECT_TRUE(isLoaded(1, top));
+    EXPECT_EQ(source->stateOfId(1)->resultByteCount(), 2u * 64u);
+}
+
+TEST_F(DataSourceLazyTest, FillsUndefinedWhatTheFileLeavesOut) {
+    source->sparseId = 1;
+    ASSERT_TRUE(source->load(1, {r1}));
+    DataResultGroup* group = source->stateOfId(1)->results(source->stateOfId(1)->geometry(1));
+    ASSERT_TRUE(isLoaded(1, r1));
+    ASSERT_EQ(group->find(r1)->values(0)->itemCount(), 4u);
+    EXPECT_EQ(source->valueIn(1, r1), UNDEFINED_DOUBLE);
+}
+
+TEST_F(DataSourceLazyTest, RefusesAnUnknownState) {
+    EXPECT_EQ(failedLoad(9, {r1}), "There is no state 9 in 'beam.frd': its states are 1, 2, 3, 4, 5");
+    EXPECT_FALSE(source->load(9, {r1}, nullptr));
+}
+
+TEST_F(DataSourceLazyTest, RefusesAnUnregisteredCustomResult) {
+    EXPECT_EQ(failedLoad(2, {sumOf("a+b", {r1, r2})}),
+              "Result 'a+b' is custom and not registered in 'beam.frd': add it first");
+    EXPECT_EQ(source->reads, "");
+}
+
+TEST_F(DataSourceLazyTest, RefusesAStrangerAndAnInvalidResult) {
+    EXPECT_EQ(failedLoad(2, {ResultInfo(VECTOR, 1, "Flow", PER_NODE)}),
+              "Result 'Flow' is not in 'beam.frd': take one from its directory");
+    EXPECT_EQ(failedLoad(2, {ResultInfo()}),
+              "An invalid result was asked for: take one from the directory of 'beam.frd'");
+}
+
+TEST_F(DataSourceLazyTest, RefusesAResultWithoutValuesInTheState) {
+    EXPECT_EQ(failedLoad(1, {r3}),
+              "Result 'r3' has no values in state 'Step 1' of 'beam.frd': choose a state that has it");
+    EXPECT_EQ(failedLoad(1, {added(sumOf("a", {r1, sumOf("b", {r3})}))}),
+              "Result 'a' rests on 'r3', which has no values in state 'Step 1' of 'beam.frd': choose a state that has "
+              "it");
+    EXPECT_EQ(source->reads, "");
+}
+
+TEST_F(DataSourceLazyTest, RefusesACustomResultThatRestsOnAStranger) {
+    EXPECT_EQ(failedLoad(2, {added(sumOf("a", {r1, ResultInfo(SCALAR, 8, "strange", PER_NODE)}))}),
+              "Result 'a' rests on 'strange', which is not in 'beam.frd': build it from results that are");
+}
+
+TEST_F(DataSourceLazyTest, TellsWhatTheReaderSays) {
+    source->failingId = 2;
+    EXPECT_EQ(failedLoad(2, {r2}), "line 7");
+    source->failingText = "";
+    EXPECT_EQ(failedLoad(2, {r2}),
+              "Result 'r2' could not be read for state 'Step 2' of 'beam.frd': see whether the file is intact");
+    EXPECT_FALSE(source->load(2, {r2}, nullptr));
+}
+
+TEST_F(DataSourceLazyTest, TellsWhenAGeneratorGivesUp) {
+    std::vector<ResultInfo> arguments = {r1};
+    EXPECT_EQ(failedLoad(2, {added(ResultInfo(SCALAR, "none", PER_NODE, arguments, nullptr))}),
+              "Result 'none' could not be computed for state 'Step 2' of 'beam.frd': it was made without a generator");
+    orv::PtrRef<CustomResultGenerator> generator(new CustomResultGenerator(1));
+    generator->setArgumentType(0, VECTOR);
+    EXPECT_EQ(failedLoad(2, {added(sumOf("wrong", {r1}, generator))}),
+              "Result 'wrong' could not be computed for state 'Step 2' of 'beam.frd': see whether types, mappings and "
+              "parts of its arguments fit together, which are 'r1'");
+}
+
+TEST_F(DataSourceLazyTest, FailureBringsNothing) {
+    ASSERT_TRUE(source->load(2, {r1}));
+    orv::PtrRef<CustomResultGenerator> generator(new CustomResultGenerator(1));
+    generator->setArgumentType(0, VECTOR);
+    const ResultInfo good = added(sumOf("good", {r1, r2}));
+    const ResultInfo bad = added(sumOf("bad", {r2}, generator));
+    failedLoad(2, {good, r3, bad});
+    EXPECT_TRUE(isLoaded(2, r1));
+    EXPECT_EQ(source->stateOfId(2)->resultByteCount(), 64u);
+    for (std::size_t g = 0; g < 2; ++g) {
+        EXPECT_EQ(source->stateOfId(2)->results(source->stateOfId(2)->geometry(g))->all().size(), 1u);
+    }
+}
+
+TEST_F(DataSourceLazyTest, AHalfReadResultGoesToo) {
+    source->failingId = 2;
+    failedLoad(2, {r1, r2});
+    EXPECT_EQ(statesWithValues(), "");
+    EXPECT_TRUE(source->stateOfId(2)->results(source->stateOfId(2)->geometry(0))->all().empty());
+}
+
+TEST_F(DataSourceLazyTest, BudgetIsOneGibibyteUntilSet) {
+    EXPECT_EQ(source->resultByteBudget(), 1073741824u);
+    source->setResultByteBudget(100);
+    EXPECT_EQ(source->resultByteBudget(), 100u);
+}
+
+TEST_F(DataSourceLazyTest, DropsTheLongestUnusedStatesBeyondTheBudget) {
+    source->setResultByteBudget(2 * 64);
+    ASSERT_TRUE(source->load(1, {r1}));
+    ASSERT_TRUE(source->load(2, {r1}));
+    EXPECT_EQ(statesWithValues(), "12");
+    ASSERT_TRUE(source->load(3, {r1}));
+    EXPECT_EQ(statesWithValues(), "23");
+    ASSERT_TRUE(source->load(2, {r1})); // Brings nothing, but is a use.
+    ASSERT_TRUE(source->load(4, {r1}));
+    EXPECT_EQ(statesWithValues(), "24");
+    ASSERT_TRUE(source->load(3, {r1}));
+    EXPECT_EQ(statesWithValues(), "34");
+    EXPECT_EQ(source->reads, "1:1 2:1 3:1 4:1 3:1 ");
+}
+
+TEST_F(DataSourceLazyTest, DropsAsManyStatesAsItTakes) {
+    source->setResultByteBudget(3 * 64);
+    for (int id : {1, 2, 3}) {
+        ASSERT_TRUE(source->load(id, {r1}));
+    }
+    ASSERT_TRUE(source->load(4, {r1, r2, r3}));
+    EXPECT_EQ(statesWithValues(), "4");
+}
+
+TEST_F(DataSourceLazyTest, ALoadIsNeverDroppedByItself) {
+    source->setResultByteBudget(0);
+    ASSERT_TRUE(source->load(1, {r1, r2}));
+    EXPECT_EQ(statesWithValues(), "1");
+    ASSERT_TRUE(source->load(2, {r1}));
+    EXPECT_EQ(statesWithValues(), "2");
+}
+
+TEST_F(DataSourceLazyTest, CurrentStatesOfModelsAreNeverDropped) {
+    orv::PtrRef<UnstructGridModel> model(new UnstructGridModel);
+    model->setDataSource(source.get());
+    model->modelSpec().setStateId(1);
+    source->setResultByteBudget(64);
+    for (int id : {1, 2, 3}) {
+        ASSERT_TRUE(source->load(id, {r1}));
+    }
+    EXPECT_EQ(statesWithValues(), "13");
+    model->modelSpec().setStateId(3);
+    ASSERT_TRUE(source->load(4, {r1}));
+    EXPECT_EQ(statesWithValues(), "34");
+}
+
+TEST_F(DataSourceLazyTest, RemovedResultsLeaveTheAccount) {
+    source->setResultByteBudget(4 * 64);
+    const ResultInfo sum = added(sumOf("x", {r1}));
+    ASSERT_TRUE(source->load(1, {sum}));
+    ASSERT_TRUE(source->load(2, {sum}));
+    source->directory()->removeCustomResultInfo(sum);
+    ASSERT_TRUE(source->load(3, {r1, r2}));
+    EXPECT_EQ(statesWithValues(), "123");
+    ASSERT_TRUE(source->load(4, {r1}));
+    EXPECT_EQ(statesWithValues(), "234");
+}
+
+TEST_F(DataSourceLazyTest, WhatCannotBeReadAgainIsNeitherDroppedNorCounted) {
+    source = new CountingSource(false);
+    source->setResultByteBudget(64);
+    const ResultInfo sum = added(sumOf("x", {r1}));
+    ASSERT_TRUE(source->load(1, {sum}));
+    ASSERT_TRUE(source->load(2, {r1, r2}));
+    EXPECT_TRUE(isLoaded(1, sum));
+    ASSERT_TRUE(source->load(2, {sum}));
+    EXPECT_FALSE(isLoaded(1, sum));
+    EXPECT_TRUE(isLoaded(1, r1));
+    EXPECT_EQ(statesWithValues(), "12");
+}
+
+TEST_F(DataSourceLazyTest, AFailedLoadIsNoUse) {
+    source->setResultByteBudget(2 * 64);
+    ASSERT_TRUE(source->load(1, {r1}));
+    ASSERT_TRUE(source->load(2, {r1}));
+    failedLoad(1, {r3});
+    ASSERT_TRUE(source->load(3, {r1}));
+    EXPECT_EQ(statesWithValues(), "23");
+}
+
+} // namespace
