@@ -21,9 +21,12 @@ std::size_t DataSourceDirectory::stateCount() const {
     return m_states.size();
 }
 
-StateInfo DataSourceDirectory::findStateInfo(int stateId) const {
-    const std::size_t index = stateIndex(stateId);
+StateInfo DataSourceDirectory::stateInfo(std::size_t index) const {
     return index < m_states.size() ? m_states[index] : StateInfo();
+}
+
+StateInfo DataSourceDirectory::findStateInfo(int stateId) const {
+    return stateInfo(stateIndex(stateId));
 }
 
 std::size_t DataSourceDirectory::stateIndex(int stateId) const {

@@ -32,6 +32,8 @@ public:
     /// In file order.
     std::vector<StateInfo> stateInfos() const;
     std::size_t stateCount() const;
+    /// The record at a position in stateInfos(), without a copy of the list; an undefined one when there is none.
+    StateInfo stateInfo(std::size_t index) const;
     /// The record, or an undefined one.
     StateInfo findStateInfo(int stateId) const;
     /// The position in stateInfos(); UNDEFINED_SIZE_T when there is no such state.

@@ -71,6 +71,9 @@ TEST_F(DataSourceDirectoryTest, ListsStatesInOrderAndFindsThem) {
     ASSERT_EQ(directory.stateInfos().size(), 2u);
     EXPECT_EQ(directory.stateCount(), 2u);
     EXPECT_EQ(directory.stateInfos()[1].name(), "twenty");
+    EXPECT_EQ(directory.stateInfo(1).name(), "twenty");
+    EXPECT_EQ(directory.stateInfo(2).id(), -1);
+    EXPECT_EQ(directory.stateInfo(orv::UNDEFINED_SIZE_T).id(), -1);
     EXPECT_EQ(directory.findStateInfo(10).name(), "ten");
     EXPECT_EQ(directory.findStateInfo(11).id(), -1);
     EXPECT_EQ(directory.stateIndex(20), 1u);
