@@ -46,15 +46,39 @@ public:
         return std::exchange(records(), {});
     }
 
+    /// Runs `call` up to its `count`-th failed assertion, for calls that have no defined outcome behind it. Gives all
+    /// that has failed since the last take().
+    template <class Call>
+    std::vector<FailedAssert> takeUntil(size_t count, Call call) {
+        endingRecord() = records().size() + count;
+        try {
+            call();
+        } catch (const Ending&) {
+        }
+        endingRecord() = 0;
+        return take();
+    }
+
 private:
+    struct Ending {};
+
     static std::vector<FailedAssert>& records() {
         static std::vector<FailedAssert> list;
         return list;
     }
 
+    /// The number of records that ends a call; 0 for none.
+    static size_t& endingRecord() {
+        static size_t count = 0;
+        return count;
+    }
+
     static void record(const char* file, int, const char* expression, const char* message) {
         auto text = [](const char* chars) { return chars ? std::optional<std::string>(chars) : std::nullopt; };
         records().push_back({file, text(expression), text(message)});
+        if (records().size() == endingRecord()) {
+            throw Ending();
+        }
     }
 
     rvf::Assert::FailedAction m_earlierAction;
