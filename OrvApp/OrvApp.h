@@ -1,0 +1,40 @@
+#pragma once
+
+/// @file
+/// @page OrvApp The application layer
+///
+/// Catalogues of the process, through which a program opens results and asks for them:
+///
+/// - orv::app::Models: the open models, and which is current
+/// - orv::app::States: the states of the current model
+/// - orv::app::Parts: the parts of the current state
+/// - orv::app::Results: the results of the current state, and their values
+///
+/// Each is reached by instance() and keeps next to nothing: it asks the current model anew at each call, so changing
+/// the current model changes what the others see. orv::app::AppComponent binds the layer to the core's instance, which
+/// chooses what becomes of failed assertions and where messages go; the catalogues work without it too.
+///
+/// How far the first node of the first part moves in each state:
+/// @code
+/// orv::ug::Error error;
+/// if (!orv::app::Models::instance()->open("bracket.frd", &error)) {
+///     std::cerr << error.message().toStdString() << '\n';
+/// }
+/// auto* states = orv::app::States::instance();
+/// for (size_t i = 0; i < states->count(); ++i) {
+///     states->setCurrentIndex(i);
+///     const auto* motion = orv::app::Results::instance()->currentDataPartDisplacement("DISP");
+///     std::cout << states->currentInfo().referenceValue() << ": " << (motion ? motion->value(0).z() : 0.0) << '\n';
+/// }
+/// @endcode
+///
+/// Mistakes of the calling program are assertions (rvf::Assert), failures of data come back as a null pointer, false or
+/// an undefined record, with the reason in an orv::ug::Error or in the log "orv.comp.app". One thread at a time.
+
+#include "OrvApp/AppComponent.h"
+#include "OrvApp/Models.h"
+#include "OrvApp/Parts.h"
+#include "OrvApp/Results.h"
+#include "OrvApp/States.h"
+#include "OrvCore/OrvCore.h"
+#include "OrvUnstructGrid/OrvUnstructGrid.h"

@@ -1,0 +1,46 @@
+#include "OrvApp/AppLog_p.h"
+
+#include "LibCore/rvfRef.h"
+#include "Tests/Support/LogRecorder.h"
+
+#include <gtest/gtest.h>
+
+using orvtest::LogMessage;
+using orvtest::LogRecorder;
+
+namespace {
+
+const rvf::CodeLocation here("Folder/Unit", "void f(int)", "f", 7);
+
+TEST(AppLog, ErrorGoesToTheLayersLoggerWithItsPlace) {
+    LogRecorder logs;
+    orv::app::logError("why", here);
+    EXPECT_EQ(logs.take(), (std::vector<LogMessage>{{1, "orv.comp.app", "why", "Folder/Unit", "void f(int)", "f"}}));
+}
+
+TEST(AppLog, NothingIsSaidBelowErrorLevel) {
+    LogRecorder logs;
+    rvf::Logger* logger = rvf::LogManager::instance()->logger("orv.comp.app");
+    const int level = logger->level();
+    logger->setLevel(rvf::Logger::LEVEL_NONE);
+    orv::app::logError("why", here);
+    EXPECT_TRUE(logs.take().empty());
+
+    logger->setLevel(rvf::Logger::LEVEL_ERROR);
+    orv::app::logError("why", here);
+    EXPECT_EQ(logs.take().size(), 1u);
+    logger->setLevel(level);
+}
+
+TEST(AppLog, LoggerIsFetchedAnewFromTheManagerInCharge) {
+    LogRecorder logs;
+    rvf::ref<rvf::LogManager> earlier = rvf::LogManager::instance();
+    orv::app::logError("first", here);
+    rvf::LogManager::setInstance(new rvf::LogManager);
+    rvf::LogManager::instance()->logger("orv.comp.app")->setLevel(rvf::Logger::LEVEL_NONE);
+    orv::app::logError("second", here);
+    rvf::LogManager::setInstance(earlier.get());
+    EXPECT_EQ(logs.take().size(), 1u);
+}
+
+} // namespace
