@@ -3,24 +3,32 @@
 #include "LibCore/rvfAssert.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
 namespace orv::ug {
 namespace {
 
-bool areKnown(std::span<const ElementType> types) {
-    return std::all_of(types.begin(), types.end(), [](ElementType type) { return type < ELEMENT_TYPE_COUNT; });
+/// How many elements of each type there are, with room for numbers that are no type.
+using TypeCounts = std::array<std::size_t, std::numeric_limits<std::uint8_t>::max() + 1>;
+
+TypeCounts countTypes(std::span<const ElementType> types) {
+    TypeCounts counts = {};
+    for (ElementType type : types) {
+        ++counts[type];
+    }
+    return counts;
 }
 
-std::size_t totalOf(std::span<const ElementType> types, std::uint8_t ElementTypeInfo::*count) {
-    std::size_t perType[ELEMENT_TYPE_COUNT];
-    for (std::size_t t = 0; t < ELEMENT_TYPE_COUNT; ++t) {
-        perType[t] = elementTypeInfo(static_cast<ElementType>(t)).*count;
-    }
+bool areAllKnown(const TypeCounts& counts) {
+    return std::all_of(counts.begin() + ELEMENT_TYPE_COUNT, counts.end(), [](std::size_t count) { return count == 0; });
+}
+
+std::size_t totalOf(const TypeCounts& counts, std::uint8_t ElementTypeInfo::*perElement) {
     std::size_t total = 0;
-    for (ElementType type : types) {
-        total += perType[type];
+    for (std::size_t t = 0; t < ELEMENT_TYPE_COUNT; ++t) {
+        total += counts[t] * (elementTypeInfo(static_cast<ElementType>(t)).*perElement);
     }
     return total;
 }
@@ -41,9 +49,9 @@ DataElements::DataElements() : m_offsets(1, 0) {}
 
 void DataElements::set(std::vector<ElementType> types, std::vector<std::uint32_t> connectivity, std::vector<int> ids) {
     const std::size_t limit = std::numeric_limits<std::uint32_t>::max();
-    const bool typesAreKnown = areKnown(types);
-    const std::size_t nodeTotal = typesAreKnown ? totalOf(types, &ElementTypeInfo::nodeCount) : 0;
-    const bool connectivityMatchesTypes = typesAreKnown && connectivity.size() == nodeTotal;
+    const TypeCounts counts = countTypes(types);
+    const std::size_t nodeTotal = totalOf(counts, &ElementTypeInfo::nodeCount);
+    const bool connectivityMatchesTypes = areAllKnown(counts) && connectivity.size() == nodeTotal;
     const bool idsMatchTypes = ids.empty() || ids.size() == types.size();
     RVF_ASSERT(nodeTotal <= limit);
     RVF_ASSERT(connectivityMatchesTypes);
@@ -52,7 +60,7 @@ void DataElements::set(std::vector<ElementType> types, std::vector<std::uint32_t
         return;
     }
     m_offsets = offsetsOf(types);
-    m_surfaceCount = totalOf(types, &ElementTypeInfo::surfaceCount);
+    m_surfaceCount = totalOf(counts, &ElementTypeInfo::surfaceCount);
     m_types = std::move(types);
     m_connectivity = std::move(connectivity);
     m_ids = std::move(ids);

@@ -24,20 +24,20 @@ public:
     /// expression names it, and an expression may be of any depth.
     bool loadDataState(int stateId, const DataStateSpec& spec, Error* error) final;
 
-    /// Of a result that is gone, also its bytes in the account of the budget go.
+    /// Also takes the bytes of the values off the account of the budget.
     void dropResult(const ResultInfo& info) override;
 
     /// The bytes of values that states may hold together; 1 GiB until set, and a new limit holds from the next load on.
     /// When a load goes beyond it, values are dropped state by state, the longest unused first, but never those of the
     /// state just loaded nor those of a state that is current in a model. So whoever holds a pointer to values across a
-    /// change of state asks anew. Values that can not be had again are neither dropped nor counted.
+    /// change of state asks anew. Values that cannot be had again are neither dropped nor counted.
     void setResultByteBudget(std::size_t bytes);
     std::size_t resultByteBudget() const;
 
 protected:
-    /// Reads one of the file's results into the state's result groups. The state has the result by the directory and
-    /// it is not loaded yet. A part that is left without one item for each node or element is undefined afterwards.
-    /// False with a text when that fails; the caller clears up.
+    /// Reads one of the file's results into the state's result groups, ranges of scalars included. The state has the
+    /// result by the directory and it is not loaded yet. A part that is left without one item for each node or element
+    /// is undefined afterwards. False with a text when that fails; the caller clears up.
     virtual bool readResult(const ResultInfo& info, DataState* state, Error* error) = 0;
 
     /// Whether values that readResult() brought can be dropped and read again.

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace orv::ug;
 using orvtest::AssertRecorder;
 using orvtest::CountingGenerator;
@@ -233,10 +235,32 @@ TEST_F(CustomResultGeneratorTest, AnArgumentThatAGeometryLacksIsComputedAgain) {
     EXPECT_EQ(generator->runs, 2);
 }
 
-TEST_F(CustomResultGeneratorTest, DeepArgumentsNeedNoStack) {
-    const ResultInfo deep = orvtest::doubled(model.pressure, 10000);
+/// Watches how many generate() calls stand inside each other.
+class NestingGenerator : public CustomResultGenerator {
+public:
+    using CustomResultGenerator::CustomResultGenerator;
+
+    bool generate(const DataSource* dataSource, const ResultInfo& result, const std::vector<ResultInfo>& arguments,
+                  DataState* state) override {
+        deepest = std::max(deepest, ++depth);
+        const bool done = CustomResultGenerator::generate(dataSource, result, arguments, state);
+        --depth;
+        return done;
+    }
+
+    int depth = 0;
+    int deepest = 0;
+};
+
+TEST_F(CustomResultGeneratorTest, ComputesDeepArgumentsOneAfterTheOther) {
+    orv::PtrRef<NestingGenerator> generator(new NestingGenerator(1));
+    ResultInfo deep = model.pressure;
+    for (int i = 0; i < 100; ++i) {
+        deep = sumOf("x", {deep}, generator);
+    }
     ASSERT_TRUE(steps->computeCustomArguments(model.source.get(), {deep}, state));
-    EXPECT_TRUE(state->hasLoaded(deep));
+    EXPECT_EQ(scalarPart(deep, 0, 1)->value(1), modelValue(2, model.pressure, 1, 1, 0));
+    EXPECT_EQ(generator->deepest, 1);
 }
 
 TEST_F(CustomResultGeneratorTest, CustomArgumentsThatFailEndIt) {

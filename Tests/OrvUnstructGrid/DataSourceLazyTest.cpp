@@ -227,6 +227,20 @@ TEST_F(DataSourceLazyTest, FillsUndefinedWhatTheFileLeavesOut) {
     EXPECT_EQ(source->valueIn(1, r1), UNDEFINED_DOUBLE);
 }
 
+TEST_F(DataSourceLazyTest, FillsUndefinedWhatAGeneratorLeavesOut) {
+    class Idle : public CustomResultGenerator {
+    public:
+        Idle() : CustomResultGenerator(1) {}
+        bool generate(const DataSource*, const ResultInfo&, const std::vector<ResultInfo>&, DataState*) override {
+            return true;
+        }
+    };
+    const ResultInfo idle = added(sumOf("idle", {r1}, orv::PtrRef<CustomResultGenerator>(new Idle)));
+    ASSERT_TRUE(source->load(1, {idle}));
+    ASSERT_TRUE(isLoaded(1, idle));
+    EXPECT_EQ(source->valueIn(1, idle), UNDEFINED_DOUBLE);
+}
+
 TEST_F(DataSourceLazyTest, RefusesAnUnknownState) {
     EXPECT_EQ(failedLoad(9, {r1}), "There is no state 9 in 'beam.frd': its states are 1, 2, 3, 4, 5");
     EXPECT_FALSE(source->load(9, {r1}, nullptr));
