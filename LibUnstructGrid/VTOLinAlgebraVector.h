@@ -1,11 +1,11 @@
 #pragma once
 
 #include "LibCore/rvfExport.h"
+#include "LibUnstructGrid/VTOLinAlgebraMatrix4.h"
 #include "LibUnstructGrid/VTOMathConstants.h"
 
 #include <cmath>
 
-class VTMatrix4;
 class VTVector4;
 
 /// A point or a direction in space: three doubles, in the length unit of the model.
@@ -131,10 +131,17 @@ public:
     }
 
     /// Rotation, scale and translation. No division by w: the matrix is taken as affine.
-    void TransformPoint(const VTMatrix4& matrix);
+    void TransformPoint(const VTMatrix4& matrix) {
+        const double* v = matrix.v;
+        Set(v[0] * x + v[4] * y + v[8] * z + v[12], v[1] * x + v[5] * y + v[9] * z + v[13],
+            v[2] * x + v[6] * y + v[10] * z + v[14]);
+    }
 
     /// The same without the translation.
-    void TransformVector(const VTMatrix4& matrix);
+    void TransformVector(const VTMatrix4& matrix) {
+        const double* v = matrix.v;
+        Set(v[0] * x + v[4] * y + v[8] * z, v[1] * x + v[5] * y + v[9] * z, v[2] * x + v[6] * y + v[10] * z);
+    }
 
     /// Right-handed rotations about the coordinate axes, in radians.
     void RotateVectorX(double fAngle);
@@ -148,7 +155,8 @@ public:
     void RotateVector(const VTVector4& quat);
 
     /// Drops the part along the plane's normal, which need not be normalised. False, with the vector as it stands, when
-    /// what would be left, times the squared length of the normal, is shorter than 1e-60.
+    /// what would be left, times the squared length of the normal, is shorter than 1e-60. Between that and 1e-30 the
+    /// vector becomes zero and the answer is true.
     bool ProjectVectorOntoPlane(const VTVector& normal);
 
     /// Some vector at right angles to this one, not normalised. (0, 1, 0) for the zero vector.

@@ -3,31 +3,18 @@
 #include "Tests/Support/AssertRecorder.h"
 
 #include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace orvtest {
 
-/// Runs `call` and leaves it, by an exception, at the `count`-th failed assertion; returns what failed in order. For
-/// calls that would go on to a null pointer or past a buffer.
+/// Runs `call` up to its `count`-th failed assertion and returns what failed in order. For calls that would go on to a
+/// null pointer or past a buffer. No other recorder may live.
 template <typename Call>
 std::vector<FailedAssert> assertsUntil(std::size_t count, Call call) {
-    struct Left {};
-    static std::vector<FailedAssert> seen;
-    static std::size_t limit;
-    seen.clear();
-    limit = count;
-    AssertRecorder continues;
-    rvf::Assert::setFailedAssertObserver([](const char* file, int, const char* expression, const char* message) {
-        auto text = [](const char* chars) { return chars ? std::optional<std::string>(chars) : std::nullopt; };
-        seen.push_back({file, text(expression), text(message)});
-        if (seen.size() == limit) {
-            throw Left();
-        }
-    });
-    try {
-        call();
-    } catch (const Left&) {
-    }
-    return std::move(seen);
+    AssertRecorder recorder;
+    return recorder.takeUntil(count, call);
 }
 
 /// The expected record of assertions without a message that fail one after the other in one source.
