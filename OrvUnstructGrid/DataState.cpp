@@ -40,9 +40,6 @@ DataResultGroup* DataState::results(const DataGeometry* geometry) {
 }
 
 const DataResultGroup* DataState::results(const DataGeometry* geometry) const {
-    if (!geometry) {
-        return nullptr;
-    }
     const auto found = std::find_if(m_groups.begin(), m_groups.end(),
                                     [geometry](const auto& group) { return group->geometry() == geometry; });
     return found != m_groups.end() ? found->get() : nullptr;

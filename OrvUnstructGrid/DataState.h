@@ -14,6 +14,7 @@ namespace orv::ug {
 /// One state of a data source: its geometries, usually shared with other states, and the results loaded so far.
 class ORV_API DataState {
 public:
+    /// @param geometries none of them null
     DataState(int id, std::vector<PtrRef<DataGeometry>> geometries);
     ~DataState();
 

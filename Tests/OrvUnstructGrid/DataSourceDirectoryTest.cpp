@@ -304,6 +304,13 @@ TEST_F(DataSourceDirectoryTest, FindsARegisteredResultThroughTheCallersOwnCopy) 
     EXPECT_TRUE(directory.hasResult(20, own));
 }
 
+TEST_F(DataSourceDirectoryTest, AFilesResultOfItsIdDoesNotRegisterACustomResult) {
+    const ResultInfo sum = sumOf("a+b", {a, b});
+    directory.addResultInfo(ResultInfo(SCALAR, sum.id(), "file", PER_NODE));
+    EXPECT_FALSE(directory.hasResult(20, sum));
+    EXPECT_EQ(dependencies(sumOf("x", {sum})), (Names{"a", "b"}));
+}
+
 TEST_F(DataSourceDirectoryTest, RegistersOnlyCustomResultsOfAType) {
     AssertRecorder recorder;
     directory.setCustomResultInfo(stranger);
@@ -320,18 +327,19 @@ TEST_F(DataSourceDirectoryTest, RemovesACustomResultAndNothingElse) {
     const ResultInfo first = sumOf("first", {a});
     const ResultInfo second = sumOf("second", {b});
     const ResultInfo third = sumOf("third", {b});
-    for (const ResultInfo& info : {first, second, third}) {
+    const ResultInfo fourth = sumOf("fourth", {b});
+    for (const ResultInfo& info : {first, second, third, fourth}) {
         directory.setCustomResultInfo(info);
     }
     directory.removeCustomResultInfo(second);
-    EXPECT_EQ(names(directory.scalarResultInfos()), (Names{"a", "b", "first", "third"}));
+    EXPECT_EQ(names(directory.scalarResultInfos()), (Names{"a", "b", "first", "third", "fourth"}));
     EXPECT_FALSE(directory.findResultInfo(SCALAR, second.id()).isValid());
     EXPECT_EQ(directory.findResultInfo(SCALAR, third.id()).name(), "third");
     EXPECT_FALSE(directory.hasResult(20, second));
     directory.removeCustomResultInfo(second);
     directory.removeCustomResultInfo(a);
     directory.removeCustomResultInfo(ResultInfo());
-    EXPECT_EQ(names(directory.scalarResultInfos()), (Names{"a", "b", "first", "third"}));
+    EXPECT_EQ(names(directory.scalarResultInfos()), (Names{"a", "b", "first", "third", "fourth"}));
 }
 
 TEST_F(DataSourceDirectoryTest, RemovingDropsTheValuesInAllStates) {
