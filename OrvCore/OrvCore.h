@@ -2,10 +2,11 @@
 
 /// @page OrvCore OrvCore: what applications and components share
 ///
-/// Namespace `orv`; stands on LibCore alone.
+/// Namespace `orv`; stands on LibCore, and SymmetricTensor on the numerics of LibUnstructGrid.
 ///
 /// - Text and numbers: Str (UTF-8 at the border), Vec3d, Ray, and the marks for what is undefined, UNDEFINED_SIZE_T,
 ///   UNDEFINED_DOUBLE and UNDEFINED_VECTOR.
+/// - Stresses: SymmetricTensor, with its von Mises value, principal values and directions.
 /// - Ownership: shared objects derive from RefCountedObject and are held by PtrRef; a facade owns its private object
 ///   through internal::PimplPointerHolder.
 /// - Properties: a PropertySetCollection is a list of PropertySet.
@@ -25,4 +26,5 @@
 #include "OrvCore/Ray.h"
 #include "OrvCore/RefCountedObject.h"
 #include "OrvCore/Str.h"
+#include "OrvCore/SymmetricTensor.h"
 #include "OrvCore/Vec3d.h"
