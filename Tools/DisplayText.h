@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace orvapp {
+
+/// The columns that a UTF-8 text takes on screen: its code points, each as one column.
+std::size_t columnCount(std::string_view utf8);
+
+/// The text with a '?' for each control character, so that a name from a file can neither break a table nor steer the
+/// terminal.
+std::string printable(std::string_view utf8);
+
+/// The value with at most six significant digits; "-" when it is undefined or not a number.
+std::string briefNumber(double value);
+
+/// The fewest digits that read back as the same value; "-" when it is undefined.
+std::string exactNumber(double value);
+
+/// A number of things in words: "1 state", "2 states".
+std::string counted(std::size_t count, std::string_view singular);
+
+} // namespace orvapp
