@@ -6,7 +6,6 @@
 /// that finds nothing gives -1. Nothing here keeps a buffer beyond the call.
 
 #include "LibUnstructGrid/VTOSortFunctions.h"
-#include "LibUnstructGrid/VTOSortHash.h"
 #include "LibUnstructGrid/VTOSortSearch.h"
 #include "LibUnstructGrid/VTOSortSorter.h"
 #include "LibUnstructGrid/VTOSortUnique.h"

@@ -1,0 +1,142 @@
+#include "Tests/Tools/Program.h"
+#include "Tests/Tools/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using orvtest::bracketFile;
+using orvtest::Outcome;
+using orvtest::runOrvapp;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+struct WrongUsage {
+    std::vector<std::string> arguments;
+    std::string message;
+};
+
+class WrongUsageTest : public testing::TestWithParam<WrongUsage> {};
+
+} // namespace
+
+TEST_P(WrongUsageTest, IsToldAndEndsWithTwo) {
+    const Outcome outcome = runOrvapp(GetParam().arguments);
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.messages, "orvapp: " + GetParam().message + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CommandLine, WrongUsageTest,
+    testing::Values(
+        WrongUsage{{}, "a command is missing: info or values (see orvapp --help)"},
+        WrongUsage{{"inof", "a.frd"}, R"(there is no command "inof"; did you mean "info"? (see orvapp --help))"},
+        WrongUsage{{"paint"}, R"(there is no command "paint" (see orvapp --help))"},
+        WrongUsage{{"--color"}, "a command is missing: info or values (see orvapp --help)"},
+        WrongUsage{{"info"}, "FILE is required (see orvapp info --help)"},
+        WrongUsage{{"info", "a.frd", "b.frd"},
+                   "The following argument was not expected: b.frd (see orvapp info --help)"},
+        WrongUsage{{"info", "a.frd", "--jsn"},
+                   "The following argument was not expected: --jsn (see orvapp info --help)"},
+        WrongUsage{{"values", "a.frd"}, "--result is required (see orvapp values --help)"},
+        WrongUsage{{"values", "--result", "DISP"}, "FILE is required (see orvapp values --help)"},
+        WrongUsage{{"values", "a.frd", "--result"}, "--result: 1 required PATTERN missing (see orvapp values --help)"},
+        WrongUsage{{"values", "a.frd", "--result", "DISP", "--csv", ""},
+                   "--csv: the name of a file is missing (see orvapp values --help)"},
+        WrongUsage{{"values", "a.frd", "--result", "DISP", "--csv", "-", "--json"},
+                   "--json and --csv - both want standard output (see orvapp values --help)"}));
+
+TEST(CommandLine, HelpTeachesByExamples) {
+    const Outcome outcome = runOrvapp({"--help"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.messages, "");
+    EXPECT_THAT(outcome.output, HasSubstr("orvapp info bracket.frd\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("orvapp values bracket.frd --result DISP\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("--csv disp.csv"));
+    EXPECT_THAT(outcome.output, HasSubstr("Exit codes:\n  0  done\n  1  "));
+    EXPECT_THAT(outcome.output, HasSubstr("Readable files:\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("frd"));
+}
+
+TEST(CommandLine, EachCommandHasItsOwnHelp) {
+    const Outcome info = runOrvapp({"info", "--help"});
+    EXPECT_EQ(info.exitCode, 0);
+    EXPECT_THAT(info.output, HasSubstr("orvapp info bracket.frd --json"));
+    EXPECT_THAT(info.output, HasSubstr("\"referenceValue\""));
+
+    const Outcome values = runOrvapp({"values", "-h"});
+    EXPECT_EQ(values.exitCode, 0);
+    for (const char* word : {"--result PATTERN", "--state PATTERN", "--part PATTERN", "--csv OUT", "--json"}) {
+        EXPECT_THAT(values.output, HasSubstr(word));
+    }
+    EXPECT_THAT(values.output, HasSubstr("orvapp values bracket.frd --result STRESS --state "));
+}
+
+TEST(CommandLine, TellsItsVersion) {
+    const Outcome outcome = runOrvapp({"--version"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.output, "orvapp 3.11.0\n");
+}
+
+TEST(CommandLine, AFileThatCannotBeReadEndsWithOne) {
+    const orvtest::TemporaryFolder folder;
+    const std::vector<std::string> unreadable = {
+        folder.path("missing.frd"), folder.path(""), folder.write("empty.frd", ""),
+        folder.write("garbage.frd", "not a result\n"), folder.write("strange.xyz", "who reads that?\n")};
+    for (const std::string& file : unreadable) {
+        const Outcome outcome = runOrvapp({"info", file});
+        EXPECT_EQ(outcome.exitCode, 1) << file;
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_THAT(outcome.messages, StartsWith("orvapp: "));
+        EXPECT_THAT(outcome.messages, HasSubstr(file));
+    }
+}
+
+TEST(CommandLine, AFileWithoutStatesEndsWithOne) {
+    const orvtest::TemporaryFolder folder;
+    const std::string bracket = orvtest::fileText(bracketFile());
+    const std::string mesh = folder.write("mesh.frd", bracket.substr(0, bracket.find("    1PSTEP")) + " 9999\n");
+    const Outcome outcome = runOrvapp({"info", mesh});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.messages, "orvapp: " + mesh + ": there are no states in this file, so no results to look at\n");
+}
+
+TEST(CommandLine, AReaderThatGoesAwayIsNoError) {
+    const Outcome outcome = runOrvapp({"info", bracketFile()}, [] {
+        int ends[2];
+        if (pipe(ends) == 0) {
+            close(ends[0]);
+            dup2(ends[1], STDOUT_FILENO);
+        }
+    });
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.messages, "");
+}
+
+TEST(CommandLine, ClosedStandardOutputIsNoError) {
+    const orvtest::TemporaryFolder folder;
+    const std::string csv = folder.path("pe.csv");
+    const Outcome outcome = runOrvapp({"values", bracketFile(), "--result", "PE", "--csv", csv}, [] {
+        close(STDIN_FILENO);
+        close(STDOUT_FILENO);
+    });
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.messages, "");
+    // The table does not end up in the file that got the closed descriptor's number.
+    EXPECT_THAT(orvtest::fileText(csv), StartsWith("state,part,id,value\n"));
+    EXPECT_THAT(orvtest::fileText(csv), testing::Not(HasSubstr("Minimum")));
+}
+
+TEST(CommandLine, AFullDiskIsAnError) {
+    const Outcome outcome =
+        runOrvapp({"info", bracketFile()}, [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); });
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.messages, "orvapp: cannot write standard output: No space left on device\n");
+}

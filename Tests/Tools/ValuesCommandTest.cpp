@@ -1,0 +1,321 @@
+#include "OrvCore/Defines.h"
+
+#include "Tests/Tools/FrdColumns.h"
+#include "Tests/Tools/Program.h"
+#include "Tests/Tools/TemporaryFolder.h"
+#include "Tests/Tools/TinyFrd.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <sstream>
+
+#include <nlohmann/json.hpp>
+
+using Json = nlohmann::ordered_json;
+using orvtest::bracketFile;
+using orvtest::NodeValues;
+using orvtest::Outcome;
+using orvtest::runOrvapp;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+struct Block {
+    std::string name;
+    std::vector<std::string> components;
+};
+
+const std::vector<Block> BRACKET_BLOCKS = {{"DISP", {"X", "Y", "Z"}},
+                                           {"FORC", {"X", "Y", "Z"}},
+                                           {"STRESS", {"XX", "YY", "ZZ", "XY", "YZ", "ZX"}},
+                                           {"PE", {"value"}},
+                                           {"ERROR", {"value"}}};
+
+Json valuesOf(const std::vector<std::string>& arguments) {
+    std::vector<std::string> all = {"values"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    all.push_back("--json");
+    const Outcome outcome = runOrvapp(all);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.messages;
+    return Json::parse(outcome.output);
+}
+
+/// The names in one list of `orvapp info`.
+std::vector<std::string> namesIn(const std::string& file, const std::string& list) {
+    std::vector<std::string> names;
+    const Json info = Json::parse(runOrvapp({"info", file, "--json"}).output);
+    for (const Json& row : info["models"][0][list]) {
+        names.push_back(row["name"]);
+    }
+    return names;
+}
+
+std::vector<std::string> lines(const std::string& text) {
+    std::istringstream stream(text);
+    std::vector<std::string> all;
+    for (std::string line; std::getline(stream, line);) {
+        all.push_back(line);
+    }
+    return all;
+}
+
+/// The fields of a line of CSV, without quotes around them; none of our names has a quote in it.
+std::vector<std::string> fieldsOf(const std::string& line) {
+    std::vector<std::string> fields(1);
+    bool isQuoted = false;
+    for (const char c : line) {
+        if (c == '"') {
+            isQuoted = !isQuoted;
+        } else if (c == ',' && !isQuoted) {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    return fields;
+}
+
+std::string failureOf(const std::vector<std::string>& arguments) {
+    std::vector<std::string> all = {"values"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const Outcome outcome = runOrvapp(all);
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.output, "");
+    return outcome.messages;
+}
+
+class TinyFile {
+public:
+    TinyFile() : m_path(m_folder.write("tiny.frd", orvtest::tinyFrd())) {}
+
+    const std::string& path() const {
+        return m_path;
+    }
+
+private:
+    orvtest::TemporaryFolder m_folder;
+    std::string m_path;
+};
+
+} // namespace
+
+TEST(ValuesCommand, JsonAgreesWithThePlainColumnsOfTheFile) {
+    const std::vector<std::string> states = namesIn(bracketFile(), "states");
+    const std::vector<std::string> parts = namesIn(bracketFile(), "parts");
+    const std::vector<std::vector<int>> nodes = {orvtest::nodesOfMaterial(bracketFile(), 1),
+                                                 orvtest::nodesOfMaterial(bracketFile(), 2)};
+    for (const Block& block : BRACKET_BLOCKS) {
+        const Json values = valuesOf({bracketFile(), "--result", block.name});
+        EXPECT_EQ(values["result"], block.name);
+        ASSERT_EQ(values["rows"].size(), states.size() * parts.size() * block.components.size());
+        auto row = values["rows"].begin();
+        for (std::size_t state = 0; state < states.size(); ++state) {
+            const NodeValues numbers = orvtest::readBlock(bracketFile(), int(state) + 1, block.name);
+            for (std::size_t part = 0; part < parts.size(); ++part) {
+                for (std::size_t component = 0; component < block.components.size(); ++component, ++row) {
+                    const orvtest::Range range = orvtest::range(numbers, nodes[part], component);
+                    EXPECT_EQ((*row)["state"], states[state]);
+                    EXPECT_EQ((*row)["part"], parts[part]);
+                    EXPECT_EQ((*row)["component"], block.components[component]);
+                    EXPECT_EQ((*row)["count"], nodes[part].size());
+                    EXPECT_EQ((*row)["undefined"], 0);
+                    EXPECT_EQ((*row)["min"], range.min);
+                    EXPECT_EQ((*row)["minAt"], range.minAt);
+                    EXPECT_EQ((*row)["max"], range.max);
+                    EXPECT_EQ((*row)["maxAt"], range.maxAt);
+                    const double size = std::max(std::fabs(range.min), std::fabs(range.max));
+                    EXPECT_NEAR((*row)["average"], range.average, 1e-12 * size);
+                }
+            }
+        }
+    }
+}
+
+TEST(ValuesCommand, JsonHasTheseKeysInThisOrder) {
+    const Json values = valuesOf({bracketFile(), "--result", "PE"});
+    std::vector<std::string> keys;
+    for (const auto& [key, value] : values["rows"][0].items()) {
+        keys.push_back(key);
+    }
+    EXPECT_THAT(keys, ElementsAre("state", "part", "component", "count", "undefined", "min", "minAt", "max", "maxAt",
+                                  "average"));
+}
+
+TEST(ValuesCommand, PatternsChooseStatesAndParts) {
+    const std::vector<std::string> states = namesIn(bracketFile(), "states");
+    const Json rows = valuesOf({bracketFile(), "--result", "DIS?", "--state", states[4], "--part", "STEEL*"})["rows"];
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[2]["state"], states[4]);
+    // Of the block DISP of the last state, the third column on the 741 nodes of elements with material 1, by awk.
+    EXPECT_EQ(rows[2]["count"], 741);
+    EXPECT_EQ(rows[2]["min"], -7.87562e-01);
+    EXPECT_EQ(rows[2]["minAt"], 687);
+    EXPECT_EQ(rows[2]["max"], 8.07087e-04);
+    EXPECT_EQ(rows[2]["maxAt"], 13);
+    EXPECT_NEAR(rows[2]["average"], -0.176936683119, 1e-12);
+}
+
+TEST(ValuesCommand, TableShowsTheSameRounded) {
+    const std::vector<std::string> states = namesIn(bracketFile(), "states");
+    const Outcome outcome =
+        runOrvapp({"values", bracketFile(), "--result", "DISP", "--state", states[4], "--part", "STEEL*"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.messages, "");
+    const std::vector<std::string> text = lines(outcome.output);
+    ASSERT_EQ(text.size(), 5u);
+    EXPECT_EQ(text[0], "DISP (displacement, per node)");
+    EXPECT_THAT(text[1], testing::MatchesRegex("  State +Part +Component +Count +Undefined +Minimum +at node +Maximum "
+                                               "+at node +Average"));
+    EXPECT_THAT(text[4], testing::ContainsRegex(" Z +741 +0 +-0.787562 +687 +0.000807087 +13 +-0.176937$"));
+}
+
+TEST(ValuesCommand, NodesWithoutAValueAreCountedAndLeftOut) {
+    const TinyFile tiny;
+    const Json rows = valuesOf({tiny.path(), "--result", "DISP"})["rows"];
+    // Only the first state has DISP; node 13 has none there. The average is (-1 + 2.5 + 1.5) / 3.
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[0]["count"], 4);
+    EXPECT_EQ(rows[0]["undefined"], 1);
+    EXPECT_EQ(rows[0]["min"], -1);
+    EXPECT_EQ(rows[0]["minAt"], 11);
+    EXPECT_EQ(rows[0]["max"], 2.5);
+    EXPECT_EQ(rows[0]["maxAt"], 12);
+    EXPECT_EQ(rows[0]["average"], 1);
+}
+
+TEST(ValuesCommand, WithoutAnyValueThereIsNoRange) {
+    const TinyFile tiny;
+    const Json row = valuesOf({tiny.path(), "--result", "ERROR"})["rows"][0];
+    EXPECT_EQ(row["count"], 4);
+    EXPECT_EQ(row["undefined"], 4);
+    for (const char* key : {"min", "minAt", "max", "maxAt", "average"}) {
+        EXPECT_TRUE(row[key].is_null()) << key;
+    }
+    const Outcome table = runOrvapp({"values", tiny.path(), "--result", "ERROR"});
+    EXPECT_THAT(table.output, testing::ContainsRegex(" value +4 +4 +- +- +- +- +-\n"));
+}
+
+TEST(ValuesCommand, CsvHoldsEveryNumberOfTheFile) {
+    const orvtest::TemporaryFolder folder;
+    const std::string csv = folder.path("stress.csv");
+    const Outcome outcome = runOrvapp({"values", bracketFile(), "--result", "STRESS", "--csv", csv});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.messages;
+    EXPECT_THAT(folder.names(), ElementsAre("stress.csv"));
+
+    const std::vector<std::string> text = lines(orvtest::fileText(csv));
+    const std::vector<std::string> states = namesIn(bracketFile(), "states");
+    const std::vector<std::string> parts = namesIn(bracketFile(), "parts");
+    ASSERT_EQ(text.size(), 1 + states.size() * (741 + 70));
+    EXPECT_EQ(text[0], "state,part,id,XX,YY,ZZ,XY,YZ,ZX");
+    auto line = text.begin() + 1;
+    for (std::size_t state = 0; state < states.size(); ++state) {
+        const NodeValues numbers = orvtest::readBlock(bracketFile(), int(state) + 1, "STRESS");
+        for (int part = 0; part < 2; ++part) {
+            for (const int node : orvtest::nodesOfMaterial(bracketFile(), part + 1)) {
+                std::vector<std::string> expected = {states[state], parts[std::size_t(part)], std::to_string(node)};
+                const std::vector<std::string> fields = fieldsOf(*line++);
+                ASSERT_EQ(fields.size(), 9u);
+                EXPECT_THAT(std::vector<std::string>(fields.begin(), fields.begin() + 3), testing::Eq(expected));
+                for (std::size_t i = 0; i < 6; ++i) {
+                    EXPECT_EQ(std::strtod(fields[3 + i].c_str(), nullptr), numbers.at(node)[i]);
+                }
+            }
+        }
+    }
+}
+
+TEST(ValuesCommand, CsvOnStandardOutputReplacesTheTable) {
+    const TinyFile tiny;
+    const std::string state = namesIn(tiny.path(), "states")[0];
+    const Outcome outcome = runOrvapp({"values", tiny.path(), "--result", "DISP", "--csv", "-"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    const std::vector<std::string> text = lines(outcome.output);
+    ASSERT_EQ(text.size(), 5u);
+    EXPECT_EQ(text[0], "state,part,id,X,Y,Z");
+    const std::string part = namesIn(tiny.path(), "parts")[0];
+    EXPECT_THAT(part, HasSubstr("STEEL, hard"));
+    EXPECT_THAT(fieldsOf(text[1]), ElementsAre(state, part, "11", "-1", "0", "0"));
+    EXPECT_THAT(fieldsOf(text[3]), ElementsAre(state, part, "13", "", "", "")); // the node without a value
+    EXPECT_THAT(fieldsOf(text[4]), ElementsAre(state, part, "14", "1.5", "0", "0"));
+}
+
+TEST(ValuesCommand, ACsvThatCannotBeWrittenEndsWithOne) {
+    const orvtest::TemporaryFolder folder;
+    const std::string csv = folder.path("missing/pe.csv");
+    EXPECT_EQ(failureOf({bracketFile(), "--result", "PE", "--csv", csv}),
+              "orvapp: cannot write \"" + csv + "\": No such file or directory\n");
+    EXPECT_EQ(failureOf({bracketFile(), "--result", "PE", "--csv", "/dev/full"}),
+              "orvapp: cannot write \"/dev/full\": No space left on device\n");
+}
+
+TEST(ValuesCommand, AnUnknownResultIsToldWithWhatThereIs) {
+    const std::string beginning = "orvapp: " + bracketFile() + ": ";
+    EXPECT_EQ(failureOf({bracketFile(), "--result", "stres"}),
+              beginning + R"(there is no result "stres"; did you mean "STRESS"? )"
+                          R"((results: "PE", "ERROR", "FORC", "STRESS", "DISP"))"
+                          "\n");
+    EXPECT_EQ(failureOf({bracketFile(), "--result", "NDTEMP"}),
+              beginning + R"(there is no result "NDTEMP" (results: "PE", "ERROR", "FORC", "STRESS", "DISP"))"
+                          "\n");
+}
+
+TEST(ValuesCommand, APatternForSeveralResultsIsToldWithAllOfThem) {
+    EXPECT_EQ(failureOf({bracketFile(), "--result", "*R*"}),
+              "orvapp: " + bracketFile() +
+                  R"(: "*R*" names 3 results, name one of them: "ERROR", "FORC", "STRESS")"
+                  "\n");
+}
+
+TEST(ValuesCommand, UnknownStatesAndPartsAreToldWithWhatThereIs) {
+    const std::string state = failureOf({bracketFile(), "--result", "PE", "--state", "nowhere"});
+    EXPECT_THAT(state, testing::StartsWith("orvapp: " + bracketFile() + ": there is no state \"nowhere\" (states: "));
+    for (const std::string& name : namesIn(bracketFile(), "states")) {
+        EXPECT_THAT(state, HasSubstr('"' + name + '"'));
+    }
+    EXPECT_EQ(failureOf({bracketFile(), "--result", "PE", "--part", "STEL"}),
+              "orvapp: " + bracketFile() +
+                  R"(: there is no part "STEL"; did you mean "STEEL"? (parts: "STEEL", "ALUMINIUM"))"
+                  "\n");
+}
+
+TEST(ValuesCommand, AResultThatTheChosenStatesLackIsAnError) {
+    const TinyFile tiny;
+    const std::vector<std::string> states = namesIn(tiny.path(), "states");
+    EXPECT_EQ(failureOf({tiny.path(), "--result", "DISP", "--state", states[1]}),
+              "orvapp: " + tiny.path() + ": \"DISP\" has no values in state \"" + states[1] + "\", only in: \"" +
+                  states[0] + "\"\n");
+}
+
+TEST(ValuesCommand, WarningsComeInFrontOfTheError) {
+    const orvtest::TemporaryFolder folder;
+    const std::string bracket = orvtest::fileText(bracketFile());
+    // Cut off in the first block of stresses.
+    const std::string aborted = folder.write("aborted.frd", bracket.substr(0, bracket.find(" -4  STRESS") + 1000));
+    const std::string messages = failureOf({aborted, "--result", "STRESS"});
+    EXPECT_THAT(lines(messages), ElementsAre(testing::StartsWith("orvapp: warning: "),
+                                             testing::HasSubstr("there is no result \"STRESS\" (results: \"DISP\")")));
+    EXPECT_THAT(runOrvapp({"values", aborted, "--result", "DISP"}).messages, testing::StartsWith("orvapp: warning: "));
+}
+
+TEST(ValuesCommand, AFailedLoadTellsWhyAndLeavesNoFile) {
+    const orvtest::TemporaryFolder folder;
+    std::string bracket = orvtest::fileText(bracketFile());
+    // A value in the second state's stresses that is no number: the index does not look at it, loading does.
+    const std::size_t state = bracket.find("  100CL  102", bracket.find("  100CL  102") + 1);
+    const std::size_t row = bracket.find(" -1         1", state);
+    bracket.replace(row + 13, 12, "  1.2345X+00");
+    const std::string broken = folder.write("broken.frd", bracket);
+    const std::string message = failureOf({broken, "--result", "STRESS", "--csv", folder.path("stress.csv")});
+    EXPECT_THAT(message, testing::StartsWith("orvapp: "));
+    EXPECT_THAT(message, HasSubstr(broken));
+    EXPECT_THAT(folder.names(), ElementsAre("broken.frd"));
+}
+
+TEST(ValuesCommand, LeavesNothingOnATerminal) {
+    const Outcome outcome = orvtest::runOrvappOnTerminal({"values", bracketFile(), "--result", "DISP"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    // Short work shows no bar; on a machine where it takes long, the last thing sent erases it.
+    EXPECT_THAT(outcome.messages, testing::AnyOf("", testing::EndsWith("\r\x1b[K")));
+}

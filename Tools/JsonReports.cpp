@@ -1,0 +1,93 @@
+#include "Tools/JsonReports.h"
+
+#include "OrvCore/Defines.h"
+#include "Tools/InfoReport.h"
+#include "Tools/ValuesReport.h"
+
+#include <nlohmann/json.hpp>
+
+namespace orvapp {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// A name from a file may be broken UTF-8; it is mended rather than thrown about.
+std::string text(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+Json numberOrNull(double value) {
+    return value == orv::UNDEFINED_DOUBLE ? Json(nullptr) : Json(value);
+}
+
+template <class T>
+Json valueOrNull(const std::optional<T>& value) {
+    return value ? Json(*value) : Json(nullptr);
+}
+
+Json extremeOrNull(const std::optional<Extreme>& extreme) {
+    return extreme ? Json(extreme->value) : Json(nullptr);
+}
+
+template <class Row, class ToJson>
+Json array(const std::vector<Row>& rows, ToJson toJson) {
+    Json list = Json::array();
+    for (const Row& row : rows) {
+        list.push_back(toJson(row));
+    }
+    return list;
+}
+
+Json stateJson(const StateRow& state) {
+    return {{"index", state.index},
+            {"id", state.id},
+            {"name", state.name},
+            {"referenceType", state.referenceType},
+            {"referenceValue", numberOrNull(state.referenceValue)}};
+}
+
+Json partJson(const PartRow& part) {
+    Json types = Json::object();
+    for (const auto& [type, count] : part.elementTypes) {
+        types[type] = count;
+    }
+    return {{"index", part.index}, {"geometry", part.geometry}, {"id", part.id},        {"name", part.name},
+            {"nodes", part.nodes}, {"elements", part.elements}, {"elementTypes", types}};
+}
+
+Json resultJson(const ResultRow& result) {
+    return {{"index", result.index}, {"id", result.id},           {"name", result.name},
+            {"type", result.type},   {"mapping", result.mapping}, {"custom", result.custom}};
+}
+
+Json rowJson(const ValuesRow& row) {
+    return {{"state", row.state},
+            {"part", row.part},
+            {"component", row.component},
+            {"count", row.statistics.count},
+            {"undefined", row.statistics.undefined},
+            {"min", extremeOrNull(row.statistics.min)},
+            {"minAt", valueOrNull(row.minAt)},
+            {"max", extremeOrNull(row.statistics.max)},
+            {"maxAt", valueOrNull(row.maxAt)},
+            {"average", valueOrNull(row.statistics.average)}};
+}
+
+} // namespace
+
+std::string infoJson(const ModelReport& report) {
+    const Json model = {{"file", report.file},
+                        {"states", array(report.states, stateJson)},
+                        {"stateGroups", report.stateGroups},
+                        {"parts", array(report.parts, partJson)},
+                        {"results", array(report.results, resultJson)},
+                        {"warnings", report.warnings}};
+    return text({{"models", Json::array({model})}});
+}
+
+std::string valuesJson(const ValuesReport& report) {
+    return text({{"result", report.result}, {"rows", array(report.rows, rowJson)}});
+}
+
+} // namespace orvapp

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace orvapp {
+
+struct ModelReport;
+struct ValuesReport;
+
+/// The reports as JSON for scripts, indented, with a line end. The keys and their order are an interface: scripts
+/// depend on them. Undefined numbers are null.
+std::string infoJson(const ModelReport& report);
+std::string valuesJson(const ValuesReport& report);
+
+} // namespace orvapp

@@ -1,0 +1,108 @@
+#include "Tools/ResultFile.h"
+
+#include "LibCore/rvfLogDestination.h"
+#include "LibCore/rvfLogManager.h"
+#include "Tools/CommandError.h"
+#include "Tools/Output.h"
+
+namespace orvapp {
+
+namespace {
+
+/// Keeps the library's own log lines off the screen while it lives: what they tell, the command says in its own words.
+class QuietLog : private rvf::LogDestination {
+public:
+    QuietLog() : m_earlier(rvf::LogManager::destination()) {
+        rvf::LogManager::setDestination(this);
+    }
+
+    ~QuietLog() override {
+        rvf::LogManager::setDestination(m_earlier);
+    }
+
+private:
+    void write(int, const rvf::String&, const rvf::String&, const rvf::CodeLocation&) override {}
+
+    rvf::LogDestination* m_earlier;
+};
+
+orv::ug::UnstructGridModel* openModel(const std::string& path) {
+    const QuietLog quiet;
+    orv::ug::Error error;
+    orv::ug::UnstructGridModel* model = orv::app::Models::instance()->open(path, &error);
+    if (!model) {
+        throw CommandError(error.isEmpty() ? path + ": there are no states in this file, so no results to look at"
+                                           : error.message().toStdString());
+    }
+    return model;
+}
+
+} // namespace
+
+ResultFile::ResultFile(const std::string& path) : m_path(path), m_source(openModel(path)->dataSource()) {}
+
+ResultFile::~ResultFile() {
+    for (const orv::Str& warning : directory().warnings()) {
+        writeMessage("warning: " + warning.toStdString());
+    }
+}
+
+const std::string& ResultFile::path() const {
+    return m_path;
+}
+
+const orv::ug::DataSourceDirectory& ResultFile::directory() const {
+    return *m_source->directory();
+}
+
+std::vector<orv::ug::ResultInfo> ResultFile::results() const {
+    std::vector<orv::ug::ResultInfo> all;
+    for (const auto type : {orv::ug::SCALAR, orv::ug::VECTOR, orv::ug::SYMMETRIC_TENSOR, orv::ug::DISPLACEMENT}) {
+        const std::vector<orv::ug::ResultInfo> ofType = directory().resultInfos(type);
+        all.insert(all.end(), ofType.begin(), ofType.end());
+    }
+    return all;
+}
+
+std::vector<FilePart> ResultFile::parts() const {
+    std::vector<FilePart> parts;
+    for (std::size_t geometry = 0; geometry < directory().geometryCountPerState(); ++geometry) {
+        std::size_t index = 0;
+        for (const orv::ug::PartInfo& info : directory().partInfos(geometry)) {
+            parts.push_back({geometry, index++, info.name().toStdString()});
+        }
+    }
+    return parts;
+}
+
+std::vector<std::size_t> ResultFile::statesWith(const orv::ug::ResultInfo& result) const {
+    const std::vector<orv::ug::StateInfo> states = directory().stateInfos();
+    std::vector<std::size_t> indexes;
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        if (directory().hasResult(states[i].id(), result)) {
+            indexes.push_back(i);
+        }
+    }
+    return indexes;
+}
+
+orv::ug::DataState* ResultFile::load(std::size_t stateIndex, const orv::ug::ResultInfo& result) const {
+    orv::app::States::instance()->setCurrentIndex(stateIndex);
+    orv::ug::DataState* state = orv::app::States::instance()->current();
+
+    // Results::currentDataPart... would load as well, but keeps the reason of a failure to itself.
+    auto* loader = dynamic_cast<orv::ug::DataSourceInterface*>(m_source);
+    orv::ug::DataStateSpec spec;
+    spec.setResultIds({result});
+    orv::ug::Error error;
+    if (loader && !loader->loadDataState(state->id(), spec, &error)) {
+        throw CommandError(error.message().toStdString());
+    }
+    return state;
+}
+
+void ResultFile::drop(const orv::ug::ResultInfo& result) const {
+    m_source->dropResult(result);
+}
+
+} // namespace orvapp

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "OrvApp/OrvApp.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace orvapp {
+
+/// One part of the file, and where it stands.
+struct FilePart {
+    std::size_t geometryIndex;
+    std::size_t partIndex; ///< In its geometry.
+    std::string name;
+};
+
+/// A result file, opened as the current model of the catalogues. One at a time.
+class ResultFile {
+public:
+    /// Throws CommandError with the reason when the file cannot be read or holds no states.
+    explicit ResultFile(const std::string& path);
+
+    /// Tells on standard error what the reader noticed: behind the tables, and in front of an error that ends the work.
+    ~ResultFile();
+
+    ResultFile(const ResultFile&) = delete;
+    ResultFile& operator=(const ResultFile&) = delete;
+
+    const std::string& path() const;
+    const orv::ug::DataSourceDirectory& directory() const;
+
+    /// All results, whichever states have them, in the order of the Results catalogue.
+    std::vector<orv::ug::ResultInfo> results() const;
+
+    /// The parts of all geometries, in the order of the Parts catalogue.
+    std::vector<FilePart> parts() const;
+
+    /// The states that have values of a result, as indexes in the directory's list.
+    std::vector<std::size_t> statesWith(const orv::ug::ResultInfo& result) const;
+
+    /// Makes a state the current one and loads one result into it. Throws CommandError with the reader's reason.
+    orv::ug::DataState* load(std::size_t stateIndex, const orv::ug::ResultInfo& result) const;
+
+    /// Lets go of the values that load() brought.
+    void drop(const orv::ug::ResultInfo& result) const;
+
+private:
+    std::string m_path;
+    orv::ug::DataSource* m_source; ///< Owned by the model, which the catalogue keeps.
+};
+
+} // namespace orvapp

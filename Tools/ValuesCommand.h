@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+namespace orvapp {
+
+struct ValuesOptions {
+    std::string file;
+    std::string result;
+    std::string state = "*"; ///< A name or a pattern, as the next one.
+    std::string part = "*";
+    std::string csv; ///< Where the full values go; "-" is standard output, empty nowhere.
+    bool json = false;
+};
+
+/// `orvapp values`: the range and average of one result, state by state and part by part, as a table or JSON on
+/// standard output, and on request all values as CSV. Memory is needed for one state at a time. Throws CommandError or
+/// OutputClosed.
+void runValues(const ValuesOptions& options);
+
+} // namespace orvapp

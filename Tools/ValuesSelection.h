@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Tools/ResultFile.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace orvapp {
+
+struct ValuesOptions;
+
+/// What the names and patterns of `orvapp values` stand for in a file.
+struct ValuesSelection {
+    orv::ug::ResultInfo result;
+    std::vector<std::size_t> states; ///< Those that have the result, as indexes in the directory's list.
+    std::vector<FilePart> parts;
+};
+
+/// Throws CommandError, with what there is, when the result is none or several, or when there is no such state or part.
+ValuesSelection selectValues(const ResultFile& file, const ValuesOptions& options);
+
+} // namespace orvapp
