@@ -5,13 +5,18 @@
 /// Types and functions that begin with `VT`, methods in upper camel case. It needs LibCore and LibIo alone.
 ///
 /// - Text: VTString, a wide text with a cursor that walks words and tokens.
+/// - File names, and VTFile and VTBinaryFile, streams with a mode and a byte order.
+/// - Sorting and searching on raw buffers, and VTHash (VTOSort).
+/// - Vectors and matrices: VTVector, VTVector4, VTVectorFloat and VTMatrix4 (VTOLinAlgebra).
+/// - Numerics: tolerances, missing values, rounding, quaternions, stress tensors, interpolation (VTOMath).
 /// - VTRvfConvertApi goes between this family and the core's.
 
 #include "LibUnstructGrid/VTOArrayTemplate.h"
 #include "LibUnstructGrid/VTOBaseTypes2D.h"
 #include "LibUnstructGrid/VTOBaseTypesIdent.h"
-#include "LibUnstructGrid/VTOLinAlgebraVector.h"
-#include "LibUnstructGrid/VTOMathConstants.h"
+#include "LibUnstructGrid/VTOFile.h"
+#include "LibUnstructGrid/VTOLinAlgebra.h"
+#include "LibUnstructGrid/VTOMath.h"
 #include "LibUnstructGrid/VTORvfConvertApi.h"
 #include "LibUnstructGrid/VTOSort.h"
 #include "LibUnstructGrid/VTOString.h"

@@ -6,6 +6,7 @@
 /// that finds nothing gives -1. Nothing here keeps a buffer beyond the call.
 
 #include "LibUnstructGrid/VTOSortFunctions.h"
+#include "LibUnstructGrid/VTOSortHash.h"
 #include "LibUnstructGrid/VTOSortSearch.h"
 #include "LibUnstructGrid/VTOSortSorter.h"
 #include "LibUnstructGrid/VTOSortUnique.h"
