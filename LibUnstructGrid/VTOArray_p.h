@@ -16,33 +16,38 @@ Item* allocate(int iNumItems) {
     return iNumItems > 0 ? new Item[static_cast<std::size_t>(iNumItems)] : nullptr;
 }
 
-/// Moves the buffer to one of another size, with all slots that fit.
+/// Items that are nothing but their bytes.
 template <typename Item>
-void resize(Item*& pData, int iOldSize, int iNewSize) {
-    Item* pNewData = allocate<Item>(iNewSize);
-    const int iNumKept = std::min(iOldSize, iNewSize);
-    if (iNumKept > 0) {
-        std::move(pData, pData + iNumKept, pNewData);
+inline constexpr bool isPlain = std::is_standard_layout_v<Item>&& std::is_trivially_destructible_v<Item>;
+
+/// The buffers may be the same.
+template <typename Item>
+void copyBlock(const Item* pSource, int iNumItems, Item* pTarget) {
+    static_assert(isPlain<Item>);
+    if (iNumItems > 0 && pSource && pTarget) {
+        std::memmove(static_cast<void*>(pTarget), pSource, static_cast<std::size_t>(iNumItems) * sizeof(Item));
     }
-    delete[] pData;
-    pData = pNewData;
 }
 
 /// Upwards, one item after the other.
 template <typename Source, typename Item>
 void copy(const Source* pSource, int iNumItems, Item* pTarget) {
     for (int i = 0; i < iNumItems; ++i) {
-        pTarget[i] = static_cast<Item>(pSource[i]);
+        pTarget[i] = pSource[i];
     }
 }
 
-/// The buffers may be the same.
+/// Moves the buffer to one of another size, with all slots that fit.
 template <typename Item>
-void copyBlock(const Item* pSource, int iNumItems, Item* pTarget) {
-    static_assert(std::is_trivially_copyable_v<Item>);
-    if (iNumItems > 0 && pSource && pTarget) {
-        std::memmove(static_cast<void*>(pTarget), pSource, static_cast<std::size_t>(iNumItems) * sizeof(Item));
+void resize(Item*& pData, int iOldSize, int iNewSize) {
+    Item* pNewData = allocate<Item>(iNewSize);
+    if constexpr (isPlain<Item>) {
+        copyBlock(pData, std::min(iOldSize, iNewSize), pNewData);
+    } else {
+        copy(pData, std::min(iOldSize, iNewSize), pNewData);
     }
+    delete[] pData;
+    pData = pNewData;
 }
 
 template <typename Item>
