@@ -48,7 +48,9 @@ public:
     virtual bool openSecondary(const Str& filename, ug::Error* error) = 0;
 
     /// Reads one result into one state, all parts. Both came out of open(), and the state has the result.
-    virtual bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) = 0;
+    /// @param warnings what had to be left out is appended, once however often it is read
+    virtual bool readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
+                            ug::Error* error) = 0;
 };
 
 } // namespace orv::imp::cae

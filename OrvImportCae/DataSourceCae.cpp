@@ -54,7 +54,12 @@ std::vector<ReaderInfo> DataSourceCae::supportedFormats() {
 }
 
 bool DataSourceCae::readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) {
-    return m_reader->readResult(info, state, error);
+    std::vector<Str> warnings;
+    const bool isRead = m_reader->readResult(info, state, &warnings, error);
+    for (const Str& warning : warnings) {
+        directory()->addWarning(warning);
+    }
+    return isRead;
 }
 
 void DataSourceCae::install(const Str& filename, const CaeContents& contents) {

@@ -16,8 +16,8 @@ struct CaeContents;
 /// A data source that is a result file of another program, see supportedFormats().
 ///
 /// Opening takes in the mesh and the directory, and no values: these are read when a state is loaded, straight from
-/// the file, which therefore stays open. A file that changes meanwhile makes loads fail. What the reader of a file had
-/// to leave out, and that a file ends too early, is told in the directory's warnings.
+/// the file, which therefore stays open. A file that changes meanwhile makes loads fail. That a file ends too early,
+/// and what had to be left out, is told in the directory's warnings; a load can add some.
 class ORV_API DataSourceCae : public ug::DataSourceLazy {
 public:
     explicit DataSourceCae(int id);

@@ -4,6 +4,7 @@
 #include "OrvImportCae/FrdNumber.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <string_view>
@@ -25,11 +26,20 @@ constexpr std::string_view END_OF_BLOCK = " -3";
 constexpr std::string_view BLOCK_NAME = " -4";
 constexpr std::string_view COMPONENT = " -5";
 constexpr std::size_t MARK_WIDTH = 3;
+constexpr std::size_t HEADER_WIDTH = 6;
 constexpr std::int64_t VALUES_PER_LINE = 6;
 
 // The characters [begin, end) of a line, as far as it has them.
 std::string_view field(std::string_view line, std::size_t begin, std::size_t end = std::string_view::npos) {
     return begin < line.size() ? line.substr(begin, end - begin) : std::string_view();
+}
+
+// Whether a line, or what may be binary data, is a header that can follow a binary block.
+bool isHeader(std::string_view line) {
+    constexpr std::string_view HEADERS[] = {USER_HEADER,    PARAMETER_HEADER, NODE_HEADER,
+                                            ELEMENT_HEADER, RESULT_HEADER,    END_OF_FILE};
+    return std::any_of(std::begin(HEADERS), std::end(HEADERS),
+                       [line](std::string_view header) { return line.starts_with(header); });
 }
 
 std::string trimmed(std::string_view text) {
@@ -85,7 +95,9 @@ private:
     bool isTextEnd(const FrdRows& rows, std::int64_t announced, std::int64_t end);
     bool walkTextRows(FrdRows* rows);
     bool findBinaryEnd(FrdRows* rows, std::int64_t announced);
-    bool walkBinaryElements(FrdRows* rows, std::int64_t announced);
+    bool isBinaryEnd(std::int64_t offset);
+    bool walkBinaryRows(FrdRows* rows, std::int64_t announced);
+    bool walkBinaryElements(FrdRows* rows);
     std::int64_t firstElementSize(const FrdRows& rows);
 
     bool startsWith(std::string_view prefix) const;
@@ -146,7 +158,7 @@ bool Indexer::readBlock() {
         return readElements();
     } else if (startsWith(RESULT_HEADER)) {
         return readResults();
-    } else if (!trimmed(m_lines.line()).empty()) {
+    } else if (!startsWith(MODEL_HEADER) && !trimmed(m_lines.line()).empty()) {
         return failHere("expected the header of a block (1U, 1P, 2C, 3C, 100C or 9999)");
     }
     return true;
@@ -198,7 +210,7 @@ bool Indexer::readElements() {
         return false;
     }
     if (isBinary(rows.form)) {
-        if (!walkBinaryElements(&rows, announced)) {
+        if (!walkBinaryElements(&rows)) {
             return false;
         }
     } else {
@@ -289,7 +301,9 @@ void Indexer::readEnd() {
 
 bool Indexer::finish() {
     if (m_index.nodes.header == 0) {
-        return m_file.fail(m_file.size(), "the file ends without a block of nodes (2C)", m_error);
+        return m_file.fail(m_file.size(),
+                           "the file ends without a block of nodes (2C); the run was broken off before the mesh",
+                           m_error);
     }
     if (m_isCut) {
         m_index.warnings.push_back(m_file.place(m_cutOffset) + ": the file ends within " + m_cutBlock +
@@ -301,16 +315,21 @@ bool Indexer::finish() {
     return true;
 }
 
+// Some text blocks announce nothing; then -1.
 bool Indexer::readAnnouncement(std::string_view what, FrdRows* rows, std::int64_t* announced) {
     const std::string_view line = m_lines.line();
-    if (!readInteger(field(line, 24, 36), announced) || *announced < 0) {
-        return failHere("expected the number of " + std::string(what) + " in columns 25 to 36");
-    }
     const int form = integerOr(field(line, 73, 75), -1);
     if (form < 0 || form > 3) {
         return failHere("expected the format, 0 to 3, in columns 74 to 75");
     }
     rows->form = FrdForm(form);
+    const std::string_view count = field(line, 24, 36);
+    const bool isLeftOut = !isBinary(rows->form) && trimmed(count).empty();
+    if (isLeftOut) {
+        *announced = -1;
+    } else if (!readInteger(count, announced) || *announced < 0) {
+        return failHere("expected the number of " + std::string(what) + " in columns 25 to 36");
+    }
     rows->header = m_lines.lineOffset();
     rows->begin = m_lines.offset();
     rows->lineEndSize = std::uint8_t(m_lines.lineEndSize());
@@ -330,7 +349,8 @@ bool Indexer::findEnd(FrdRows* rows, std::int64_t announced, std::int64_t valueC
 }
 
 bool Indexer::findTextEnd(FrdRows* rows, std::int64_t announced) {
-    if (announced == 0 || (rows->rowSize > 0 && announced <= (m_file.size() - rows->begin) / rows->rowSize)) {
+    if (announced == 0 ||
+        (announced > 0 && rows->rowSize > 0 && announced <= (m_file.size() - rows->begin) / rows->rowSize)) {
         const std::int64_t end = rows->begin + announced * rows->rowSize;
         if (isTextEnd(*rows, announced, end)) {
             rows->count = announced;
@@ -375,23 +395,50 @@ bool Indexer::walkTextRows(FrdRows* rows) {
 
 bool Indexer::findBinaryEnd(FrdRows* rows, std::int64_t announced) {
     m_file.noteBinaryAt(rows->begin);
-    if (announced > (m_file.size() - rows->begin) / rows->rowSize) {
-        m_isCut = true;
-        return true;
+    const bool hasRoom = announced <= (m_file.size() - rows->begin) / rows->rowSize;
+    rows->end = hasRoom ? rows->begin + announced * rows->rowSize : rows->begin;
+    if ((!hasRoom || !isBinaryEnd(rows->end)) && !walkBinaryRows(rows, announced)) {
+        m_isCut = !hasRoom;
+        return m_isCut || failHere("expected the header of a block behind " + std::to_string(announced) +
+                                   " binary rows of " + std::to_string(rows->rowSize) + " bytes");
     }
-    rows->count = announced;
-    rows->end = rows->begin + announced * rows->rowSize;
+    rows->count = (rows->end - rows->begin) / rows->rowSize;
     m_lines.seek(rows->end);
     return true;
 }
 
-bool Indexer::walkBinaryElements(FrdRows* rows, std::int64_t announced) {
-    constexpr std::int64_t HEAD_SIZE = 16;
+// A header or the file's end.
+bool Indexer::isBinaryEnd(std::int64_t offset) {
+    m_lines.seek(offset);
+    return !m_lines.next() || isHeader(m_lines.line());
+}
+
+// Solvers have been seen that write none of the rows that they announce. That there are more than that is not looked
+// into: a row could be anything.
+bool Indexer::walkBinaryRows(FrdRows* rows, std::int64_t announced) {
+    FrdBytes bytes(m_file);
+    std::int64_t end = rows->begin;
+    for (std::int64_t i = 0; i < announced && bytes.at(end, HEADER_WIDTH); ++i, end += rows->rowSize) {
+        if (isHeader({bytes.at(end, HEADER_WIDTH), HEADER_WIDTH})) {
+            rows->end = end;
+            return true;
+        }
+    }
+    return false;
+}
+
+// Solvers have been seen that write more elements than they announce, so it is a header that ends the block.
+bool Indexer::walkBinaryElements(FrdRows* rows) {
+    constexpr std::size_t HEAD_SIZE = 16;
     m_file.noteBinaryAt(rows->begin);
     FrdBytes bytes(m_file);
-    std::int64_t at = rows->begin;
-    for (std::int64_t i = 0; i < announced; ++i) {
-        const char* head = bytes.at(at, HEAD_SIZE);
+    rows->count = 0;
+    rows->end = rows->begin;
+    while (rows->end < m_file.size()) {
+        if (const char* header = bytes.at(rows->end, HEADER_WIDTH); header && isHeader({header, HEADER_WIDTH})) {
+            break;
+        }
+        const char* head = bytes.at(rows->end, HEAD_SIZE);
         if (!head) {
             m_isCut = true;
             return true;
@@ -399,15 +446,14 @@ bool Indexer::walkBinaryElements(FrdRows* rows, std::int64_t announced) {
         const std::int32_t number = internal::loadWord<std::int32_t>(head + 4);
         const FrdElementType* type = findFrdElementType(number);
         if (!type) {
-            return m_file.fail(at + 4, "expected the type of an element, 1 to 12, found " + std::to_string(number),
-                               m_error);
+            return m_file.fail(rows->end + 4,
+                               "expected the type of an element, 1 to 12, found " + std::to_string(number), m_error);
         }
-        at += HEAD_SIZE + 4 * type->nodeCount;
+        rows->end += std::int64_t(HEAD_SIZE) + 4 * type->nodeCount;
+        ++rows->count;
     }
-    m_isCut = at > m_file.size();
-    rows->count = announced;
-    rows->end = at;
-    m_lines.seek(at);
+    m_isCut = rows->end > m_file.size();
+    m_lines.seek(rows->end);
     return true;
 }
 

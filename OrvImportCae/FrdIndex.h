@@ -89,8 +89,8 @@ struct FrdIndex {
 
 /// Finds the blocks of a file. It costs a few reads for each block, as the end of a block is looked for where the
 /// announced rows of the expected width would end. Only where there is no " -3" the lines are walked, and that line
-/// counts, not what the header announces. Binary blocks have no end line: their size comes from the header, and a
-/// header has to follow.
+/// counts, not what the header announces. Binary blocks have no end line: the header of the next block ends them, which
+/// is looked for where the announced rows end and, failing that, row by row up to there.
 ///
 /// A file that ends within its results, or without its end line, is read as far as it is whole, and a warning tells.
 /// @return false with a text when the file is not of this format, breaks its rules, or does not even hold the mesh

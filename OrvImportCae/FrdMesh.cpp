@@ -21,6 +21,7 @@ struct Elements {
     std::vector<std::uint32_t> connectivity; // The nodes' indexes in the file, in our local order.
     std::vector<std::uint32_t> keys;         // Into `partKeys`.
     std::vector<PartKey> partKeys;           // In the order of appearance.
+    std::map<int, std::string> materials;    // The names of those that the elements themselves name.
 };
 
 bool readNodes(const FrdFile& file, const FrdRows& rows, std::vector<int>* ids, std::vector<double>* coordinates,
@@ -118,8 +119,22 @@ private:
         }
         elements->types.push_back(row.type->type);
         elements->ids.push_back(row.id);
-        elements->keys.push_back(keyNumber({row.group, row.material}, elements));
+        elements->keys.push_back(keyNumber({row.group, materialNumber(row, elements)}, elements));
         return true;
+    }
+
+    // Named materials get numbers beyond those that the column could hold.
+    int materialNumber(const FrdElementRow& row, Elements* elements) {
+        constexpr int FIRST_NAMED = 100000;
+        if (row.materialName[0] == '\0') {
+            return row.material;
+        }
+        const auto [found, isNew] =
+            m_materialNumbers.try_emplace(row.materialName, FIRST_NAMED + int(m_materialNumbers.size()));
+        if (isNew) {
+            elements->materials[found->second] = row.materialName;
+        }
+        return found->second;
     }
 
     std::uint32_t keyNumber(const PartKey& key, Elements* elements) {
@@ -144,6 +159,7 @@ private:
     const FrdRows& m_rows;
     NodeFinder m_finder;
     std::map<PartKey, std::uint32_t> m_keyNumbers;
+    std::map<std::string, int> m_materialNumbers;
     std::map<std::int64_t, Unknown> m_unknown;
 };
 
@@ -306,7 +322,8 @@ private:
 
     void namePart(const std::vector<std::uint32_t>& keyOrder, const std::vector<std::pair<int, std::string>>& materials,
                   std::vector<ug::PartInfo>* infos) const {
-        const std::map<int, std::string> names(materials.begin(), materials.end());
+        std::map<int, std::string> names = m_elements.materials;
+        names.insert(materials.begin(), materials.end());
         std::set<int> groups;
         for (const PartKey& key : m_elements.partKeys) {
             groups.insert(key.first);

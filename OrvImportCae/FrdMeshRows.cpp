@@ -13,7 +13,8 @@ namespace {
 constexpr std::string_view ROW = " -1";
 constexpr std::string_view ROW_CONTINUED = " -2";
 constexpr std::size_t MARK_WIDTH = 3;
-constexpr std::size_t TYPE_WIDTH = 5; // And the group's and the material's.
+constexpr std::size_t TYPE_WIDTH = 5; // And the group's.
+constexpr std::size_t MATERIAL_WIDTH = 5;
 constexpr std::size_t BINARY_NODE_SIZE = 28;
 constexpr std::size_t BINARY_ELEMENT_HEAD_SIZE = 16;
 
@@ -21,6 +22,25 @@ using internal::loadWord;
 
 bool readColumn(std::string_view line, std::size_t begin, std::size_t width, std::int64_t* value) {
     return begin + width <= line.size() && readFrdInteger(line.data() + begin, line.data() + begin + width, value);
+}
+
+// A number, or the first letters of a name.
+bool readMaterial(std::string_view line, std::size_t begin, FrdElementRow* row) {
+    std::int64_t number = 0;
+    row->materialName[0] = '\0';
+    row->material = 0;
+    if (readColumn(line, begin, MATERIAL_WIDTH, &number)) {
+        row->material = int(number);
+        return true;
+    }
+    const std::string_view name = begin < line.size() ? line.substr(begin, MATERIAL_WIDTH) : std::string_view();
+    const std::size_t nameBegin = name.find_first_not_of(' ');
+    if (nameBegin == std::string_view::npos) {
+        return false;
+    }
+    const std::size_t nameEnd = name.find_last_not_of(' ') + 1;
+    *std::copy(name.begin() + nameBegin, name.begin() + nameEnd, row->materialName) = '\0';
+    return true;
 }
 
 bool fitsInt(std::int64_t value) {
@@ -144,7 +164,6 @@ bool FrdElementRows::readText(FrdElementRow* row, ug::Error* error) {
     const std::size_t typeBegin = MARK_WIDTH + idWidth;
     row->offset = m_offset;
     std::int64_t group = 0;
-    std::int64_t material = 0;
     if (!m_lines.next() || !m_lines.line().starts_with(ROW)) {
         return fail(m_offset, "expected an element (\" -1\"), found " + quotedForPeople(m_lines.line()), error);
     }
@@ -157,14 +176,13 @@ bool FrdElementRows::readText(FrdElementRow* row, ug::Error* error) {
     }
     if (!readColumn(line, typeBegin, TYPE_WIDTH, &row->typeNumber) ||
         !readColumn(line, typeBegin + TYPE_WIDTH, TYPE_WIDTH, &group) ||
-        !readColumn(line, typeBegin + 2 * TYPE_WIDTH, TYPE_WIDTH, &material)) {
+        !readMaterial(line, typeBegin + 2 * TYPE_WIDTH, row)) {
         return fail(row->offset,
                     "expected type, group and material of element " + std::to_string(row->id) +
                         " in five characters each, found " + quotedForPeople(line),
                     error);
     }
     row->group = int(group);
-    row->material = int(material);
     row->type = findFrdElementType(row->typeNumber);
     if (row->type && !readTextNodes(row, error)) {
         return false;

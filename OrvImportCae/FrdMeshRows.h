@@ -51,6 +51,7 @@ struct FrdElementRow {
     const FrdElementType* type = nullptr; ///< Null for an unknown type, whose nodes are passed over.
     int group = 0;
     int material = 0;
+    char materialName[6] = {};  ///< In place of the number, which is then 0: what old solvers write. Otherwise empty.
     int nodes[MOST_NODES] = {}; ///< The nodes' numbers in the order of the file.
 };
 

@@ -98,8 +98,10 @@ const char* endOfTouchingReal(const char* begin, const char* end) {
     return digits > exponent ? digits : at;
 }
 
+// The end of NaN or Inf.
 const char* endOfWord(const char* begin, const char* end) {
-    return std::find(begin, end, ' ');
+    const bool hasSign = begin < end && (*begin == '-' || *begin == '+');
+    return std::find_if_not(begin + hasSign, end, [](char c) { return lower(c) >= 'a' && lower(c) <= 'z'; });
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "OrvImportCae/FrdReader.h"
 
-#include "OrvImportCae/FrdValues.h"
 #include "OrvUnstructGrid/DataResultGroup.h"
 
 #include <utility>
@@ -92,7 +91,8 @@ void FrdReader::describe(const std::vector<std::string>& warnings, CaeContents* 
     contents->warnings.assign(warnings.begin(), warnings.end());
 }
 
-bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) {
+bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
+                           ug::Error* error) {
     const auto found = m_statesById.find(state->id());
     const Source source =
         found == m_statesById.end() ? Source() : findSource(m_index, m_results, m_results.states[found->second], info);
@@ -105,11 +105,26 @@ bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, ug:
     ug::DataResult* result = state->results(m_mesh.geometry.get())->findOrAdd(info);
     const std::vector<double*> parts = allocate(*m_mesh.geometry, result);
     const std::size_t storedCount = m_index.layouts[source.block->layout].components.size();
-    if (!readFrdValues(m_file, source.block->rows, storedCount, source.columns->columns, m_mesh, parts, error)) {
+    FrdLeftOut leftOut;
+    if (!readFrdValues(m_file, source.block->rows, storedCount, source.columns->columns, m_mesh, parts, &leftOut,
+                       error)) {
         return false;
     }
+    tellLeftOut(*source.block, leftOut, warnings);
     updateRanges(result);
     return true;
+}
+
+void FrdReader::tellLeftOut(const FrdResultBlock& block, const FrdLeftOut& leftOut, std::vector<Str>* warnings) {
+    if (leftOut.count == 0 || !m_blocksToldOf.insert(&block).second) {
+        return;
+    }
+    const std::string node = "node " + std::to_string(leftOut.firstNode);
+    const std::string what = leftOut.count == 1
+                                 ? "values of " + node + ", which the file does not have, are left out"
+                                 : "values of " + std::to_string(leftOut.count) +
+                                       " nodes that the file does not have are left out, the first, " + node + ", here";
+    warnings->push_back(Str(m_file.place(leftOut.firstOffset) + ": " + what));
 }
 
 } // namespace orv::imp::cae

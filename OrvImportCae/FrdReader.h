@@ -5,9 +5,13 @@
 #include "OrvImportCae/FrdIndex.h"
 #include "OrvImportCae/FrdMesh.h"
 #include "OrvImportCae/FrdResults.h"
+#include "OrvImportCae/FrdValues.h"
 
 #include <cstddef>
+#include <string>
 #include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 namespace orv::imp::cae {
 
@@ -24,10 +28,12 @@ public:
     bool openSecondary(const Str& filename, ug::Error* error) override;
 
     /// Fails too when the file has changed since it was opened.
-    bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) override;
+    bool readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
+                    ug::Error* error) override;
 
 private:
     bool readStructure(CaeContents* contents, ug::Error* error);
+    void tellLeftOut(const FrdResultBlock& block, const FrdLeftOut& leftOut, std::vector<Str>* warnings);
     void describe(const std::vector<std::string>& warnings, CaeContents* contents) const;
 
     FrdFile m_file;
@@ -35,6 +41,7 @@ private:
     FrdMesh m_mesh;
     FrdResults m_results;
     std::unordered_map<int, std::size_t> m_statesById;
+    std::unordered_set<const FrdResultBlock*> m_blocksToldOf;
 };
 
 } // namespace orv::imp::cae

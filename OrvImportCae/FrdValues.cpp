@@ -144,6 +144,10 @@ public:
         return Answer::WRITTEN;
     }
 
+    bool isUntouched() const {
+        return m_inOrder == 0 && m_isWritten.empty();
+    }
+
     void fillOthers() {
         const std::array<double, Dimension> undefined = undefinedItem();
         const std::size_t count = m_mesh.nodeIds.ids().size();
@@ -236,8 +240,11 @@ public:
                 return false;
             }
         }
-        m_writer.fillOthers();
-        return true;
+        return finish();
+    }
+
+    const FrdLeftOut& leftOut() const {
+        return m_leftOut;
     }
 
 private:
@@ -265,8 +272,7 @@ private:
                 }
             }
         }
-        m_writer.fillOthers();
-        return Outcome::DONE;
+        return finish() ? Outcome::DONE : Outcome::FAILED;
     }
 
     bool readLinesOfRow(FrdLines& lines, int* id, double* values) {
@@ -297,11 +303,26 @@ private:
         if (answer == Answer::WRITTEN) [[likely]] {
             return true;
         }
-        const std::string node = "node " + std::to_string(id);
-        return m_file.fail(offset,
-                           answer == Answer::TWICE ? node + " stands here for the second time in its block"
-                                                   : "values of " + node + ", which the file does not have",
-                           m_error);
+        if (answer == Answer::TWICE) {
+            return m_file.fail(offset, "node " + std::to_string(id) + " stands here for the second time in its block",
+                               m_error);
+        }
+        if (m_leftOut.count++ == 0) {
+            m_leftOut.firstOffset = offset;
+            m_leftOut.firstNode = id;
+        }
+        return true;
+    }
+
+    bool finish() {
+        if (m_leftOut.count > 0 && m_writer.isUntouched()) {
+            return m_file.fail(m_leftOut.firstOffset,
+                               "expected values of the file's nodes, found those of node " +
+                                   std::to_string(m_leftOut.firstNode) + " and others that the file does not have",
+                               m_error);
+        }
+        m_writer.fillOthers();
+        return true;
     }
 
     const FrdFile& m_file;
@@ -309,34 +330,39 @@ private:
     std::size_t m_storedCount;
     std::span<const std::uint32_t> m_columns;
     ItemWriter<Dimension> m_writer;
+    FrdLeftOut m_leftOut;
     ug::Error* m_error;
 };
 
 template <std::size_t Dimension>
 bool readBlock(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
                std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
-               ug::Error* error) {
+               FrdLeftOut* leftOut, ug::Error* error) {
     using Reader = BlockReader<Dimension>;
-    using Outcome = typename Reader::Outcome;
-    const Outcome outcome = Reader(file, rows, storedCount, columns, mesh, parts, error).readRegular();
-    if (outcome == Outcome::IRREGULAR) {
-        return Reader(file, rows, storedCount, columns, mesh, parts, error).readLines();
+    Reader regular(file, rows, storedCount, columns, mesh, parts, error);
+    const typename Reader::Outcome outcome = regular.readRegular();
+    if (outcome != Reader::Outcome::IRREGULAR) {
+        *leftOut = regular.leftOut();
+        return outcome == Reader::Outcome::DONE;
     }
-    return outcome == Outcome::DONE;
+    Reader byLine(file, rows, storedCount, columns, mesh, parts, error);
+    const bool isRead = byLine.readLines();
+    *leftOut = byLine.leftOut();
+    return isRead;
 }
 
 } // namespace
 
 bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
                    std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
-                   ug::Error* error) {
+                   FrdLeftOut* leftOut, ug::Error* error) {
     switch (columns.size()) {
     case 1:
-        return readBlock<1>(file, rows, storedCount, columns, mesh, parts, error);
+        return readBlock<1>(file, rows, storedCount, columns, mesh, parts, leftOut, error);
     case 3:
-        return readBlock<3>(file, rows, storedCount, columns, mesh, parts, error);
+        return readBlock<3>(file, rows, storedCount, columns, mesh, parts, leftOut, error);
     default:
-        return readBlock<6>(file, rows, storedCount, columns, mesh, parts, error);
+        return readBlock<6>(file, rows, storedCount, columns, mesh, parts, leftOut, error);
     }
 }
 

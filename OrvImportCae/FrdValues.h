@@ -11,6 +11,13 @@
 
 namespace orv::imp::cae {
 
+/// Rows that have no place.
+struct FrdLeftOut {
+    std::size_t count = 0;
+    std::int64_t firstOffset = 0;
+    int firstNode = 0;
+};
+
 /// Reads some columns of a block of results into the parts.
 ///
 /// Rows are taken in large pieces. Where they have the expected width each is read at its columns; a block in which
@@ -20,9 +27,11 @@ namespace orv::imp::cae {
 /// @param columns those that are wanted, 1, 3 or 6, in the order of an item
 /// @param parts for each part its values: an item for each of its nodes. Nodes that the block leaves out become
 ///        UNDEFINED_DOUBLE. After a failure the values are anything.
-/// @return false with a text when a row is not as it should be, a node is unknown or comes twice
+/// @param leftOut filled when the block has nodes that the mesh has not, as when elements come to life in a later step
+///        than the one that wrote the mesh: their values have no place
+/// @return false with a text when a row is not as it should be, a node comes twice, or not one of the nodes is known
 bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
                    std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
-                   ug::Error* error);
+                   FrdLeftOut* leftOut, ug::Error* error);
 
 } // namespace orv::imp::cae

@@ -87,7 +87,7 @@ public:
     }
 
     FrdText& nodeHeader(int count) {
-        return line(printed("    2C%30d%37s%2d", count, "", 1).erase(6, 12));
+        return line(printed("    2C%18s%12d%37s%2d", "", count, "", 1));
     }
 
     FrdText& node(int id, double x, double y, double z) {
@@ -95,7 +95,7 @@ public:
     }
 
     FrdText& elementHeader(int count) {
-        return line(printed("    3C%30d%37s%2d", count, "", 1).erase(6, 12));
+        return line(printed("    3C%18s%12d%37s%2d", "", count, "", 1));
     }
 
     FrdText& element(int id, int type, int group, int material, const std::vector<int>& nodes) {

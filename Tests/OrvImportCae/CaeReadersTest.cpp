@@ -1,0 +1,68 @@
+#include "OrvImportCae/CaeReaders.h"
+
+#include "OrvImportCae/CaeReader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace orv;
+using namespace orv::imp::cae;
+
+namespace {
+
+TEST(CaeReaders, TellsTheExtensionOfAName) {
+    EXPECT_EQ(fileExtension("a.frd"), "frd");
+    EXPECT_EQ(fileExtension("a.b.FRD"), "frd");
+    EXPECT_EQ(fileExtension("/x/y.z/a.Frd"), "frd");
+    EXPECT_EQ(fileExtension("/x.frd/a"), "");
+    EXPECT_EQ(fileExtension("a"), "");
+    EXPECT_EQ(fileExtension("a."), "");
+    EXPECT_EQ(fileExtension(""), "");
+    EXPECT_EQ(fileExtension(".frd"), "frd");
+}
+
+TEST(CaeReaders, FindsReadersByExtension) {
+    for (const char* name : {"a.frd", "a.FRD", "/x.y/b.Frd"}) {
+        ug::Error error;
+        const CaeReaderEntry* entry = findCaeReader(name, &error);
+        ASSERT_NE(entry, nullptr) << name;
+        EXPECT_STREQ(entry->name, "CalculiX");
+        EXPECT_TRUE(error.isEmpty());
+        EXPECT_NE(entry->create(), nullptr);
+    }
+}
+
+TEST(CaeReaders, TellWhatThereIsWhenThereIsNone) {
+    const auto why = [](const char* name) {
+        ug::Error error;
+        EXPECT_EQ(findCaeReader(name, &error), nullptr);
+        return error.message().toStdString();
+    };
+    EXPECT_EQ(why("dir.d/result"), "cannot open \"dir.d/result\": its name has no extension that tells its format; "
+                                   "supported are .frd (CalculiX results)");
+    EXPECT_EQ(why("a.odb"), "cannot open \"a.odb\": no reader for the extension \"odb\"; supported are .frd (CalculiX "
+                            "results)");
+    EXPECT_EQ(why("a.FDR"), "cannot open \"a.FDR\": no reader for the extension \"fdr\", did you mean \"frd\"? "
+                            "supported are .frd (CalculiX results)");
+    for (const char* slip : {"a.fr", "a.rd", "a.frdd", "a.xfrd", "a.frx", "a.fxrd", "a.rfd"}) {
+        EXPECT_NE(why(slip).find("did you mean \"frd\"?"), std::string::npos) << slip;
+    }
+    for (const char* other : {"a.f", "a.fgh", "a.dat", "a.drf", "a.", "a.frdfrd"}) {
+        EXPECT_EQ(why(other).find("did you mean"), std::string::npos) << other;
+    }
+    EXPECT_EQ(why(("a." + std::string(1000000, 'f')).c_str()).find("did you mean"), std::string::npos);
+    EXPECT_EQ(findCaeReader("a.odb", nullptr), nullptr);
+}
+
+TEST(CaeReaders, KnowsEachExtensionOnceAndInSmallLetters) {
+    ASSERT_FALSE(caeReaders().empty());
+    for (const CaeReaderEntry& entry : caeReaders()) {
+        EXPECT_EQ(fileExtension(std::string("a.") + entry.extensions), entry.extensions);
+        EXPECT_EQ(findCaeReader(Str("a.") + entry.extensions, nullptr), &entry);
+        // The native formats are not the importer's.
+        EXPECT_EQ(std::string(entry.extensions).find("ztf"), std::string::npos);
+    }
+}
+
+} // namespace

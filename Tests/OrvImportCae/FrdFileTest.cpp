@@ -1,0 +1,206 @@
+#include "OrvImportCae/FrdFile.h"
+
+#include "Tests/OrvImportCae/FrdSamples.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace orv;
+using namespace orv::imp::cae;
+using orvtest::TemporaryFolder;
+
+namespace {
+
+std::string whyNotOpened(const TemporaryFolder& folder, const std::string& path) {
+    FrdFile file;
+    ug::Error error;
+    EXPECT_FALSE(file.open(path, &error));
+    return folder.without(error.message());
+}
+
+TEST(FrdFile, RefusesWithTheSystemsReason) {
+    TemporaryFolder folder;
+    EXPECT_EQ(whyNotOpened(folder, folder.path() + "/a.frd"), "cannot open \"a.frd\": No such file or directory");
+    ASSERT_EQ(::mkdir((folder.path() + "/b.frd").c_str(), 0700), 0);
+    EXPECT_EQ(whyNotOpened(folder, folder.path() + "/b.frd"), "cannot open \"b.frd\": Is a directory");
+    // Nobody writes into this pipe: a reader that waited would wait forever.
+    ASSERT_EQ(::mkfifo((folder.path() + "/c.frd").c_str(), 0600), 0);
+    EXPECT_EQ(whyNotOpened(folder, folder.path() + "/c.frd"), "cannot open \"c.frd\": Not a regular file");
+}
+
+TEST(FrdFile, RefusesWhatMayNotBeRead) {
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "root may read everything";
+    }
+    TemporaryFolder folder;
+    const std::string path = folder.write("a.frd", "x");
+    ASSERT_EQ(::chmod(path.c_str(), 0), 0);
+    EXPECT_EQ(whyNotOpened(folder, path), "cannot open \"a.frd\": Permission denied");
+}
+
+TEST(FrdFile, ReadsAtPlaces) {
+    TemporaryFolder folder;
+    FrdFile file;
+    ASSERT_TRUE(file.open(folder.write("a.frd", "0123456789"), nullptr));
+    EXPECT_EQ(file.size(), 10);
+    char buffer[5] = "....";
+    EXPECT_EQ(file.read(3, buffer, 4), 4u);
+    EXPECT_STREQ(buffer, "3456");
+    EXPECT_EQ(file.read(8, buffer, 4), 2u);
+    EXPECT_EQ(file.read(10, buffer, 4), 0u);
+}
+
+TEST(FrdFile, NoticesChanges) {
+    TemporaryFolder folder;
+    const std::string path = folder.write("a.frd", "0123456789");
+    FrdFile file;
+    ASSERT_TRUE(file.open(path, nullptr));
+    ug::Error error;
+    EXPECT_TRUE(file.checkUnchanged(&error));
+    folder.write("a.frd", "0123");
+    EXPECT_FALSE(file.checkUnchanged(&error));
+    EXPECT_EQ(folder.without(error.message()), "a.frd has changed since it was opened; open it again");
+}
+
+TEST(FrdFile, NoticesANewTimeOnly) {
+    TemporaryFolder folder;
+    const std::string path = folder.write("a.frd", "0123456789");
+    FrdFile file;
+    ASSERT_TRUE(file.open(path, nullptr));
+    const timespec times[2] = {{1000, 0}, {1000, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    EXPECT_FALSE(file.checkUnchanged(nullptr));
+}
+
+TEST(FrdFile, TellsPlacesAsLinesAndBehindBinaryDataAsBytes) {
+    TemporaryFolder folder;
+    FrdFile file;
+    ASSERT_TRUE(file.open(folder.write("a.frd", "one\ntwo\nthree\n"), nullptr));
+    EXPECT_EQ(folder.without(file.place(0)), "a.frd, line 1");
+    EXPECT_EQ(folder.without(file.place(3)), "a.frd, line 1");
+    EXPECT_EQ(folder.without(file.place(4)), "a.frd, line 2");
+    EXPECT_EQ(folder.without(file.place(14)), "a.frd, line 4");
+    file.noteBinaryAt(8);
+    file.noteBinaryAt(12);
+    EXPECT_EQ(folder.without(file.place(4)), "a.frd, line 2");
+    EXPECT_EQ(folder.without(file.place(8)), "a.frd, byte 8");
+    ug::Error error;
+    EXPECT_FALSE(file.fail(9, "why", &error));
+    EXPECT_EQ(folder.without(error.message()), "a.frd, byte 9: why");
+    EXPECT_FALSE(file.fail(9, "why", nullptr));
+}
+
+struct Line {
+    std::string text;
+    std::int64_t offset;
+    std::size_t endSize;
+
+    bool operator==(const Line&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Line& line) {
+    return out << '"' << line.text.substr(0, 20) << "\" at " << line.offset << " end " << line.endSize;
+}
+
+std::vector<Line> walk(FrdLines& lines) {
+    std::vector<Line> all;
+    while (lines.next()) {
+        all.push_back({std::string(lines.line()), lines.lineOffset(), lines.lineEndSize()});
+    }
+    return all;
+}
+
+TEST(FrdLines, WalksLinesOfAllKinds) {
+    TemporaryFolder folder;
+    FrdFile file;
+    ASSERT_TRUE(file.open(folder.write("a.frd", "one\n\ntwo\r\n\r\nend"), nullptr));
+    FrdLines lines(file);
+    EXPECT_EQ(walk(lines), (std::vector<Line>{{"one", 0, 1}, {"", 4, 1}, {"two", 5, 2}, {"", 10, 2}, {"end", 12, 0}}));
+    lines.seek(5);
+    EXPECT_EQ(lines.offset(), 5);
+    EXPECT_TRUE(lines.next());
+    EXPECT_EQ(lines.line(), "two");
+    EXPECT_EQ(lines.offset(), 10);
+    lines.putBack();
+    EXPECT_EQ(lines.offset(), 5);
+    EXPECT_TRUE(lines.next());
+    EXPECT_EQ(lines.line(), "two");
+}
+
+TEST(FrdLines, WalksLinesAcrossPieces) {
+    // Lengths from 0 to 199 and on, more than all piece sizes together.
+    std::string content;
+    std::vector<Line> expected;
+    for (int i = 0; content.size() < 1000000; ++i) {
+        const std::string text(std::size_t(i * 7 % 200), char('a' + i % 26));
+        expected.push_back({text, std::int64_t(content.size()), 1});
+        content += text + "\n";
+    }
+    TemporaryFolder folder;
+    FrdFile file;
+    ASSERT_TRUE(file.open(folder.write("a.frd", content), nullptr));
+    FrdLines lines(file);
+    EXPECT_EQ(walk(lines), expected);
+}
+
+TEST(FrdLines, DividesLinesThatAreTooLong) {
+    const std::size_t longest = FrdLines::LONGEST_LINE;
+    TemporaryFolder folder;
+    FrdFile file;
+    ASSERT_TRUE(file.open(folder.write("a.frd", std::string(longest, 'a') + "b\nc\n"), nullptr));
+    FrdLines lines(file);
+    EXPECT_EQ(walk(lines), (std::vector<Line>{{std::string(longest, 'a'), 0, 0},
+                                              {"b", std::int64_t(longest), 1},
+                                              {"c", std::int64_t(longest) + 2, 1}}));
+}
+
+TEST(FrdBytes, HandsOutPiecesOfAnySize) {
+    std::string content;
+    for (int i = 0; i < 1000000; ++i) {
+        content += char(i * 31 % 251);
+    }
+    TemporaryFolder folder;
+    FrdFile file;
+    ASSERT_TRUE(file.open(folder.write("a.frd", content), nullptr));
+    FrdBytes bytes(file);
+    const auto expectPiece = [&](std::int64_t offset, std::size_t count) {
+        const char* piece = bytes.at(offset, count);
+        ASSERT_NE(piece, nullptr) << offset;
+        EXPECT_EQ(std::string(piece, count), content.substr(std::size_t(offset), count)) << offset;
+    };
+    expectPiece(0, 28);
+    expectPiece(28, 28);
+    expectPiece(262100, 100);
+    expectPiece(5, 10);
+    expectPiece(1000, 900000);
+    expectPiece(999999, 1);
+    EXPECT_EQ(bytes.at(999999, 2), nullptr);
+    EXPECT_EQ(bytes.at(0, 1000001), nullptr);
+    EXPECT_EQ(bytes.at(1000001, 1), nullptr);
+}
+
+TEST(FrdBytes, HasNothingWhereTheFileGotShorter) {
+    TemporaryFolder folder;
+    const std::string path = folder.write("a.frd", std::string(1000, 'x'));
+    FrdFile file;
+    ASSERT_TRUE(file.open(path, nullptr));
+    ASSERT_EQ(::truncate(path.c_str(), 500), 0);
+    FrdBytes bytes(file);
+    EXPECT_NE(bytes.at(400, 100), nullptr);
+    EXPECT_EQ(bytes.at(400, 101), nullptr);
+}
+
+TEST(FrdFile, QuotesLinesForPeople) {
+    EXPECT_EQ(quotedForPeople(""), "\"\"");
+    EXPECT_EQ(quotedForPeople(" -1 a\tb\xFF"), "\" -1 a?b?\"");
+    EXPECT_EQ(quotedForPeople(std::string(40, 'x')), '"' + std::string(40, 'x') + '"');
+    EXPECT_EQ(quotedForPeople(std::string(41, 'x')), '"' + std::string(40, 'x') + "...\"");
+}
+
+} // namespace
