@@ -250,7 +250,12 @@ void registerRun(const std::string& name, const std::function<void()>& run) {
 } // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
+    // Interleaved, so that other work on the machine disturbs both sides alike.
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string interleaved = "--benchmark_enable_random_interleaving=true";
+    arguments.push_back(interleaved.data());
+    argc = static_cast<int>(arguments.size());
+    benchmark::Initialize(&argc, arguments.data());
     PtrRef<ug::UnstructGridModel> model = makeModel();
     Models::instance()->add(model.get());
     const std::vector<Claim> claims = makeClaims(model.get());

@@ -11,6 +11,8 @@
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
 
+#include <utility>
+
 namespace orv::app {
 
 using ug::DISPLACEMENT;
@@ -25,20 +27,13 @@ void append(std::vector<ug::ResultInfo>* infos, const std::vector<ug::ResultInfo
 }
 
 /// All of them when no state is current.
-std::vector<ug::ResultInfo> availableInCurrentState(const std::vector<ug::ResultInfo>& infos,
+std::vector<ug::ResultInfo> availableInCurrentState(std::vector<ug::ResultInfo> infos,
                                                     const ug::DataSourceDirectory* directory) {
-    const ug::DataState* state = States::instance()->current();
-    if (!state) {
-        return infos;
+    if (const ug::DataState* state = States::instance()->current()) {
+        const int stateId = state->id();
+        std::erase_if(infos, [&](const ug::ResultInfo& info) { return !directory->hasResult(stateId, info); });
     }
-    const int stateId = state->id();
-    std::vector<ug::ResultInfo> available;
-    for (const ug::ResultInfo& info : infos) {
-        if (directory->hasResult(stateId, info)) {
-            available.push_back(info);
-        }
-    }
-    return available;
+    return infos;
 }
 
 unsigned long positionOf(const ug::ResultInfo& info, const std::vector<ug::ResultInfo>& infos) {
@@ -60,7 +55,7 @@ std::vector<ug::ResultInfo> ResultsPrivate::currentInfos() const {
     append(&infos, directory->vectorResultInfos());
     append(&infos, directory->symmetricTensorResultInfos());
     append(&infos, directory->displacementResultInfos());
-    return availableInCurrentState(infos, directory);
+    return availableInCurrentState(std::move(infos), directory);
 }
 
 std::vector<ug::ResultInfo> ResultsPrivate::currentInfos(ug::ResultType type) const {
