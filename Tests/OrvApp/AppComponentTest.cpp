@@ -86,6 +86,18 @@ TEST(AppComponentDeathTest, MapsTheFourActions) {
     }
 }
 
+TEST(AppComponentDeathTest, AnUnknownActionIsAssertedAndSetsTheDefault) {
+    inOwnProcess([] {
+        AssertRecorder asserts;
+        Instance instance(static_cast<Options::FailedAssertAction>(4));
+        EXPECT_TRUE(AppComponent::initialize(&instance));
+        EXPECT_EQ(asserts.take(),
+                  (std::vector<FailedAssert>{{"OrvApp/../OrvCore/InitializationOptions_p", std::nullopt,
+                                              "Unhandled initialization options failed assert action"}}));
+        EXPECT_EQ(rvf::Assert::failedAssertAction(), 0);
+    });
+}
+
 TEST(AppComponentDeathTest, SecondCallChangesNothing) {
     inOwnProcess([] {
         Instance first(Options::CONTINUE);

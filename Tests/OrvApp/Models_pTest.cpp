@@ -311,9 +311,17 @@ TEST_F(ModelLoadingTest, ANameThatIsOpenSharesItsDataSourceAndReadsNothing) {
 }
 
 TEST_F(ModelLoadingTest, NamesAreComparedLetterByLetter) {
-    const Str file = write("a.frd", 1);
-    const Str sameFile = path("./a.frd");
-    EXPECT_NE(open(file)->dataSource(), open(sameFile)->dataSource());
+    const Str small = write("a.frd", 1), capital = write("A.frd", 2), roundabout = path("./a.frd");
+    ug::DataSource* ofSmall = open(small)->dataSource();
+    ug::DataSource* ofCapital = open(capital)->dataSource();
+    ug::DataSource* ofRoundabout = open(roundabout)->dataSource();
+    EXPECT_NE(ofSmall, ofRoundabout);
+    EXPECT_EQ(ofCapital->stateCount(), 2u);
+
+    // Each name finds its own again.
+    EXPECT_EQ(open(small)->dataSource(), ofSmall);
+    EXPECT_EQ(open(capital)->dataSource(), ofCapital);
+    EXPECT_EQ(open(roundabout)->dataSource(), ofRoundabout);
 }
 
 TEST_F(ModelLoadingTest, TheDataSourceGoesWithItsLastModel) {
