@@ -11,12 +11,19 @@
 /// - Numerics: tolerances, missing values, rounding, quaternions, stress tensors, interpolation (VTOMath).
 /// - VTRvfConvertApi goes between this family and the core's.
 
+#include "LibUnstructGrid/VTOArrayInt.h"
+#include "LibUnstructGrid/VTOArrayIntIndex.h"
+#include "LibUnstructGrid/VTOArraySortedInt.h"
 #include "LibUnstructGrid/VTOArrayTemplate.h"
+#include "LibUnstructGrid/VTOArrayUbyte.h"
+#include "LibUnstructGrid/VTOBaseTypes.h"
 #include "LibUnstructGrid/VTOBaseTypes2D.h"
 #include "LibUnstructGrid/VTOBaseTypesIdent.h"
 #include "LibUnstructGrid/VTOFile.h"
 #include "LibUnstructGrid/VTOLinAlgebra.h"
+#include "LibUnstructGrid/VTOLinAlgebraVector.h"
 #include "LibUnstructGrid/VTOMath.h"
+#include "LibUnstructGrid/VTOMathConstants.h"
 #include "LibUnstructGrid/VTORvfConvertApi.h"
 #include "LibUnstructGrid/VTOSort.h"
 #include "LibUnstructGrid/VTOString.h"
