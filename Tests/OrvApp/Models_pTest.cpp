@@ -8,11 +8,9 @@
 #include "OrvUnstructGrid/DataSourceZTFx.h"
 #include "OrvUnstructGrid/Error.h"
 #include "Tests/OrvApp/CatalogueTest.h"
-
-#include <unistd.h>
+#include "Tests/Support/ScratchFolder.h"
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 
 using namespace orv;
@@ -79,23 +77,13 @@ std::string frdText(int stateCount) {
 
 class ModelLoadingTest : public orvtest::CatalogueTest {
 protected:
-    ModelLoadingTest() {
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
-    }
-
-    ~ModelLoadingTest() override {
-        std::filesystem::remove_all(folder);
-    }
-
     Str path(const std::string& name) const {
-        return (folder / name).string();
+        return folder / name;
     }
 
     /// Writes a file with that many states and gives its path.
     Str write(const std::string& name, int stateCount) const {
-        std::ofstream(folder / name) << frdText(stateCount);
-        return path(name);
+        return folder.write(name, frdText(stateCount));
     }
 
     void remove(const std::string& name) const {
@@ -119,8 +107,7 @@ protected:
         return model;
     }
 
-    std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("orvapp_models_test_" + std::to_string(getpid()));
+    orvtest::ScratchFolder folder;
     Models* models = Models::instance();
 };
 
