@@ -244,6 +244,7 @@ bool ModelsPrivate::loadFromFile(ug::UnstructGridModel* model, const std::vector
     const std::vector<ug::StateInfo> states = model->dataSource()->directory()->stateInfos();
     if (states.empty()) {
         model->setDataSource(nullptr);
+        // The doubled negative stays: it is the text that people search their logs for.
         logError("Cannot not load model. There are no states in the file.",
                  {RVF_SOURCE_PATH,
                   "bool orv::app::ModelsPrivate::loadFromFile(orv::ug::UnstructGridModel *, "

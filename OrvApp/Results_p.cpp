@@ -224,6 +224,8 @@ ug::DataResultGroup* ResultsPrivate::currentResultGroupAndPartIndex(unsigned lon
     return state->results(foundGeometry);
 }
 
+// The check behind the load looks at the type and not at the index, so it does not notice a failed load: the null that
+// the group gives for no index tells the caller.
 template <class Result, class CheckAfterLoad>
 Result* ResultsPrivate::findOrLoad(const ug::ResultInfo& info, std::size_t (ug::DataResultGroup::*position)(int) const,
                                    Result* (ug::DataResultGroup::*get)(std::size_t), CheckAfterLoad checkAfterLoad) {
@@ -303,6 +305,7 @@ ug::DataPartVector* ResultsPrivate::currentDataPartVector(const Str& name) {
 }
 
 ug::DataResultSymmetricTensor* ResultsPrivate::currentDataResultTensor(ug::ResultInfo tensor) {
+    // The slip in the message stays: it is the text that people search their logs for.
     RVF_ASSERT_MSG(tensor.type() == SYMMETRIC_TENSOR, "Cannot return tesnor result, given info is not a tensor");
     return findOrLoad(tensor, &ug::DataResultGroup::symmetricTensorIndex, &ug::DataResultGroup::symmetricTensor, [&] {
         RVF_ASSERT_MSG(

@@ -38,6 +38,7 @@ ug::StateInfo StatesPrivate::currentInfo() const {
 
 void StatesPrivate::setCurrentInfo(ug::StateInfo info) {
     const std::size_t index = indexOf(info);
+    // A state is meant, but the message stays: it is the text that people search their logs for.
     RVF_ASSERT_MSG(index != orv::UNDEFINED_SIZE_T, "View not found : cannot set it as current.");
     setCurrentIndex(index);
 }
