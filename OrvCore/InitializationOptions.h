@@ -8,7 +8,7 @@ namespace orv {
 class ORV_API InitializationOptions {
 public:
     /// What becomes of the process after a failed assertion, which tells of a mistake in the calling program.
-    enum FailedAssertAction {
+    enum FailedAssertAction : int {
         PLATFORM_DEFAULT = 0, ///< What assert() does on this platform: the process aborts.
         CONTINUE = 1,         ///< Goes on with the next statement.
         ABORT = 2,            ///< The process aborts.
