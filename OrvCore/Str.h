@@ -78,7 +78,8 @@ public:
     ///   member when it comes first and `-` when it comes first or last,
     /// - everything else for itself, a `[` that is never closed too.
     ///
-    /// There is no escape character; `[*]` is a star. The time is at worst the product of both lengths.
+    /// There is no escape character; `[*]` is a star. Hostile patterns end too: the time grows with the sum of both
+    /// lengths, except for `?` and lists between two stars, which cost a step per character for every 64 of them.
     bool matches(const Str& pattern) const;
 
     /// In UTF-8. Surrogates and values outside Unicode become U+FFFD.
