@@ -12,7 +12,7 @@ namespace rvf {
 class ORV_API Assert {
 public:
     /// What becomes of the process after a failed assertion has been told.
-    enum FailedAction {
+    enum FailedAction : int {
         PLATFORM_DEFAULT = 0, ///< What assert() does on this platform: the process aborts.
         ABORT = 1,            ///< The process aborts.
         BREAK = 2,            ///< SIGTRAP, which stops in an attached debugger; goes on when the debugger says so.
