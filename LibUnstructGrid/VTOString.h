@@ -125,9 +125,9 @@ public:
 
     /// Position of `sWhat`, looked for at `iStart` first and then upward, or downward to 0. An `iStart` of -1 is the
     /// last place where `sWhat` fits, so a forward search from -1 can match at the very end only.
-    /// @return -1 when there is no match, when either text is empty, when `iStart` is outside the text, and when
-    /// `sWhat`
-    ///         does not fit at `iStart`, also when searching downward.
+    /// @return -1 when there is no match, when either text is empty, when `iStart` is outside, and when `sWhat` does
+    /// not
+    ///         fit at `iStart`, also when searching downward.
     int Find(const VTString& sWhat, int iStart = 0, bool bForward = true, bool bCaseSensitive = true) const;
     /// Position of `cChr`; an `iStart` of -1 is the last character.
     int Find(wchar_t cChr, int iStart = 0, bool bForward = true, bool bCaseSensitive = true) const;
@@ -310,10 +310,9 @@ public:
     VTString GetFirstToken(wchar_t cSeparator, wchar_t cStartEscape, wchar_t cEndEscape, bool* pbMore = nullptr);
     VTString GetNextToken(wchar_t cSeparator, wchar_t cStartEscape, wchar_t cEndEscape, bool* pbMore = nullptr);
 
-    /// Counts tokens, but not as the walk does: a run of separators counts once; trailing
-    /// separators, with nothing but control characters behind, do not count; an empty text has 1 token. `a,,b` has 2
-    /// here and 3 in the walk. An escape character of 0 never matches. Asserts "cSeparator != cStartEscape" and
-    /// "cSeparator != cEndEscape".
+    /// Counts tokens, but not as the walk does: a run of separators counts once; trailing separators, with nothing but
+    /// control characters behind, do not count; an empty text has 1 token. `a,,b` has 2 here and 3 in the walk. An
+    /// escape character of 0 never matches. Asserts "cSeparator != cStartEscape" and "cSeparator != cEndEscape".
     int GetNumTokens(wchar_t cSeparator, wchar_t cStartEscape = L'\0', wchar_t cEndEscape = L'\0') const;
     /// @}
 

@@ -110,8 +110,10 @@ void VTString::DeCaptitalize() {
 }
 
 void VTString::CutFront(int iCount) {
-    std::copy(m_pdata + iCount, m_pdata + Length() + 1, m_pdata);
-    m_iStringLength -= iCount;
+    if (iCount > 0) {
+        std::copy(m_pdata + iCount, m_pdata + Length() + 1, m_pdata);
+        m_iStringLength -= iCount;
+    }
 }
 
 void VTString::CutAt(int iLength) {
@@ -186,6 +188,7 @@ void VTString::Nicify() {
 }
 
 int VTString::Replace(const VTString& sWhat, const VTString& sWith, int iMaxCount, bool bCaseSensitive) {
+    const int iLength = Length(); // Also refreshes it: Find() would count it anew at each hit.
     std::wstring sNew;
     int iReplaced = 0;
     int iCopied = 0;
@@ -197,7 +200,7 @@ int VTString::Replace(const VTString& sWhat, const VTString& sWith, int iMaxCoun
         iHit = iReplaced == iMaxCount ? -1 : Find(sWhat, iCopied, true, bCaseSensitive);
     }
     if (iReplaced > 0) {
-        sNew.append(m_pdata + iCopied, m_pdata + Length());
+        sNew.append(m_pdata + iCopied, m_pdata + iLength);
         Assign(sNew.c_str(), static_cast<int>(sNew.size()));
     }
     return iReplaced;

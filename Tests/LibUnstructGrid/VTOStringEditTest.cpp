@@ -296,6 +296,17 @@ TEST(VTOStringEdit, ReplaceOfNothingChangesNothing) {
     EXPECT_TRUE(sNull.IsNull());
 }
 
+// Counting a forgotten length anew at every hit would take minutes.
+TEST(VTOStringEdit, ReplacesManyHitsWithAForgottenLength) {
+    const int iLength = 2000000;
+    VTString sText;
+    sText.Pad(iLength, L'a');
+    sText.GetBuffer();
+    EXPECT_EQ(sText.Replace(L"a", L"b"), iLength);
+    EXPECT_EQ(sText.Length(), iLength);
+    EXPECT_EQ(sText.FindAll(L'b'), iLength);
+}
+
 TEST(VTOStringEdit, ReplacesItselfByItself) {
     VTString sText(L"ab");
     EXPECT_EQ(sText.Replace(sText, sText), 1);

@@ -104,6 +104,23 @@ TEST(VTOStringMemory, AppendAssertsAndKeepsTheText) {
     EXPECT_EQ(sText.Length(), 2);
 }
 
+TEST(VTOStringMemory, TokenAssertsAndIsNull) {
+    AssertRecorder recorder;
+    VTString sText(L"ab,c");
+    bool bNull = false;
+    {
+        NoMemory none;
+        bNull = sText.GetFirstToken(L',').IsNull();
+    }
+    EXPECT_TRUE(bNull);
+    const auto failed = recorder.take();
+    ASSERT_EQ(failed.size(), 2u);
+    EXPECT_EQ(failed[0], failedIn("VTOString", {"m_pdata"})[0]);
+    EXPECT_EQ(failed[1], failedIn("VTOStringParse", {"!sStr.IsNull()"})[0]);
+    // The walk goes on behind the token that is lost.
+    EXPECT_EQ(text(sText.GetNextToken(L',')), L"c");
+}
+
 TEST(VTOStringMemory, NarrowTextGivesNull) {
     NoMemory none;
     EXPECT_TRUE(VTString("abc").IsNull());
