@@ -165,7 +165,8 @@ public:
     bool SetBufferLength(int iLength);
     /// Cuts the buffer to the size of the text.
     void TrimBuffer();
-    /// Makes sure that the buffer holds a terminator: writes one in the last place when there is none.
+    /// Makes sure that the buffer holds a terminator: writes one in the last place when there is none. The length is
+    /// known again.
     /// @return the position of the first terminator; -1 for a null string.
     int ZeroTerminate();
 
@@ -275,7 +276,8 @@ public:
     VTString GetNextWord();
     /// The word number `iIndex`, counted from 0. The first empty word ends the count and is what comes back then.
     VTString GetWord(int iIndex);
-    /// The text from the cursor on, and the cursor goes to its end; the empty text when there is none.
+    /// The text from the cursor on, and the cursor goes behind it as behind a last word; the empty text when there is
+    /// none.
     VTString GetRest();
     /// Counts the places where a word begins: behind a blank, tab, comma or the start, at any character that is no
     /// blank, tab, line feed or carriage return. A comma behind a comma counts, so this can be more than GetNextWord()

@@ -78,6 +78,16 @@ TEST(AssertDeathTest, PlatformDefaultAndAbortEndTheProcess) {
     }
 }
 
+TEST(AssertDeathTest, AProcessThatAbortsReportsInSpiteOfAnObserver) {
+    EXPECT_EXIT(
+        {
+            rvf::Assert::setFailedAssertObserver([](const char*, int, const char*, const char*) {});
+            rvf::Assert::setFailedAssertAction(rvf::Assert::ABORT);
+            RVF_ASSERT(2 < 1);
+        },
+        testing::KilledBySignal(SIGABRT), "assertion failed: 2 < 1");
+}
+
 TEST(AssertDeathTest, BreakRaisesTheTrap) {
     EXPECT_EXIT(
         {

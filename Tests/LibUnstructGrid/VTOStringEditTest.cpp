@@ -438,6 +438,14 @@ TEST(VTOStringEdit, EditingKeepsTheCursor) {
     EXPECT_EQ(restAfter([](VTString& s) { s.Replace(L"two", L"four"); }), L"four");
     EXPECT_EQ(restAfter([](VTString& s) { s.Replace(L't', L'T'); }), L"Two");
     EXPECT_EQ(restAfter([](VTString& s) { s.Pad(9, L'.', true, false); }), L"two..");
+    EXPECT_EQ(restAfter([](VTString& s) { s.Pad(9, L'.', false, false); }), L"e two");
+    EXPECT_EQ(restAfter([](VTString& s) { s.Quote(); }), L" two\"");
+    EXPECT_EQ(restAfter([](VTString& s) { s.Unquote(L'o', false); }), L"w");
+    EXPECT_EQ(restAfter([](VTString& s) { s.StripCharacter(L'n'); }), L"wo");
+    EXPECT_EQ(restAfter([](VTString& s) { s.Nicify(); }), L"two");
+    EXPECT_EQ(restAfter([](VTString& s) { s.TrimBuffer(); }), L"two");
+    EXPECT_EQ(restAfter([](VTString& s) { s.SetBufferLength(20); }), L"two");
+    EXPECT_EQ(restAfter([](VTString& s) { s.SetAt(6, L'p'); }), L"twp");
 }
 
 } // namespace

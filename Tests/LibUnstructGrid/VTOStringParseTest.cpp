@@ -76,6 +76,10 @@ TEST(VTOStringWords, GetRestGoesToTheEnd) {
     EXPECT_TRUE(sText.GetRest() == VTString(L""));
     EXPECT_EQ(text(sText.GetNextWord()), L"");
     EXPECT_EQ(text(sText.GetFirstWord()), L"one");
+    // As a last word does, it takes a separator that is appended later.
+    sText.GetRest();
+    sText += L",four";
+    EXPECT_EQ(text(sText.GetRest()), L"four");
 }
 
 TEST(VTOStringWords, GetWordCountsFromTheFirst) {

@@ -465,8 +465,8 @@ TEST(VTOString, FindAllCounts) {
 }
 
 TEST(VTOString, FindFirstNumber) {
-    const std::pair<const wchar_t*, int> cases[] = {{L"", -1},    {L"abc", -1}, {L"7", 0},   {L"x12", 1},
-                                                    {L"x-12", 1}, {L"x+12", 1}, {L"x.5", 2}, {L"-.5", 2},
+    const std::pair<const wchar_t*, int> cases[] = {{L"", -1},    {L"abc", -1}, {L"7", 0},   {L"x12", 1}, {L"x-12", 1},
+                                                    {L"x+12", 1}, {L"x.5", 2},  {L"-.5", 2}, {L"-5", 0},  {L"+5a6", 0},
                                                     {L"a-b1", 3}, {L"--3", 1},  {L"- 3", 2}, {L"-", -1}};
     for (const auto& [szText, iFound] : cases) {
         EXPECT_EQ(VTString(szText).FindFirstNumber(), iFound) << text(szText);
@@ -602,6 +602,10 @@ TEST(VTOString, ZeroTerminate) {
     EXPECT_EQ(sText.ZeroTerminate(), 3);
     EXPECT_EQ(text(sText), L"abc");
     EXPECT_EQ(sText.Length(), 3);
+    // The length follows a write through the old pointer.
+    pBuffer[2] = L'\0';
+    EXPECT_EQ(sText.ZeroTerminate(), 2);
+    EXPECT_EQ(sText.Length(), 2);
     EXPECT_EQ(VTString().ZeroTerminate(), -1);
     EXPECT_EQ(VTString(L"").ZeroTerminate(), 0);
 }
