@@ -43,6 +43,15 @@ TEST(VTOStringEdit, MidTakesACount) {
     EXPECT_TRUE(VTString().Mid(0, 1) == VTString(L""));
 }
 
+TEST(VTOStringEdit, PiecesHaveExactBuffers) {
+    VTString sText(L"ab cdef");
+    EXPECT_EQ(sText.Mid(4, 10).GetBufferLength(), 4);
+    EXPECT_EQ(sText.Mid(4, -1).GetBufferLength(), 4);
+    EXPECT_EQ(sText.GetSubString(1, 3).GetBufferLength(), 4);
+    EXPECT_EQ(sText.GetFirstWord().GetBufferLength(), 3);
+    EXPECT_EQ(sText.GetFirstToken(L'd').GetBufferLength(), 5);
+}
+
 TEST(VTOStringEdit, LeftAndRight) {
     const VTString sText(L"abcdef");
     EXPECT_EQ(text(sText.Left(2)), L"ab");

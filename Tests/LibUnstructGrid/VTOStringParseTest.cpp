@@ -354,10 +354,11 @@ TEST(VTOStringNumbers, AsDouble) {
 
 TEST(VTOStringNumbers, GetFirstFloat) {
     const std::tuple<const wchar_t*, int, float> cases[] = {
-        {L"t = 2.5 s", 0, 2.5f}, {L"x-3", 0, -3.0f},  {L"x+3", 0, 3.0f},   {L"a.5b", 0, 0.5f},   {L"-.5", 0, -0.5f},
-        {L"1e3x", 0, 1000.0f},   {L"2E-1", 0, 0.2f},  {L"2eggs", 0, 2.0f}, {L"2e+", 0, 2.0f},    {L"1.2.3", 0, 1.2f},
-        {L"5. end", 0, 5.0f},    {L"1 2 3", 1, 2.0f}, {L"-12", 1, 12.0f},  {L"a.5", 2, 5.0f},    {L"12", 1, 2.0f},
-        {L"none", 0, 0.0f},      {L"", 0, 0.0f},      {L"1", 7, 0.0f},     {L"end -.", 0, 0.0f}, {L"1", -3, 1.0f}};
+        {L"t = 2.5 s", 0, 2.5f}, {L"x-3", 0, -3.0f},   {L"x+3", 0, 3.0f},   {L"a.5b", 0, 0.5f}, {L"-.5", 0, -0.5f},
+        {L"1e3x", 0, 1000.0f},   {L"2E-1", 0, 0.2f},   {L"2eggs", 0, 2.0f}, {L"2e+", 0, 2.0f},  {L"1.2.3", 0, 1.2f},
+        {L".5.2", 0, 0.5f},      {L"5. end", 0, 5.0f}, {L"1 2 3", 1, 2.0f}, {L"-12", 1, 12.0f}, {L"a.5", 2, 5.0f},
+        {L"12", 1, 2.0f},        {L"none", 0, 0.0f},   {L"", 0, 0.0f},      {L"1", 7, 0.0f},    {L"end -.", 0, 0.0f},
+        {L"1", -3, 1.0f}};
     for (const auto& [szText, iStart, fValue] : cases) {
         EXPECT_EQ(VTString(szText).GetFirstFloat(iStart), fValue) << text(szText) << iStart;
     }
