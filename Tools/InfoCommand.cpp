@@ -8,7 +8,9 @@
 #include "Tools/ResultWords.h"
 #include "Tools/Table.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace orvapp {
 
@@ -82,17 +84,34 @@ ModelReport modelReport(const ResultFile& file) {
     return report;
 }
 
+/// The position of the group that a state is in; nothing when it is in none.
+std::string groupText(const ModelReport& report, int stateId) {
+    for (std::size_t i = 0; i < report.stateGroups.size(); ++i) {
+        const std::vector<int>& ids = report.stateGroups[i];
+        if (std::find(ids.begin(), ids.end(), stateId) != ids.end()) {
+            return std::to_string(i);
+        }
+    }
+    return "";
+}
+
 std::string statesText(const ModelReport& report) {
-    Table table({{"Index", Table::RIGHT}, {"Id", Table::RIGHT}, {"Name"}, {"Kind"}, {"Value", Table::RIGHT}});
+    const bool hasGroups = !report.stateGroups.empty();
+    std::vector<Table::Column> columns = {
+        {"Index", Table::RIGHT}, {"Id", Table::RIGHT}, {"Name"}, {"Kind"}, {"Value", Table::RIGHT}};
+    if (hasGroups) {
+        columns.push_back({"Group", Table::RIGHT});
+    }
+    Table table(std::move(columns));
     for (const StateRow& state : report.states) {
-        table.addRow({std::to_string(state.index), std::to_string(state.id), state.name, state.referenceType,
-                      exactNumber(state.referenceValue)});
+        std::vector<std::string> cells = {std::to_string(state.index), std::to_string(state.id), state.name,
+                                          state.referenceType, exactNumber(state.referenceValue)};
+        if (hasGroups) {
+            cells.push_back(groupText(report, state.id));
+        }
+        table.addRow(std::move(cells));
     }
-    std::string title = counted(report.states.size(), "state");
-    if (!report.stateGroups.empty()) {
-        title += " in " + counted(report.stateGroups.size(), "group");
-    }
-    return title + '\n' + table.text();
+    return counted(report.states.size(), "state") + '\n' + table.text();
 }
 
 std::string elementTypesText(const PartRow& part) {

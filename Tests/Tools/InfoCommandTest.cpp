@@ -126,6 +126,22 @@ TEST(InfoCommand, CountsTheStatesThatHaveAResult) {
     EXPECT_THAT(outcome.output, testing::ContainsRegex("DISP +displacement +node +1\n"));
 }
 
+TEST(InfoCommand, TellsWhichStatesBelongTogether) {
+    // A static step, and three modes behind it.
+    const std::string file = ORV_TEST_DATA_DIR "/frd/static_then_modes.frd";
+    const Json model = infoOf(file);
+    const Json& states = model["states"];
+    ASSERT_EQ(states.size(), 4u);
+    EXPECT_EQ(model["stateGroups"], Json({{states[0]["id"]}, {states[1]["id"], states[2]["id"], states[3]["id"]}}));
+    EXPECT_THAT(column(states, "referenceType"), ElementsAre("time", "frequency", "frequency", "frequency"));
+
+    const std::string text = runOrvapp({"info", file}).output;
+    EXPECT_THAT(text, testing::ContainsRegex("\n  Index +Id +Name +Kind +Value +Group\n"));
+    EXPECT_THAT(text, testing::ContainsRegex(" time +[0-9.]+ +0\n"));
+    EXPECT_THAT(text, testing::ContainsRegex(" frequency +[0-9.]+ +1\n"));
+    EXPECT_THAT(runOrvapp({"info", bracketFile()}).output, testing::Not(HasSubstr("Group")));
+}
+
 TEST(InfoCommand, WarningsComeLastAndInJsonToo) {
     const orvtest::TemporaryFolder folder;
     const std::string aborted = folder.write("aborted.frd", abortedBracket());
