@@ -26,12 +26,8 @@ struct Tensor {
     double zx;
 };
 
-int componentCount(int iDim) {
-    return iDim == 3 ? 3 : 6;
-}
-
 bool hasUndefined(const double* pfData, int iDim) {
-    return std::any_of(pfData, pfData + componentCount(iDim), [](double f) { return VTIsUndefined(f); });
+    return iDim == 3 ? vt::internal::anyUndefined<3>(pfData) : vt::internal::anyUndefined<6>(pfData);
 }
 
 Tensor load(const double* d, int iDim) {
@@ -106,23 +102,6 @@ double writeUndefined(double* pdPrincipals, VTVector* pVectors) {
 }
 
 } // namespace
-
-double VTComputeVonMises(const double* pfData, int iDim) {
-    RVF_ASSERT(pfData);
-    RVF_ASSERT((iDim == 3) || (iDim == 6));
-    if (hasUndefined(pfData, iDim)) {
-        return VT_UNDEFINED_DOUBLE;
-    }
-    const double* d = pfData;
-    double fSquare = 0.0;
-    if (iDim == 3) {
-        fSquare = d[0] * d[0] + d[1] * d[1] - d[0] * d[1] + 3.0 * d[2] * d[2];
-    } else {
-        fSquare = d[0] * d[0] + d[1] * d[1] + d[2] * d[2] - (d[0] * d[1] + d[1] * d[2] + d[0] * d[2]) +
-                  3.0 * (d[3] * d[3] + d[4] * d[4] + d[5] * d[5]);
-    }
-    return fSquare < 0.0 ? 0.0 : std::sqrt(fSquare);
-}
 
 double VTComputePrincipalsPrivate(const double* pfData, int iDim, int iPrinc, double* pdPrincipals,
                                   VTVector* pVectors) {

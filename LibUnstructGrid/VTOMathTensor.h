@@ -1,6 +1,10 @@
 #pragma once
 
+#include "LibCore/rvfAssert.h"
 #include "LibCore/rvfExport.h"
+#include "LibUnstructGrid/VTOMathConstants.h"
+
+#include <cmath>
 
 class VTVector;
 
@@ -12,10 +16,42 @@ class VTVector;
 // `pfData` and an `iDim` of 3 or 6 are asserted; any other `iDim` is then taken for 6 as far as reading goes. A
 // component that VTIsUndefined() makes every result undefined.
 
+namespace vt::internal {
+
+// Without a branch per component: nearly all tensors are defined.
+template <int Count>
+bool anyUndefined(const double* pfData) {
+    bool bAny = false;
+    for (int i = 0; i < Count; ++i) {
+        bAny |= VTIsUndefined(pfData[i]);
+    }
+    return bAny;
+}
+
+/// What is under the root of the von Mises stress: a sum of squares in disguise, but for rounding.
+inline double vonMisesSquare2D(const double* d) {
+    return d[0] * d[0] + d[1] * d[1] - d[0] * d[1] + 3.0 * d[2] * d[2];
+}
+
+inline double vonMisesSquare3D(const double* d) {
+    return d[0] * d[0] + d[1] * d[1] + d[2] * d[2] - (d[0] * d[1] + d[1] * d[2] + d[0] * d[2]) +
+           3.0 * (d[3] * d[3] + d[4] * d[4] + d[5] * d[5]);
+}
+
+} // namespace vt::internal
+
 /// The equivalent stress after von Mises, never negative: sqrt(xx^2 + yy^2 - xx yy + 3 xy^2) of a plane state. Where
 /// rounding makes the radicand of a nearly hydrostatic state negative the result is 0. VT_UNDEFINED_DOUBLE when a
 /// component is undefined.
-ORV_API double VTComputeVonMises(const double* pfData, int iDim);
+inline double VTComputeVonMises(const double* pfData, int iDim) {
+    RVF_ASSERT(pfData);
+    RVF_ASSERT((iDim == 3) || (iDim == 6));
+    if (iDim == 3 ? vt::internal::anyUndefined<3>(pfData) : vt::internal::anyUndefined<6>(pfData)) {
+        return VT_UNDEFINED_DOUBLE;
+    }
+    const double fSquare = iDim == 3 ? vt::internal::vonMisesSquare2D(pfData) : vt::internal::vonMisesSquare3D(pfData);
+    return fSquare < 0.0 ? 0.0 : std::sqrt(fSquare);
+}
 
 /// Principal values in descending order and, where wanted, principal directions; returns principal value number
 /// `iPrinc`, 0 to 2, or 0 and 1 for a plane state, which is asserted.

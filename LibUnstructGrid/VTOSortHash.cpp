@@ -7,6 +7,31 @@
 
 #include <new>
 
+namespace {
+
+/// Whether the value is among the first links of its chain. Not all of them: a long chain is cheaper to sort.
+bool standsInFront(const VTHashElement* pElement, int iValue) {
+    constexpr int iMaxLinks = 4;
+    for (int i = 0; pElement && i < iMaxLinks; ++i, pElement = pElement->pNext) {
+        if (pElement->iValue == iValue) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Inserts the values but for most repetitions, which would only make long chains that are walked through cold memory.
+void insertAll(VTHash& hash, const int* piValues, int iNumItems, int iTableSize) {
+    for (int i = 0; i < iNumItems; ++i) {
+        const int iBucket = piValues[i] % iTableSize;
+        if (iBucket < 0 || !standsInFront(hash.GetBucket(iBucket), piValues[i])) {
+            hash.Insert(iBucket, piValues[i]);
+        }
+    }
+}
+
+} // namespace
+
 VTHash::~VTHash() {
     Clean();
 }
@@ -110,9 +135,7 @@ int VTFindUniqueHash(const int* piValues, int iNumItems, int iHashSize, int* piU
     const int iTableSize = iHashSize > 0 && iHashSize < iNumItems ? iHashSize : iNumItems;
     VTHash hash;
     hash.Init(iNumItems, iTableSize);
-    for (int i = 0; i < iNumItems; ++i) {
-        hash.Insert(piValues[i]);
-    }
+    insertAll(hash, piValues, iNumItems, iTableSize);
     const auto scratch = std::make_unique_for_overwrite<int[]>(static_cast<std::size_t>(iNumItems));
     int iNumUnique = 0;
     for (int iBucket = 0; iBucket < iTableSize; ++iBucket) {

@@ -57,9 +57,10 @@ private:
     VTHashElement* NextElement();
     bool AddPool();
 
+    static constexpr int m_iHashBufferSize = 10000; ///< Elements per pool.
+
     std::unique_ptr<VTHashElement*[]> m_ppTable;
     VTHasElementPtrArray m_apBuffers;
-    int m_iHashBufferSize = 10000;
     int m_iNewHashIndex = 0;
     int m_iHashSize = 0;
     int m_iMaxElements = 0;
@@ -70,4 +71,7 @@ private:
 /// They come bucket by bucket, ascending within each bucket. So they ascend overall only when all are below the number
 /// of buckets, which is `iHashSize` when that lies between 0 and the number of values, and that number otherwise: 5, 5
 /// and 7 in three buckets come out as 7 and 5.
+///
+/// Made for lists of mostly distinct values: memory for all of them is taken at once. Where few values repeat often, a
+/// set that stays small is faster.
 ORV_API int VTFindUniqueHash(const int* piValues, int iNumItems, int iHashSize, int* piUnique);

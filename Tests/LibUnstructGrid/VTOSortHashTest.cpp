@@ -279,6 +279,19 @@ TEST(FindUniqueHash, EmptyListHasNone) {
     EXPECT_TRUE(recorder.take().empty());
 }
 
+TEST(FindUniqueHash, NegativeValuesHaveNoBucket) {
+    const int values[] = {3, -1};
+    EXPECT_EQ(assertsUntil(1, [&] { VTFindUniqueHash(values, 2, 0, nullptr); }), failedIn(source, {bucketCheck}));
+}
+
+// Six values share the one bucket, so the first links of its chain do not hold them all, and repetitions get in.
+TEST(FindUniqueHash, LongChainsHaveTheirRepetitionsSorted) {
+    const int values[] = {6, 5, 4, 3, 2, 1, 6, 5, 4, 3, 2, 1};
+    int unique[6] = {};
+    EXPECT_EQ(VTFindUniqueHash(values, 12, 1, unique), 6);
+    EXPECT_TRUE(std::equal(unique, unique + 6, std::vector<int>{1, 2, 3, 4, 5, 6}.begin()));
+}
+
 TEST(FindUniqueHash, FindsWhatASetFinds) {
     PortableRandom random(121);
     for (int round = 0; round < 30; ++round) {
