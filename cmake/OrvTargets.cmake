@@ -19,9 +19,6 @@ set_property(GLOBAL PROPERTY ORV_FLOORS "")
 # The tests link the archive and so reach what the shared library hides.
 function(orv_add_floor name)
   cmake_parse_arguments(FLOOR "" "" "SOURCES;HEADERS;PRIVATE_LIBRARIES" ${ARGN})
-  if(NOT FLOOR_SOURCES)
-    return()
-  endif()
   get_property(below GLOBAL PROPERTY ORV_FLOORS)
   add_library(${name} STATIC ${FLOOR_SOURCES})
   set_target_properties(${name} PROPERTIES
@@ -61,10 +58,7 @@ endfunction()
 function(orv_add_tests name)
   add_executable(${name}Tests ${ARGN})
   set_target_properties(${name}Tests PROPERTIES CXX_EXTENSIONS OFF)
-  target_link_libraries(${name}Tests PRIVATE ${name} GTest::gmock_main)
-  target_compile_definitions(${name}Tests PRIVATE
-    ORV_TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/Tests/data"
-    ORV_EXAMPLE_DATA_DIR="${PROJECT_SOURCE_DIR}/Examples/data")
+  target_link_libraries(${name}Tests PRIVATE ${name} orv_test_paths GTest::gmock_main)
   gtest_discover_tests(${name}Tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 120 ENVIRONMENT "${ORV_TEST_ENVIRONMENT}")
 endfunction()

@@ -2,6 +2,7 @@
 // each offence must be exactly that offence.
 
 #include "Tests/Architecture/Ladder.h"
+#include "Tests/Support/TestPaths.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,12 +16,12 @@ using testing::IsEmpty;
 namespace {
 
 const std::vector<SourceFile>& repository() {
-    static const std::vector<SourceFile> files = readSources(ORV_SOURCE_DIR, houseFloors());
+    static const std::vector<SourceFile> files = readSources(orvtest::sourceFolder(), houseFloors());
     return files;
 }
 
 const std::set<std::string>& installed() {
-    static const std::set<std::string> headers = readPublicHeaders(ORV_SOURCE_DIR, houseFloors());
+    static const std::set<std::string> headers = readPublicHeaders(orvtest::sourceFolder(), houseFloors());
     return headers;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OrvCore/Str.h"
+#include "Tests/Support/TestPaths.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,7 +16,7 @@ namespace orvtest {
 
 /// A file that the solver wrote from one of our decks.
 inline std::string solverFile(const std::string& name) {
-    return std::string(ORV_TEST_DATA_DIR) + "/frd/" + name;
+    return testDataFolder() + "/frd/" + name;
 }
 
 inline std::string readWholeFile(const std::string& name) {

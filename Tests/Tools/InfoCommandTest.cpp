@@ -1,3 +1,4 @@
+#include "Tests/Support/TestPaths.h"
 #include "Tests/Tools/FrdColumns.h"
 
 #include "Tests/Tools/Program.h"
@@ -128,7 +129,7 @@ TEST(InfoCommand, CountsTheStatesThatHaveAResult) {
 
 TEST(InfoCommand, TellsWhichStatesBelongTogether) {
     // A static step, and three modes behind it.
-    const std::string file = ORV_TEST_DATA_DIR "/frd/static_then_modes.frd";
+    const std::string file = orvtest::testDataFolder() + "/frd/static_then_modes.frd";
     const Json model = infoOf(file);
     const Json& states = model["states"];
     ASSERT_EQ(states.size(), 4u);

@@ -1,5 +1,7 @@
 #include "Tests/Tools/Program.h"
 
+#include "Tests/Support/TestPaths.h"
+
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -105,7 +107,7 @@ Outcome runOrvappOnTerminal(const std::vector<std::string>& arguments) {
 }
 
 std::string bracketFile() {
-    return ORV_EXAMPLE_DATA_DIR "/bracket.frd";
+    return exampleDataFolder() + "/bracket.frd";
 }
 
 } // namespace orvtest
