@@ -4,6 +4,7 @@
 #include "LibCore/rvfMath.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 
@@ -29,7 +30,9 @@ unsigned char roundedByte(float channel) {
 }
 
 unsigned char cutByte(float channel) {
-    return static_cast<unsigned char>(static_cast<int>(channel * 255.0f));
+    // The remainder comes first, since a cast of a number beyond the range of int is undefined.
+    const float remainder = std::fmod(channel * 255.0f, 256.0f);
+    return std::isnan(remainder) ? 0 : static_cast<unsigned char>(static_cast<int>(remainder));
 }
 
 } // namespace

@@ -7,7 +7,7 @@ namespace rvf {
 /// The named colours.
 class ORV_API Color3 {
 public:
-    enum ColorIdent {
+    enum ColorIdent : int {
         RED = 0,           ///< 255, 0, 0
         GREEN = 1,         ///< 0, 255, 0
         BLUE = 2,          ///< 0, 0, 255
@@ -99,7 +99,8 @@ public:
     /// A value that is no ident fails with the message "Unknown ColorIdent" and gives black.
     Color3ub(Color3::ColorIdent ident);
     /// Each channel times 255, cut off to a whole number, and of that the lowest eight bits: it neither rounds, as
-    /// Color3f::rByte() does, nor keeps to the range. A red of 0.999 gives 254, a red of 2 gives 254 too.
+    /// Color3f::rByte() does, nor keeps to the range. A red of 0.999 gives 254, a red of 2 gives 254 too. Infinities
+    /// and NaN give 0.
     Color3ub(const Color3f& color);
 
     bool operator==(const Color3ub& other) const;

@@ -86,12 +86,14 @@ TEST(Color3, NamedColorsHaveTheirNumbersAndBytes) {
 
 TEST(Color3, UnknownIdentIsBlackAndAsserted) {
     AssertRecorder recorder;
-    const auto unknown = static_cast<Color3::ColorIdent>(37);
-    expectBytes(Color3ub(unknown), 0, 0, 0);
     const std::vector<FailedAssert> failed = {{"LibCore/rvfColor3", std::nullopt, "Unknown ColorIdent"}};
-    EXPECT_EQ(recorder.take(), failed);
-    expectFloats(Color3f(unknown), 0, 0, 0);
-    EXPECT_EQ(recorder.take(), failed);
+    for (int number : {37, -1, 1000000}) {
+        const auto unknown = static_cast<Color3::ColorIdent>(number);
+        expectBytes(Color3ub(unknown), 0, 0, 0);
+        EXPECT_EQ(recorder.take(), failed);
+        expectFloats(Color3f(unknown), 0, 0, 0);
+        EXPECT_EQ(recorder.take(), failed);
+    }
 }
 
 TEST(Color3f, HoldsThreeFloats) {
@@ -188,6 +190,15 @@ TEST(Color3ub, CutsFloatsOffAndDoesNotClamp) {
     // 0.999 * 255 = 254.745, 2 * 255 = 510 = 256 + 254, -0.1 * 255 = -25.5, and -25 + 256 = 231.
     expectBytes(Color3ub(Color3f(0.999f, 2.0f, -0.1f)), 254, 254, 231);
     expectBytes(Color3ub(Color3f(0.0f, 1.0f, 0.5f)), 0, 255, 127);
+    // 100000 * 255 = 25500000 = 99609 * 256 + 96, and -96 + 256 = 160.
+    expectBytes(Color3ub(Color3f(100000.0f, -100000.0f, -1.0f)), 96, 160, 1);
+}
+
+TEST(Color3ub, NumbersWithoutLowBitsGiveZero) {
+    const float infinite = std::numeric_limits<float>::infinity();
+    // All floats beyond 2^32 are multiples of 256.
+    expectBytes(Color3ub(Color3f(1e30f, -1e30f, 3e38f)), 0, 0, 0);
+    expectBytes(Color3ub(Color3f(infinite, -infinite, std::numeric_limits<float>::quiet_NaN())), 0, 0, 0);
 }
 
 } // namespace
