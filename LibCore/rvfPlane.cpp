@@ -100,7 +100,8 @@ void Plane::flip() {
 }
 
 bool Plane::transform(const Matrix4<double>& matrix) {
-    return setFromPointAndNormal(matrix.transformPoint(pointInPlane()), matrix.transformVector(normal()));
+    const Vector3<double> newNormal = matrix.transformVector(normal());
+    return setFromPointAndNormal(matrix.transformPoint(pointInPlane()), newNormal);
 }
 
 bool Plane::projectVector(const Vector3<double>& vector, Vector3<double>* projectedVector) const {

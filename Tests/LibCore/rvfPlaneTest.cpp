@@ -186,6 +186,15 @@ TEST(Plane, TransformToNothingIsRefused) {
     expectCoefficients(p, 1, 0, 0, -3);
 }
 
+TEST(Plane, TransformOfAnInvalidPlaneIsRefused) {
+    AssertRecorder recorder;
+    Plane p;
+    EXPECT_FALSE(p.transform(rvf::Matrix4<double>()));
+    // For the normal, and then for the point in the plane.
+    EXPECT_EQ(recorder.take(), failed({NO_NORMAL, NO_NORMAL, NO_LENGTH}));
+    expectCoefficients(p, 0, 0, 0, 0);
+}
+
 TEST(Plane, ProjectsVectors) {
     const Plane p = plane(0, 0, 2, -2);
     Vec3d projected;
