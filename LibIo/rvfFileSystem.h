@@ -83,8 +83,8 @@ public:
     /// Makes a directory and those above it. True when it exists already, also as a file.
     static bool createDirectoryTree(const String& path);
     /// Copies the bytes of a file; an existing destination is overwritten. Beware: **copying an empty file is false**,
-    /// and leaves an empty destination. A source that cannot be opened leaves the destination
-    /// alone. A file copied onto itself is lost.
+    /// and leaves an empty destination. A source that cannot be opened leaves the destination alone. A file copied onto
+    /// itself is lost.
     static bool copyFile(const String& source, const String& destination);
     /// Deletes a file, or a link, but not what it points to.
     static bool deleteFile(const String& path);

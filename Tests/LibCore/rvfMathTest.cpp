@@ -150,6 +150,8 @@ TEST(Math, AreAlmostEqual) {
         {1e20, 1e20 * (1.0 - 2e-12), false},
         {1e-11, 1.0000000000005e-11, true},
         {1e-11, 1.1e-11, false},
+        {0.999999999999, 1.0, true},
+        {std::nextafter(0.999999999999, 0.0), 1.0, false},
         {1.0, -1.0, false},
         {-3.0, -3.0, true},
         {2e-12, 1e-13, false},

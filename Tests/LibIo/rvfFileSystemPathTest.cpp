@@ -142,13 +142,16 @@ TEST(FileSystemPath, CurrentPathThatCannotBeTold) {
         EXPECT_TRUE(FileSystem::currentPath().isEmpty());
         EXPECT_EQ(FileSystem::makeAbsolute(L"x"), String(L"/x"));
     }
-    // Five folders of 240 characters are more than 1024.
-    const std::string longName(240, 'x');
-    orvtest::ScopedWorkingFolder working(folder.path());
-    for (int i = 0; i < 5; ++i) {
-        std::filesystem::create_directory(longName);
-        std::filesystem::current_path(longName);
-        EXPECT_EQ(FileSystem::currentPath().isEmpty(), i >= 4) << i;
+    // 1024 bytes have room for 1023 characters and the terminator.
+    std::string path = std::filesystem::canonical(folder.path()).string();
+    while (path.size() < 800) {
+        path += "/" + std::string(199, 'x');
+    }
+    path += "/" + std::string(1023 - path.size() - 1, 'y');
+    for (const std::string& longPath : {path, path + "y"}) {
+        std::filesystem::create_directories(longPath);
+        orvtest::ScopedWorkingFolder working(longPath);
+        EXPECT_EQ(FileSystem::currentPath(), longPath.size() == 1023 ? String(longPath) : String());
     }
 }
 

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -98,6 +101,29 @@ TEST_F(FileSystemTest, FilesAndDirectoriesExist) {
         EXPECT_FALSE(FileSystem::directoryExists(in(name))) << name;
     }
     EXPECT_TRUE(FileSystem::fileExists("/dev/null"));
+}
+
+TEST_F(FileSystemTest, SocketsHaveTheBitOfADirectory) {
+    const ScopedWorkingFolder working(folder.path());
+    const sockaddr_un address = {AF_UNIX, "socket"};
+    const int handle = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(bind(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_FALSE(FileSystem::fileExists(in("socket")));
+    EXPECT_TRUE(FileSystem::directoryExists(in("socket")));
+    close(handle);
+}
+
+TEST_F(FileSystemTest, BackslashesReachTheSystemAsTheyAre) {
+    makeDirectory("a");
+    folder.write("a\\b", "abc");
+    EXPECT_TRUE(FileSystem::pathExists(in("a\\b")));
+    EXPECT_TRUE(FileSystem::fileExists(in("a\\b")));
+    EXPECT_EQ(FileSystem::fileSize(in("a\\b")), 3u);
+    EXPECT_TRUE(FileSystem::createDirectory(in("a\\c")));
+    EXPECT_TRUE(folder.has("a\\c"));
+    EXPECT_FALSE(folder.has("a/c"));
+    EXPECT_TRUE(FileSystem::deleteDirectory(in("a\\c")));
+    EXPECT_TRUE(FileSystem::deleteFile(in("a\\b")));
 }
 
 TEST_F(FileSystemTest, NamesReachTheSystemAsUtf8) {
@@ -382,6 +408,9 @@ TEST_F(FileSystemTest, FindFilesInDirectory) {
     EXPECT_EQ(find("?.dat"), (Names{L"e.dat"}));
     EXPECT_EQ(find("[bc]*"), (Names{L"b.txt", L"c.txt"}));
     EXPECT_EQ(find(L"\u00E5*"), (Names{L"\u00C3\u00A5.txt"}));
+    // A backslash takes the meaning of what follows away.
+    EXPECT_EQ(find("\\b.txt"), (Names{L"b.txt"}));
+    EXPECT_EQ(find("\\*.txt"), Names());
     EXPECT_EQ(find("b"), Names());
     EXPECT_EQ(find("").size(), 7u);
     EXPECT_TRUE(FileSystem::findFilesInDirectory(in("missing"), "*").empty());
