@@ -110,8 +110,8 @@ public:
     bool WriteVal(int iVal);
     bool WriteVal(float fVal);
 
-    void SetSwap(bool bSwap);
-    bool GetSwap() const;
+    virtual void SetSwap(bool bSwap);
+    virtual bool GetSwap() const;
 
 private:
     bool ReadItem(void* pItem);
@@ -148,8 +148,7 @@ ORV_API bool VTCheckBinary(FILE* pFile);
 ///
 /// Beware: a value that lies in the range both ways counts as swapped.
 /// @return false when the integer cannot be read, and when it lies outside either way. The stream is at the start of
-/// the
-///         file afterwards, unless the read failed.
+///         the file afterwards, unless the read failed.
 ORV_API bool VTCheckSwap(FILE* pFile, int iMin, int iMax);
 
 /// Whether an operation can work, also on a file yet to be made: a missing file may be written when its folder may, and

@@ -106,6 +106,9 @@ TEST(VTOFileName, ComparesNames) {
 TEST(VTOFileName, QuotesNames) {
     EXPECT_EQ(text(VTQuoteFileName(L"a b")), L"\"a b\"");
     EXPECT_EQ(text(VTQuoteFileName(L" \"a \"b\" ")), L"\"a b\"");
+    // Blanks inside the quotes go too; control characters stay.
+    EXPECT_EQ(text(VTQuoteFileName(L"\" a \"")), L"\"a\"");
+    EXPECT_EQ(text(VTQuoteFileName(L"a\x01")), L"\"a\x01\"");
     EXPECT_EQ(text(VTQuoteFileName(L"")), L"\"\"");
     EXPECT_EQ(text(VTQuoteFileName(VTString())), L"\"\"");
 }
@@ -233,6 +236,9 @@ TEST(VTOFileName, RelativeName) {
         {L"/ab/x", L"/ac/y", L"../b/x"},
         {L"/abc/x", L"/abcd/y", L"../x"},
         {L"/abcd/x", L"/abc/y", L"../d/x"},
+        // Only what stands before the last separator of both is compared.
+        {L"/a/bc/d", L"/a/bc", L"bc/d"},
+        {L"/a/bc", L"/a/bc/d", L"../bc"},
         // Nothing is left of a folder that holds the base.
         {L"/a/", L"/a/b", L"/a/"},
         {L"/a/b/", L"/a/b/c", L"/a/b/"},
@@ -260,6 +266,7 @@ TEST(VTOFileName, AbsoluteName) {
         {L"..\\..\\..\\..\\a", L"/b/c", L"/a"},
         {L"..\\a", L"/b\\c/e", L"/b/a"},
         {L"..\\a", L"/e", L"/a"},
+        {L"..\\", L"/c/d/e", L"/c/"},
         // A step further on counts as well, and three characters in front go.
         {L"abcd..\\e", L"/x/y/z", L"/x/d..\\e"},
         {L"..a", L"/c/d", L"/c/..a"},
@@ -309,9 +316,12 @@ TEST(VTOFileName, DisplayName) {
         // Too long, but so is the file name.
         {L"/home/me/file.txt", L"/x", 8, L"file.txt"},
         {L"C:\\a\\file.txt", L"/x", 5, L"C:\\a\\file.txt"},
+        {L"C:\\root\\one\\two/file.txt", L"/x", 8, L"file.txt"},
         // No backslash, or one: there are no second and third tokens.
         {L"/home/me/file.txt", L"/x", 17, L"file.txt"},
         {L"C:\\home/me/file.txt", L"/x", 15, L"file.txt"},
+        // A third token that is empty.
+        {L"C:\\root\\\\two\\three/file.txt", L"/x", 20, L"file.txt"},
         // Root C:\root, and no room for more: 7 + 5 + 8 = 20 characters.
         {L"C:\\root\\one\\two/file.txt", L"/x", 20, L"C:\\root\\...\\file.txt"},
         {L"C:\\root\\one\\two/file.txt", L"/x", 15, L"C:\\root\\...\\file.txt"},
@@ -321,6 +331,8 @@ TEST(VTOFileName, DisplayName) {
         // The folder next to the file name, f, is cut with it; e is the last that can show: 20 + 1 < 22.
         {L"C:\\root\\c\\dddd\\e\\f/file.txt", L"/x", 22, L"C:\\root\\...\\e92file.txt"},
         {L"C:\\root\\c\\dddd\\e\\f/file.txt", L"/x", 21, L"C:\\root\\...\\file.txt"},
+        // The empty folder between two backslashes ends the restoring.
+        {L"C:\\root\\a\\\\b\\c/file.txt", L"/x", 23, L"C:\\root\\...\\b92file.txt"},
         // With e92 restored, 20 + 3 + 4 = 27 is not below 27: dddd does not fit.
         {L"C:\\root\\c\\dddd\\e\\f/file.txt", L"/x", 27, L"C:\\root\\...\\e92file.txt"},
     };
@@ -346,9 +358,16 @@ TEST(VTOFileName, DisplayNameAssertsWhenAllFoldersFit) {
     EXPECT_EQ(text(VTGetFileDisplayName(L"C:\\root\\one\\two/file.txt", L"/x", 24)), L"C:\\root\\...\\one92file.txt");
     EXPECT_EQ(recorder.take(), failedIn("VTOString", {"iPos >= 0"}));
     // Room for less than 11, so c fits as well.
-    // text.
     EXPECT_EQ(text(VTGetFileDisplayName(L"C:\\root\\c\\dddd\\e\\long folder/file.txt", L"/x", 31)),
               L"C:\\root\\...\\c92dddd92e92file.txt");
+    EXPECT_EQ(recorder.take(), failedIn("VTOString", {"iPos >= 0"}));
+}
+
+TEST(VTOFileName, DisplayNameOfAHostRestoresFoldersToo) {
+    AssertRecorder recorder;
+    // 28 characters; root and name take 11 + 5 + 8, and 24 + 3 < 28.
+    EXPECT_EQ(text(VTGetFileDisplayName(L"\\\\host\\data\\one\\two/file.txt", L"/x", 28)),
+              L"\\\\host\\data\\...\\one92file.txt");
     EXPECT_EQ(recorder.take(), failedIn("VTOString", {"iPos >= 0"}));
 }
 

@@ -168,6 +168,11 @@ TEST_F(VTOFileTest, OpenFailsWithoutAName) {
     VTFile blank(L" ", 1);
     EXPECT_FALSE(blank.Open());
     EXPECT_EQ(recorder.take(), failed({"!sFileName.IsBlank()"}));
+    // The mode is looked at before the name.
+    VTFile invalid(L"", 8);
+    recorder.take();
+    EXPECT_FALSE(invalid.Open());
+    EXPECT_EQ(recorder.take(), failed({"IsValidAccessMode(m_uiMode)"}));
 }
 
 TEST_F(VTOFileTest, OpenFailsForWhatIsNoFile) {
@@ -369,6 +374,32 @@ TEST_F(VTOFileTest, BinaryFileSwapsWhatItReads) {
     EXPECT_FALSE(file.GetSwap());
     EXPECT_EQ(file.Read(szBuffer, 4, 2), 2);
     EXPECT_STREQ(szBuffer, "abcdefgh");
+}
+
+class FileOfOtherOrder : public VTBinaryFile {
+public:
+    using VTBinaryFile::VTBinaryFile;
+
+    void SetSwap(bool bSwap) override {
+        VTBinaryFile::SetSwap(!bSwap);
+    }
+
+    bool GetSwap() const override {
+        return !VTBinaryFile::GetSwap();
+    }
+};
+
+TEST_F(VTOFileTest, SwapFlagCanBeOverridden) {
+    folder.write("file", "abcd");
+    FileOfOtherOrder derived(in("file"), 1, true);
+    VTBinaryFile& file = derived;
+    EXPECT_FALSE(file.GetSwap());
+    file.SetSwap(true);
+    EXPECT_TRUE(file.GetSwap());
+    ASSERT_TRUE(file.Open());
+    char szBuffer[5] = {};
+    EXPECT_EQ(file.Read(szBuffer, 4, 1), 1);
+    EXPECT_STREQ(szBuffer, "abcd");
 }
 
 TEST_F(VTOFileTest, BinaryFileSwapsTheItemsThatCame) {
