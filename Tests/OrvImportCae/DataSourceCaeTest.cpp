@@ -12,8 +12,8 @@
 
 using namespace orv;
 using orvtest::FrdText;
+using orvtest::ScratchFolder;
 using orvtest::solverFile;
-using orvtest::TemporaryFolder;
 
 namespace {
 
@@ -83,7 +83,7 @@ TEST(DataSourceCae, StatesShareOneGeometry) {
 }
 
 TEST(DataSourceCae, OpensAMeshWithoutResults) {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.write("X.FRD", FrdText().tetrahedron().endFile().text());
     const PtrRef<imp::cae::DataSourceCae> source = makeSource();
     ug::Error error;
@@ -94,25 +94,25 @@ TEST(DataSourceCae, OpensAMeshWithoutResults) {
 }
 
 TEST(DataSourceCae, PassesWarningsOn) {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.write("x.frd", FrdText().tetrahedron().temperatures(1, 0.5, {1}).text());
     const PtrRef<imp::cae::DataSourceCae> source = makeSource();
     ASSERT_TRUE(source->openFiles({path}, nullptr));
     EXPECT_EQ(source->stateCount(), 1u);
     ASSERT_EQ(source->directory()->warnings().size(), 1u);
-    EXPECT_EQ(folder.without(source->directory()->warnings()[0]),
+    EXPECT_EQ(without(folder, source->directory()->warnings()[0]),
               "x.frd ends without its end line \"9999\"; the run was broken off or is not over yet");
 }
 
 TEST(DataSourceCae, AFailedOpenLeavesNothingBehind) {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     FrdText bad;
     bad.tetrahedron().temperatures(1, 0.5, {1}).line("garbage");
     const PtrRef<imp::cae::DataSourceCae> source = makeSource();
     ug::Error error;
     EXPECT_FALSE(source->openFiles({folder.write("x.frd", bad.text())}, &error));
-    EXPECT_EQ(folder.without(error.message()), "x.frd, line 17: expected the header of a block (1U, 1P, 2C, 3C, 100C "
-                                               "or 9999), found \"garbage\"");
+    EXPECT_EQ(without(folder, error.message()), "x.frd, line 17: expected the header of a block (1U, 1P, 2C, 3C, 100C "
+                                                "or 9999), found \"garbage\"");
     EXPECT_FALSE(source->openFiles({folder.path() + "/none.frd"}, nullptr));
     EXPECT_EQ(source->stateCount(), 0u);
     EXPECT_EQ(source->directory()->geometryCountPerState(), 0u);
@@ -124,12 +124,12 @@ TEST(DataSourceCae, AFailedOpenLeavesNothingBehind) {
 }
 
 TEST(DataSourceCae, RefusesWithATextThatNamesTheFile) {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     const auto why = [&](const std::vector<Str>& names) {
         ug::Error error;
         EXPECT_FALSE(makeSource()->openFiles(names, &error));
         EXPECT_FALSE(makeSource()->openFiles(names, nullptr));
-        return folder.without(error.message());
+        return without(folder, error.message());
     };
     EXPECT_EQ(why({}), "no file to open is named");
     EXPECT_EQ(why({Str(folder.path() + "/none.frd")}), "cannot open \"none.frd\": No such file or directory");
@@ -174,7 +174,7 @@ TEST(DataSourceCae, HasNothingToAddToBeforeItOpens) {
 }
 
 TEST(DataSourceCae, TakesNamesInAnyLanguage) {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.write("tr\xC3\xA4ger.frd", FrdText().tetrahedron().endFile().text());
     ug::Error error;
     EXPECT_TRUE(makeSource()->openFiles({Str(path)}, &error)) << error.message();

@@ -15,7 +15,7 @@ using namespace orv;
 using namespace orv::imp::cae;
 using orvtest::FrdText;
 using orvtest::printed;
-using orvtest::TemporaryFolder;
+using orvtest::ScratchFolder;
 
 namespace {
 
@@ -25,7 +25,7 @@ struct Path {
 
 /// A file's index, or why there is none.
 struct Indexed {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     FrdFile file;
     FrdIndex index;
     bool isGood = false;
@@ -42,7 +42,7 @@ struct Indexed {
     std::vector<std::string> warnings() const {
         std::vector<std::string> texts;
         for (const std::string& warning : index.warnings) {
-            texts.push_back(folder.without(Str(warning)));
+            texts.push_back(without(folder, Str(warning)));
         }
         return texts;
     }
@@ -51,7 +51,7 @@ private:
     void open(const std::string& path) {
         ug::Error error;
         isGood = file.open(path, &error) && readFrdIndex(file, &index, &error);
-        message = folder.without(error.message());
+        message = without(folder, error.message());
     }
 };
 
@@ -299,7 +299,7 @@ TEST(FrdIndex, ReachesBeyondFourGigabytes) {
     const std::int64_t begin = std::int64_t(text.text().size());
     const std::string firstRow = printed(" -1%10d%12.5E%12.5E%12.5E\n", 1, 0.0, 0.0, 0.0);
     const std::string end = "\n" + FrdText().endBlock().temperatures(2, 1.0, {1, 2}).endFile().text().substr(7);
-    TemporaryFolder folder;
+    ScratchFolder folder;
     const std::string path = folder.write("x.frd", text.text() + firstRow);
     {
         std::ofstream file(path, std::ios::binary | std::ios::in);

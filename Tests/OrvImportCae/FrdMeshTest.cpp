@@ -12,13 +12,13 @@ using namespace orv;
 using namespace orv::imp::cae;
 using orvtest::FrdText;
 using orvtest::printed;
-using orvtest::TemporaryFolder;
+using orvtest::ScratchFolder;
 
 namespace {
 
 /// A file's mesh, or why there is none.
 struct Meshed {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     FrdFile file;
     FrdIndex index;
     FrdMesh mesh;
@@ -35,7 +35,7 @@ struct Meshed {
     std::vector<std::string> warnings() const {
         std::vector<std::string> result;
         for (const std::string& text : texts) {
-            result.push_back(folder.without(Str(text)));
+            result.push_back(without(folder, Str(text)));
         }
         return result;
     }
@@ -57,7 +57,7 @@ private:
         ug::Error error;
         isGood = file.open(path, &error) && readFrdIndex(file, &index, &error) &&
                  readFrdMesh(file, index, &mesh, &texts, &error);
-        message = folder.without(error.message());
+        message = without(folder, error.message());
     }
 };
 

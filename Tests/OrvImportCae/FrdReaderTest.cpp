@@ -23,7 +23,7 @@
 using namespace orv;
 using orvtest::FrdText;
 using orvtest::printed;
-using orvtest::TemporaryFolder;
+using orvtest::ScratchFolder;
 
 namespace {
 
@@ -32,7 +32,7 @@ using Values = std::vector<double>;
 
 /// A file that is open, and what its loads give.
 struct Opened {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     std::string path;
     PtrRef<imp::cae::DataSourceCae> source;
     std::string message;
@@ -60,7 +60,7 @@ struct Opened {
         spec.setResultIds({info(type, name)});
         ug::Error error;
         const bool isLoaded = source->loadDataState(stateId, spec, &error);
-        message = folder.without(error.message());
+        message = without(folder, error.message());
         EXPECT_EQ(isLoaded, message.empty());
         ug::DataState* state = source->state(source->stateIndex(stateId));
         const ug::DataResult* result = state->results(state->geometry(0))->find(info(type, name));
@@ -80,7 +80,7 @@ struct Opened {
     std::vector<std::string> warnings() const {
         std::vector<std::string> texts;
         for (const Str& warning : source->directory()->warnings()) {
-            texts.push_back(folder.without(warning));
+            texts.push_back(without(folder, warning));
         }
         return texts;
     }
@@ -401,7 +401,7 @@ TEST(FrdReader, ReadsOnFromAFileThatHasBeenRemoved) {
 
 // Every place where a file can end. What the loads give must be what the whole file gives.
 void expectPrefixesToHold(const std::string& content, std::size_t step) {
-    TemporaryFolder folder;
+    ScratchFolder folder;
     std::size_t mostLoads = 0;
     for (std::size_t size = 0; size <= content.size(); size += step) {
         // Files of their own: some file systems are slow to write one anew.
@@ -412,7 +412,7 @@ void expectPrefixesToHold(const std::string& content, std::size_t step) {
         const bool isOpen = source->openFiles({path}, &error);
         ASSERT_EQ(::unlink(path.c_str()), 0);
         if (!isOpen) {
-            EXPECT_TRUE(folder.without(error.message()).starts_with(name)) << error.message();
+            EXPECT_TRUE(without(folder, error.message()).starts_with(name)) << error.message();
             EXPECT_EQ(source->stateCount(), 0u);
             continue;
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OrvCore/Str.h"
+#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Support/TestPaths.h"
 
 #include <cstdio>
@@ -19,54 +20,12 @@ inline std::string solverFile(const std::string& name) {
     return testDataFolder() + "/frd/" + name;
 }
 
-inline std::string readWholeFile(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+/// A text without the folder's name, which differs from run to run.
+inline std::string without(const ScratchFolder& folder, const orv::Str& text) {
+    orv::Str result = text;
+    result.replace(folder.path() + "/", "");
+    return result.toStdString();
 }
-
-inline void writeWholeFile(const std::string& name, const std::string& content) {
-    std::ofstream(name, std::ios::binary | std::ios::trunc) << content;
-}
-
-/// A folder that lives as long as this.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "orvXXXXXX").string();
-        m_path = mkdtemp(pattern.data());
-    }
-
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    /// Writes a file into the folder and tells its full name.
-    std::string write(const std::string& name, const std::string& content) const {
-        const std::string path = m_path + "/" + name;
-        writeWholeFile(path, content);
-        return path;
-    }
-
-    const std::string& path() const {
-        return m_path;
-    }
-
-    /// A text without the folder's name, which differs from run to run.
-    std::string without(const orv::Str& text) const {
-        std::string result = text.toStdString();
-        for (std::size_t at; (at = result.find(m_path + "/")) != std::string::npos;) {
-            result.erase(at, m_path.size() + 1);
-        }
-        return result;
-    }
-
-private:
-    std::string m_path;
-};
 
 template <class... Values>
 std::string printed(const char* format, Values... values) {

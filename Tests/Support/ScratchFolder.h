@@ -1,12 +1,19 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 namespace orvtest {
+
+inline std::string readWholeFile(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
 
 /// An empty folder that goes away, with all in it, at the end.
 class ScratchFolder {
@@ -40,12 +47,21 @@ public:
     }
 
     std::string read(const std::string& name) const {
-        std::ifstream stream(*this / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
+        return readWholeFile(*this / name);
     }
 
     bool has(const std::string& name) const {
         return std::filesystem::exists(std::filesystem::symlink_status(*this / name));
+    }
+
+    /// The names of what is in the folder, sorted.
+    std::vector<std::string> names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
+            names.push_back(entry.path().filename());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
     }
 
 private:

@@ -1,5 +1,5 @@
+#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Tools/Program.h"
-#include "Tests/Tools/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -85,10 +85,10 @@ TEST(CommandLine, TellsItsVersion) {
 }
 
 TEST(CommandLine, AFileThatCannotBeReadEndsWithOne) {
-    const orvtest::TemporaryFolder folder;
-    const std::vector<std::string> unreadable = {
-        folder.path("missing.frd"), folder.path(""), folder.write("empty.frd", ""),
-        folder.write("garbage.frd", "not a result\n"), folder.write("strange.xyz", "who reads that?\n")};
+    const orvtest::ScratchFolder folder;
+    const std::vector<std::string> unreadable = {folder / "missing.frd", folder.path(), folder.write("empty.frd", ""),
+                                                 folder.write("garbage.frd", "not a result\n"),
+                                                 folder.write("strange.xyz", "who reads that?\n")};
     for (const std::string& file : unreadable) {
         const Outcome outcome = runOrvapp({"info", file});
         EXPECT_EQ(outcome.exitCode, 1) << file;
@@ -99,8 +99,8 @@ TEST(CommandLine, AFileThatCannotBeReadEndsWithOne) {
 }
 
 TEST(CommandLine, AFileWithoutStatesEndsWithOne) {
-    const orvtest::TemporaryFolder folder;
-    const std::string bracket = orvtest::fileText(bracketFile());
+    const orvtest::ScratchFolder folder;
+    const std::string bracket = orvtest::readWholeFile(bracketFile());
     const std::string mesh = folder.write("mesh.frd", bracket.substr(0, bracket.find("    1PSTEP")) + " 9999\n");
     const Outcome outcome = runOrvapp({"info", mesh});
     EXPECT_EQ(outcome.exitCode, 1);
@@ -121,8 +121,8 @@ TEST(CommandLine, AReaderThatGoesAwayIsNoError) {
 }
 
 TEST(CommandLine, ClosedStandardOutputIsNoError) {
-    const orvtest::TemporaryFolder folder;
-    const std::string csv = folder.path("pe.csv");
+    const orvtest::ScratchFolder folder;
+    const std::string csv = folder / "pe.csv";
     const Outcome outcome = runOrvapp({"values", bracketFile(), "--result", "PE", "--csv", csv}, [] {
         close(STDIN_FILENO);
         close(STDOUT_FILENO);
@@ -130,8 +130,8 @@ TEST(CommandLine, ClosedStandardOutputIsNoError) {
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.messages, "");
     // The table does not end up in the file that got the closed descriptor's number.
-    EXPECT_THAT(orvtest::fileText(csv), StartsWith("state,part,id,value\n"));
-    EXPECT_THAT(orvtest::fileText(csv), testing::Not(HasSubstr("Minimum")));
+    EXPECT_THAT(orvtest::readWholeFile(csv), StartsWith("state,part,id,value\n"));
+    EXPECT_THAT(orvtest::readWholeFile(csv), testing::Not(HasSubstr("Minimum")));
 }
 
 TEST(CommandLine, AFullDiskIsAnError) {

@@ -1,8 +1,8 @@
 #include "Tests/Support/TestPaths.h"
 #include "Tests/Tools/FrdColumns.h"
 
+#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Tools/Program.h"
-#include "Tests/Tools/TemporaryFolder.h"
 #include "Tests/Tools/TinyFrd.h"
 
 #include <gmock/gmock.h>
@@ -42,7 +42,7 @@ std::vector<std::string> column(const Json& rows, const std::string& key) {
 
 /// The file up to the third line of the block that begins the second state: what a killed solver leaves.
 std::string abortedBracket() {
-    const std::string bracket = orvtest::fileText(bracketFile());
+    const std::string bracket = orvtest::readWholeFile(bracketFile());
     return bracket.substr(0, bracket.find("  100CL  102") + 300);
 }
 
@@ -118,7 +118,7 @@ TEST(InfoCommand, TablesTellTheSame) {
 }
 
 TEST(InfoCommand, CountsTheStatesThatHaveAResult) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     const Outcome outcome = runOrvapp({"info", folder.write("tiny.frd", orvtest::tinyFrd())});
     EXPECT_EQ(outcome.exitCode, 0) << outcome.messages;
     EXPECT_THAT(outcome.output, HasSubstr("\n\n2 states\n"));
@@ -144,7 +144,7 @@ TEST(InfoCommand, TellsWhichStatesBelongTogether) {
 }
 
 TEST(InfoCommand, WarningsComeLastAndInJsonToo) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     const std::string aborted = folder.write("aborted.frd", abortedBracket());
     const Outcome tables = runOrvapp({"info", aborted});
     EXPECT_EQ(tables.exitCode, 0);

@@ -1,6 +1,6 @@
 #include "Tools/Output.h"
 
-#include "Tests/Tools/TemporaryFolder.h"
+#include "Tests/Support/ScratchFolder.h"
 #include "Tools/CommandError.h"
 
 #include <gmock/gmock.h>
@@ -39,63 +39,63 @@ void writeFile(const std::string& path, const std::string& text) {
 } // namespace
 
 TEST(Output, AFileAppearsWithCommit) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     {
-        OutputFile file(folder.path("out.csv"));
+        OutputFile file(folder / "out.csv");
         file.write("one ");
         file.write("two");
-        EXPECT_FALSE(std::filesystem::exists(folder.path("out.csv")));
+        EXPECT_FALSE(std::filesystem::exists(folder / "out.csv"));
         file.commit();
     }
     EXPECT_THAT(folder.names(), ElementsAre("out.csv"));
-    EXPECT_EQ(orvtest::fileText(folder.path("out.csv")), "one two");
+    EXPECT_EQ(folder.read("out.csv"), "one two");
 }
 
 TEST(Output, WithoutCommitNothingIsLeft) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     folder.write("out.csv", "earlier");
     {
-        OutputFile file(folder.path("out.csv"));
+        OutputFile file(folder / "out.csv");
         file.write(std::string(1 << 20, 'x'));
     }
     EXPECT_THAT(folder.names(), ElementsAre("out.csv"));
-    EXPECT_EQ(orvtest::fileText(folder.path("out.csv")), "earlier");
+    EXPECT_EQ(folder.read("out.csv"), "earlier");
 }
 
 TEST(Output, WritesMoreThanItsBuffer) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     const std::string line(1000, 'x');
     {
-        OutputFile file(folder.path("out.csv"));
+        OutputFile file(folder / "out.csv");
         for (int i = 0; i < 1000; ++i) {
             file.write(line);
         }
         file.commit();
     }
-    EXPECT_EQ(orvtest::fileText(folder.path("out.csv")), std::string(1000000, 'x'));
+    EXPECT_EQ(folder.read("out.csv"), std::string(1000000, 'x'));
 }
 
 TEST(Output, TakesThePermissionsOfTheEarlierFileOrTheUsualOnes) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     const mode_t mask = umask(022);
     folder.write("earlier", "");
-    chmod(folder.path("earlier").c_str(), 0640);
-    writeFile(folder.path("earlier"), "");
-    writeFile(folder.path("new"), "");
+    chmod((folder / "earlier").c_str(), 0640);
+    writeFile(folder / "earlier", "");
+    writeFile(folder / "new", "");
     umask(mask);
 
     using std::filesystem::perms;
-    EXPECT_EQ(std::filesystem::status(folder.path("earlier")).permissions(), perms(0640));
-    EXPECT_EQ(std::filesystem::status(folder.path("new")).permissions(), perms(0644));
+    EXPECT_EQ(std::filesystem::status(folder / "earlier").permissions(), perms(0640));
+    EXPECT_EQ(std::filesystem::status(folder / "new").permissions(), perms(0644));
 }
 
 TEST(Output, ASymbolicLinkStaysALink) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     folder.write("target", "earlier");
-    std::filesystem::create_symlink(folder.path("target"), folder.path("link"));
-    writeFile(folder.path("link"), "later");
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
-    EXPECT_EQ(orvtest::fileText(folder.path("target")), "later");
+    std::filesystem::create_symlink(folder / "target", folder / "link");
+    writeFile(folder / "link", "later");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_EQ(folder.read("target"), "later");
 }
 
 TEST(Output, ADeviceIsWrittenAndNotReplaced) {
@@ -105,18 +105,18 @@ TEST(Output, ADeviceIsWrittenAndNotReplaced) {
 }
 
 TEST(Output, SaysWhyAFileCannotBeWritten) {
-    const orvtest::TemporaryFolder folder;
-    const std::string missing = folder.path("missing/out.csv");
+    const orvtest::ScratchFolder folder;
+    const std::string missing = folder / "missing/out.csv";
     EXPECT_EQ(failure(missing), "cannot write \"" + missing + "\": No such file or directory");
-    const std::string directory = folder.path("");
+    const std::string directory = folder.path();
     EXPECT_EQ(failure(directory), "cannot write \"" + directory + "\": Is a directory");
     EXPECT_EQ(failure(""), "cannot write \"\": No such file or directory");
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
 TEST(Output, AWriteProtectedFileIsLeftAlone) {
-    const orvtest::TemporaryFolder folder;
-    std::filesystem::permissions(folder.path(""), std::filesystem::perms::all);
+    const orvtest::ScratchFolder folder;
+    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
     const std::string path = folder.write("out.csv", "earlier");
     chmod(path.c_str(), 0444);
     const pid_t child = fork();
@@ -128,7 +128,7 @@ TEST(Output, AWriteProtectedFileIsLeftAlone) {
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    EXPECT_EQ(orvtest::fileText(path), "earlier");
+    EXPECT_EQ(orvtest::readWholeFile(path), "earlier");
 }
 
 TEST(Output, AReaderThatGoesAwayIsNoError) {
@@ -142,11 +142,11 @@ TEST(Output, AReaderThatGoesAwayIsNoError) {
 }
 
 TEST(Output, AnInterruptionRemovesTheTemporaryFile) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     for (const int signalNumber : {SIGINT, SIGTERM, SIGHUP}) {
         const pid_t child = fork();
         if (child == 0) {
-            OutputFile file(folder.path("out.csv"));
+            OutputFile file(folder / "out.csv");
             file.write("text");
             if (folder.names().size() == 1) {
                 raise(signalNumber);
@@ -161,11 +161,11 @@ TEST(Output, AnInterruptionRemovesTheTemporaryFile) {
 }
 
 TEST(Output, AnIgnoredInterruptionStaysIgnored) {
-    const orvtest::TemporaryFolder folder;
+    const orvtest::ScratchFolder folder;
     const pid_t child = fork();
     if (child == 0) {
         std::signal(SIGHUP, SIG_IGN);
-        OutputFile file(folder.path("out.csv"));
+        OutputFile file(folder / "out.csv");
         raise(SIGHUP);
         file.commit();
         _exit(0);

@@ -1,8 +1,8 @@
 #include "OrvCore/Defines.h"
 
+#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Tools/FrdColumns.h"
 #include "Tests/Tools/Program.h"
-#include "Tests/Tools/TemporaryFolder.h"
 #include "Tests/Tools/TinyFrd.h"
 
 #include <gmock/gmock.h>
@@ -95,7 +95,7 @@ public:
     }
 
 private:
-    orvtest::TemporaryFolder m_folder;
+    orvtest::ScratchFolder m_folder;
     std::string m_path;
 };
 
@@ -198,13 +198,13 @@ TEST(ValuesCommand, WithoutAnyValueThereIsNoRange) {
 }
 
 TEST(ValuesCommand, CsvHoldsEveryNumberOfTheFile) {
-    const orvtest::TemporaryFolder folder;
-    const std::string csv = folder.path("stress.csv");
+    const orvtest::ScratchFolder folder;
+    const std::string csv = folder / "stress.csv";
     const Outcome outcome = runOrvapp({"values", bracketFile(), "--result", "STRESS", "--csv", csv});
     EXPECT_EQ(outcome.exitCode, 0) << outcome.messages;
     EXPECT_THAT(folder.names(), ElementsAre("stress.csv"));
 
-    const std::vector<std::string> text = lines(orvtest::fileText(csv));
+    const std::vector<std::string> text = lines(orvtest::readWholeFile(csv));
     const std::vector<std::string> states = namesIn(bracketFile(), "states");
     const std::vector<std::string> parts = namesIn(bracketFile(), "parts");
     ASSERT_EQ(text.size(), 1 + states.size() * (741 + 70));
@@ -242,8 +242,8 @@ TEST(ValuesCommand, CsvOnStandardOutputReplacesTheTable) {
 }
 
 TEST(ValuesCommand, ACsvThatCannotBeWrittenEndsWithOne) {
-    const orvtest::TemporaryFolder folder;
-    const std::string csv = folder.path("missing/pe.csv");
+    const orvtest::ScratchFolder folder;
+    const std::string csv = folder / "missing/pe.csv";
     EXPECT_EQ(failureOf({bracketFile(), "--result", "PE", "--csv", csv}),
               "orvapp: cannot write \"" + csv + "\": No such file or directory\n");
     EXPECT_EQ(failureOf({bracketFile(), "--result", "PE", "--csv", "/dev/full"}),
@@ -289,8 +289,8 @@ TEST(ValuesCommand, AResultThatTheChosenStatesLackIsAnError) {
 }
 
 TEST(ValuesCommand, WarningsComeInFrontOfTheError) {
-    const orvtest::TemporaryFolder folder;
-    const std::string bracket = orvtest::fileText(bracketFile());
+    const orvtest::ScratchFolder folder;
+    const std::string bracket = orvtest::readWholeFile(bracketFile());
     // Cut off in the first block of stresses.
     const std::string aborted = folder.write("aborted.frd", bracket.substr(0, bracket.find(" -4  STRESS") + 1000));
     const std::string messages = failureOf({aborted, "--result", "STRESS"});
@@ -300,14 +300,14 @@ TEST(ValuesCommand, WarningsComeInFrontOfTheError) {
 }
 
 TEST(ValuesCommand, AFailedLoadTellsWhyAndLeavesNoFile) {
-    const orvtest::TemporaryFolder folder;
-    std::string bracket = orvtest::fileText(bracketFile());
+    const orvtest::ScratchFolder folder;
+    std::string bracket = orvtest::readWholeFile(bracketFile());
     // A value in the second state's stresses that is no number: the index does not look at it, loading does.
     const std::size_t state = bracket.find("  100CL  102", bracket.find("  100CL  102") + 1);
     const std::size_t row = bracket.find(" -1         1", state);
     bracket.replace(row + 13, 12, "  1.2345X+00");
     const std::string broken = folder.write("broken.frd", bracket);
-    const std::string message = failureOf({broken, "--result", "STRESS", "--csv", folder.path("stress.csv")});
+    const std::string message = failureOf({broken, "--result", "STRESS", "--csv", folder / "stress.csv"});
     EXPECT_THAT(message, testing::StartsWith("orvapp: "));
     EXPECT_THAT(message, HasSubstr(broken));
     EXPECT_THAT(folder.names(), ElementsAre("broken.frd"));
