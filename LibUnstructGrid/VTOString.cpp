@@ -20,6 +20,10 @@ int lengthOf(const wchar_t* pszText) {
     return static_cast<int>(std::wcslen(pszText));
 }
 
+int lengthWithin(const wchar_t* pszText, int iCount) {
+    return static_cast<int>(::wcsnlen(pszText, static_cast<std::size_t>(iCount)));
+}
+
 // The C allocator, as realloc() moves the pages of a large text instead of its characters: appending stays linear
 // although buffers are exact.
 wchar_t* allocate(std::size_t count) {
@@ -63,11 +67,6 @@ VTString::VTString(wchar_t cChr) {
 
 VTString::VTString(const rvf::String& sText) : VTString(VTRvfConvertApi::toVTString(sText)) {}
 
-VTString::~VTString() {
-    std::free(m_pdata);
-    delete[] m_pszShortChar;
-}
-
 VTString::operator rvf::String() const {
     return VTRvfConvertApi::toString(*this);
 }
@@ -84,33 +83,40 @@ VTString& VTString::operator=(const wchar_t* pszText) {
     return *this;
 }
 
+// A new buffer for so many characters and the terminator; what was held before is forgotten.
+bool VTString::MakeBuffer(int iLength) {
+    m_pdata = allocate(static_cast<std::size_t>(iLength) + 1);
+    RVF_ASSERT(m_pdata);
+    m_iBufferLength = m_pdata ? iLength + 1 : 0;
+    return m_pdata != nullptr;
+}
+
 void VTString::Assign(const wchar_t* pszText, int iCount) {
-    wchar_t* pOld = m_pdata;
+    wchar_t* pOld = m_pdata; // pszText may point into it
     m_pdata = nullptr;
+    m_iStringLength = 0;
     m_iBufferLength = 0;
     if (pszText) {
         const int iTaken = iCount < 0 ? lengthOf(pszText) : iCount;
-        m_pdata = allocate(static_cast<std::size_t>(iTaken) + 1);
-        RVF_ASSERT(m_pdata);
-        if (m_pdata) {
-            m_iBufferLength = iTaken + 1;
-            std::wcsncpy(m_pdata, pszText, static_cast<std::size_t>(iTaken));
-            m_pdata[iTaken] = L'\0';
+        const int iLength = iCount < 0 ? iTaken : lengthWithin(pszText, iCount);
+        if (MakeBuffer(iTaken)) {
+            std::copy_n(pszText, iLength, m_pdata);
+            std::fill(m_pdata + iLength, m_pdata + m_iBufferLength, L'\0');
+            m_iStringLength = iLength;
         }
     }
     std::free(pOld);
-    UpdateStringLength();
 }
 
-bool VTString::IsNull() const {
-    if (m_pdata) {
-        RVF_ASSERT(m_iBufferLength > 0);
-        RVF_ASSERT(m_iStringLength >= -1);
-        return false;
+// A text of characters among which there is no terminator, as those of a string's own text: nothing is counted.
+VTString VTString::Piece(const wchar_t* pszText, int iCount) {
+    VTString sPiece;
+    if (sPiece.MakeBuffer(iCount)) {
+        std::copy_n(pszText, iCount, sPiece.m_pdata);
+        sPiece.m_pdata[iCount] = L'\0';
+        sPiece.m_iStringLength = iCount;
     }
-    RVF_ASSERT(m_iBufferLength == 0);
-    RVF_ASSERT(m_iStringLength == 0 || m_iStringLength == -1);
-    return true;
+    return sPiece;
 }
 
 bool VTString::IsEmpty() const {
@@ -125,19 +131,12 @@ bool VTString::IsBlank() const {
     return *pszText == L'\0';
 }
 
-int VTString::Length() const {
-    return m_iStringLength >= 0 ? m_iStringLength : lengthOf(~*this);
-}
-
-int VTString::Length() {
-    if (m_iStringLength < 0) {
-        UpdateStringLength();
-    }
-    return m_iStringLength;
+int VTString::CountCharacters() const {
+    return lengthOf(~*this);
 }
 
 void VTString::UpdateStringLength() {
-    m_iStringLength = lengthOf(~*this);
+    m_iStringLength = CountCharacters();
     RVF_ASSERT(m_iStringLength == 0 || m_iStringLength < m_iBufferLength);
 }
 
@@ -294,17 +293,9 @@ void VTString::SetAt(int iPos, wchar_t cChr) {
     m_iStringLength = -1;
 }
 
-const wchar_t* VTString::operator~() const {
-    return m_pdata ? m_pdata : VT_EMPTY_STRING;
-}
-
 wchar_t* VTString::GetBuffer() {
     m_iStringLength = -1;
     return m_pdata;
-}
-
-int VTString::GetBufferLength() const {
-    return m_iBufferLength;
 }
 
 bool VTString::SetBufferLength(int iLength) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "LibCore/rvfAssert.h"
 #include "LibCore/rvfExport.h"
 
 #include <cstdarg>
+#include <cstdlib>
 
 namespace rvf {
 class String;
@@ -58,7 +60,10 @@ public:
     VTString(double dValue);
     /// The same text; never null.
     VTString(const rvf::String& sText);
-    ~VTString();
+    ~VTString() {
+        std::free(m_pdata);
+        delete[] m_pszShortChar;
+    }
 
     /// The same text. A null string gives an empty one: the core's texts have no null.
     operator rvf::String() const;
@@ -79,7 +84,16 @@ public:
     /// @{
 
     /// Whether there is no buffer. Asserts the invariants of the fields.
-    bool IsNull() const;
+    bool IsNull() const {
+        if (m_pdata) {
+            RVF_ASSERT(m_iBufferLength > 0);
+            RVF_ASSERT(m_iStringLength >= -1);
+            return false;
+        }
+        RVF_ASSERT(m_iBufferLength == 0);
+        RVF_ASSERT(m_iStringLength == 0 || m_iStringLength == -1);
+        return true;
+    }
     /// Whether there are no characters: null, or a buffer that begins with the terminator.
     bool IsEmpty() const;
     /// Whether the text is empty or all of it is blanks, tabs, line feeds and carriage returns.
@@ -87,9 +101,16 @@ public:
 
     /// Characters before the terminator. Counts each time while the length is not known, that is after SetAt(), Trunc()
     /// or GetBuffer(), until an operation that is not const refreshes it.
-    int Length() const;
+    int Length() const {
+        return m_iStringLength >= 0 ? m_iStringLength : CountCharacters();
+    }
     /// Characters before the terminator. Refreshes the length when it is not known.
-    int Length();
+    int Length() {
+        if (m_iStringLength < 0) {
+            UpdateStringLength();
+        }
+        return m_iStringLength;
+    }
     /// Counts the characters anew. Needed only after SetBufferLength() cut the text, or after writing through an old
     /// GetBuffer() pointer.
     void UpdateStringLength();
@@ -151,12 +172,16 @@ public:
     void SetAt(int iPos, wchar_t cChr);
 
     /// The characters, never null. Valid until the string changes.
-    const wchar_t* operator~() const;
+    const wchar_t* operator~() const {
+        return m_pdata ? m_pdata : VT_EMPTY_STRING;
+    }
     /// The buffer to write to, null for a null string. The length is forgotten; the caller keeps the text terminated
     /// within GetBufferLength(), if need be by ZeroTerminate().
     wchar_t* GetBuffer();
     /// Room of the buffer in characters, terminator included; 0 for a null string.
-    int GetBufferLength() const;
+    int GetBufferLength() const {
+        return m_iBufferLength;
+    }
     /// Makes room for `iLength` characters, terminator included, and keeps the characters that fit. Reserving room
     /// first is what lets `+=` append in place. Cutting below the text's length leaves Length() as it was: call
     /// UpdateStringLength() then, before anything else. A null string gets an empty buffer.
@@ -365,6 +390,9 @@ public:
     /// @}
 
 private:
+    bool MakeBuffer(int iLength);
+    static VTString Piece(const wchar_t* pszText, int iCount);
+    int CountCharacters() const;
     void Append(const wchar_t* pszText, int iCount);
     void CutFront(int iCount);
     void CutAt(int iLength);

@@ -34,9 +34,7 @@ VTString VTString::Mid(int iStart, int iCount) const {
         return VTString(VT_EMPTY_STRING);
     }
     const int iRest = iLength - iStart;
-    VTString sText;
-    sText.Assign(m_pdata + iStart, iCount < 0 ? iRest : std::min(iCount, iRest));
-    return sText;
+    return Piece(m_pdata + iStart, iCount < 0 ? iRest : std::min(iCount, iRest));
 }
 
 VTString VTString::Left(int iCount) const {

@@ -3,6 +3,7 @@
 #include "LibUnstructGrid/VTOString_p.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cwchar>
 #include <cwctype>
 
@@ -86,9 +87,7 @@ VTString VTString::GetNextWord() {
     while (iEnd > iStart && VTCharacter::isLineEnd(pszText[iEnd - 1])) {
         --iEnd;
     }
-    VTString sWord;
-    sWord.Assign(pszText + iStart, iEnd - iStart);
-    return sWord;
+    return Piece(pszText + iStart, iEnd - iStart);
 }
 
 VTString VTString::GetWord(int iIndex) {
@@ -168,8 +167,7 @@ VTString VTString::TakeToken(int iTokenPos, int iSeparatorLength, bool* pbMore) 
         }
     }
     RVF_ASSERT(iTokenPos >= m_iSearchPos);
-    VTString sStr;
-    sStr.Assign(m_pdata + m_iSearchPos, iTokenPos - m_iSearchPos);
+    VTString sStr = Piece(m_pdata + m_iSearchPos, iTokenPos - m_iSearchPos);
     RVF_ASSERT(!sStr.IsNull());
     m_iSearchPos = iTokenPos + iSeparatorLength;
     return sStr;
@@ -186,7 +184,9 @@ VTString VTString::GetNextToken(wchar_t cSeparator, bool* pbMore) {
     }
     const int iLength = Length();
     RVF_ASSERT(m_iSearchPos < iLength);
-    return TakeToken(Find(cSeparator, m_iSearchPos, true, true), 1, pbMore);
+    const wchar_t* pFrom = m_pdata + m_iSearchPos;
+    const wchar_t* pHit = std::wmemchr(pFrom, cSeparator, static_cast<std::size_t>(iLength - m_iSearchPos));
+    return TakeToken(pHit ? static_cast<int>(pHit - m_pdata) : -1, 1, pbMore);
 }
 
 VTString VTString::GetFirstToken(const VTString& sSeparator, bool* pbMore) {

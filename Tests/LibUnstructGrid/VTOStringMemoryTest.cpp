@@ -14,6 +14,7 @@ namespace {
 
 // The linker sends the calls of malloc() and realloc() in this program through the functions below.
 bool outOfMemory = false;
+int allocations = 0;
 
 class NoMemory {
 public:
@@ -32,10 +33,12 @@ void* __real_malloc(std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 
 void* __wrap_malloc(std::size_t size) {
+    ++allocations;
     return outOfMemory ? nullptr : __real_malloc(size);
 }
 
 void* __wrap_realloc(void* block, std::size_t size) {
+    ++allocations;
     return outOfMemory ? nullptr : __real_realloc(block, size);
 }
 }
@@ -119,6 +122,39 @@ TEST(VTOStringMemory, TokenAssertsAndIsNull) {
     EXPECT_EQ(failed[1], failedIn("VTOStringParse", {"!sStr.IsNull()"})[0]);
     // The walk goes on behind the token that is lost.
     EXPECT_EQ(text(sText.GetNextToken(L',')), L"c");
+}
+
+TEST(VTOStringMemory, WalksAllocateWhatTheyReturnAlone) {
+    VTString sText(L"alpha,beta,gamma delta");
+    allocations = 0;
+    sText.GetFirstWord();
+    sText.GetNextWord();
+    EXPECT_EQ(allocations, 2);
+    sText.GetFirstToken(L',');
+    sText.GetNextToken(L',');
+    sText.GetNextToken(L',');
+    EXPECT_EQ(allocations, 5);
+    sText.GetNextToken(L',');
+    EXPECT_EQ(allocations, 5);
+    const VTString sSeparator(L", ");
+    allocations = 0;
+    sText.GetFirstToken(sSeparator);
+    sText.GetFirstToken(L',', L'"', L'"');
+    EXPECT_EQ(allocations, 2);
+}
+
+TEST(VTOStringMemory, AppendAllocatesOnlyWithoutRoom) {
+    const VTString sPiece(L"piece");
+    VTString sText;
+    sText.SetBufferLength(101);
+    allocations = 0;
+    for (int i = 0; i < 20; ++i) {
+        sText += sPiece;
+    }
+    EXPECT_EQ(allocations, 0);
+    EXPECT_EQ(sText.Length(), 100);
+    sText += sPiece;
+    EXPECT_EQ(allocations, 1);
 }
 
 TEST(VTOStringMemory, NarrowTextGivesNull) {
