@@ -36,6 +36,7 @@
 /// A failure of data comes back as false, null or an undefined record, with the reason in an Error where one is passed.
 /// A caller's mistake is an assertion. Nothing here starts a thread or takes a lock.
 
+#include "OrvUnstructGrid/Convert.h"
 #include "OrvUnstructGrid/CustomResultFunction.h"
 #include "OrvUnstructGrid/CustomResultGenerator.h"
 #include "OrvUnstructGrid/DataElements.h"
