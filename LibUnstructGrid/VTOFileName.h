@@ -60,10 +60,10 @@ ORV_API void VTSetFileExtension(VTString* psFileName, VTString sExtension, bool 
 /// `sFile` as seen from the folder of `sBase`: a "../" for each separator, "/" or backslash, by which `sBase` goes on
 /// behind what both have in common, then the rest of `sFile`.
 ///
-/// Beware: characters are compared, not folders. From the base "/ac/y" the file "/ab/x" is seen as `../b/x`, as the two
-/// have "/a" in common.
-/// @return `sFile` as it is when either name is relative, and when the two have fewer than 2 leading characters in
-///         common.
+/// Beware: characters are compared, not folders, with case, and up to the last separator of either name. From the base
+/// "/ac/y" the file "/ab/x" is seen as `../b/x`, as the two have "/a" in common.
+/// @return `sFile` as it is when either name is relative, when the two have fewer than 2 leading characters in common,
+///         and when all of `sFile` is in common.
 ORV_API VTString VTGetRelativeFilename(const VTString& sFile, const VTString& sBase);
 
 /// A relative `sFile` seen from the folder of the absolute `sBase`, where each "..\" of `sFile` goes up one folder.
@@ -75,12 +75,12 @@ ORV_API VTString VTGetRelativeFilename(const VTString& sFile, const VTString& sB
 /// @return `sFile` as it is when it is absolute, and when both names are relative.
 ORV_API VTString VTGetAbsoluteFilename(const VTString& sFile, const VTString& sBase);
 
-/// A name that fits `iMaxChars` characters: the root, "...", as many folders as fit next to the name, and the file
-/// name. A file of `sCurrentDir` shows its bare name.
+/// A name of fewer than `iMaxChars` characters: the root, "...", as many folders as fit next to the name, and the file
+/// name. A file of `sCurrentDir`, which has to be given without its "/" at the end, shows its bare name.
 ///
 /// Beware: folders are parted by the backslash alone, while the file name is what stands behind the last "/". A name
 /// without "/" therefore comes back whole, and a name without at least two backslashes as its bare file name. Each
 /// folder that is shown between "..." and the name is followed by the digits 92, not by a separator. When all folders
-/// fit, "iPos >= 0" is asserted. The file name, and the root with the file name, are not cut, also when they are longer
-/// than `iMaxChars`.
+/// fit, "iPos >= 0" is asserted. The file name, and the root with the file name, are not cut, also when they are too
+/// long.
 ORV_API VTString VTGetFileDisplayName(const VTString& sFile, const VTString& sCurrentDir, int iMaxChars);

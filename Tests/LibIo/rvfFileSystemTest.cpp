@@ -290,6 +290,35 @@ TEST_F(FileSystemTest, DeletingGoesOnAfterAFailure) {
     }
 }
 
+TEST_F(FileSystemTest, RightsAreNeededForChanges) {
+    makeDirectory("locked/dir");
+    folder.write("locked/file", "abc");
+    folder.write("secret", "abc");
+    folder.write("kept", "old");
+    for (const auto& [name, mode] : {std::pair("", 0777), {"locked", 0555}, {"secret", 0}, {"kept", 0444}}) {
+        chmod((folder / name).c_str(), static_cast<mode_t>(mode));
+    }
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([this] {
+        return !FileSystem::createDirectory(in("locked/new")) && !FileSystem::createDirectoryTree(in("locked/a/b")) &&
+               !FileSystem::deleteFile(in("locked/file")) && !FileSystem::deleteDirectory(in("locked/dir")) &&
+               !FileSystem::deleteAllFilesInDirectory(in("locked")) && !FileSystem::copyFile(in("secret"), in("new")) &&
+               !FileSystem::copyFile(in("locked/file"), in("kept"));
+    }));
+    chmod((folder / "locked").c_str(), 0755);
+    EXPECT_FALSE(folder.has("new"));
+    EXPECT_TRUE(folder.has("locked/file"));
+    EXPECT_EQ(folder.read("kept"), "old");
+}
+
+TEST_F(FileSystemTest, SizeOfASecretCanBeTold) {
+    folder.write("secret", "abc");
+    chmod(folder.path().c_str(), 0755);
+    chmod((folder / "secret").c_str(), 0);
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([this] {
+        return FileSystem::fileSize(in("secret")) == 3 && FileSystem::fileContentsCrc(in("secret"), 0) == 0;
+    }));
+}
+
 TEST_F(FileSystemTest, DeleteDirectoryRecursive) {
     makeDirectory("top/a/b");
     makeDirectory("top/c");

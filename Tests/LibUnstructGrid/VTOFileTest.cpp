@@ -3,13 +3,16 @@
 #include "LibCore/rvfString.h"
 #include "LibIo/rvfFile.h"
 #include "Tests/LibUnstructGrid/VTOStringSupport.h"
+#include "Tests/Support/OrdinaryUser.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstring>
 #include <filesystem>
-#include <unistd.h>
 
 using orvtest::AssertRecorder;
 using orvtest::failedIn;
@@ -187,6 +190,22 @@ TEST_F(VTOFileTest, OpenFailsForWhatIsNoFile) {
         VTFile file(in(szName), 2);
         EXPECT_FALSE(file.Open()) << szName;
     }
+}
+
+TEST_F(VTOFileTest, OpenFailsWithoutTheRights) {
+    folder.write("secret", "contents");
+    folder.write("kept", "contents");
+    chmod(folder.path().c_str(), 0555);
+    chmod((folder / "secret").c_str(), 0222);
+    chmod((folder / "kept").c_str(), 0444);
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([this] {
+        return !VTFile(in("secret"), 1).Open() && !VTFile(in("secret"), 2 | 32).Open() &&
+               !VTFile(in("kept"), 2 | 32).Open() && !VTFile(in("kept"), 4).Open() && !VTFile(in("new"), 2).Open();
+    }));
+    chmod(folder.path().c_str(), 0755);
+    chmod((folder / "secret").c_str(), 0666);
+    EXPECT_EQ(folder.read("secret"), "contents");
+    EXPECT_EQ(folder.read("kept"), "contents");
 }
 
 TEST_F(VTOFileTest, OpenWithAnInvalidModeIsAsserted) {
