@@ -2,13 +2,11 @@
 
 #include "LibCore/rvfAssert.h"
 #include "LibUnstructGrid/VTOLinAlgebraVector.h"
-#include "LibUnstructGrid/VTOLinAlgebraVector4.h"
 #include "LibUnstructGrid/VTOMathCompare.h"
-#include "LibUnstructGrid/VTOMathQuaternion.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace {
 

@@ -105,10 +105,11 @@ public:
 
     /// The unit quaternion of a rotation matrix, as SetFromRotationQuat() takes it. Quaternions q and -q are the same
     /// rotation; of the two the one with the positive w comes out, or with a positive largest part where the trace is
-    /// not above 1e-8. A matrix that is no rotation may give (0, 0, 0, 1). Asserts the pointer.
+    /// not above 1e-8. A NaN on the diagonal gives (0, 0, 0, 1). Asserts the pointer.
     void GetRotationQuat(VTVector4* pRotQuat) const;
 
-    /// The counterpart of SetFromRotQuat_Deprecated().
+    /// The counterpart of SetFromRotQuat_Deprecated(). The positive w comes out down to a trace of -1, where little is
+    /// left to divide by: close to a half turn digits are lost. A NaN on the diagonal gives NaN. Asserts the pointer.
     void GetRotQuat_Deprecated(VTVector4* pRotQuat) const;
 
     /// The images of the axes, without a translation.

@@ -43,5 +43,6 @@ ORV_API float VTRound(float fX, int iDecimals);
 ORV_API double VTRound(double fX, int iDecimals);
 
 /// Rounds to a number of significant digits, halves away from zero: 1234 to 2 digits is 1200. A value below 1e-60 in
-/// magnitude gives 0. An infinity and a NaN come back as they are.
+/// magnitude gives 0. An infinity and a NaN come back as they are. A value that is too large to be multiplied by 10 to
+/// the power of `iDigits`, and in any case one above 1e308, gives an infinity or a NaN.
 ORV_API double VTRoundToDigits(double fValue, int iDigits);

@@ -20,7 +20,7 @@ ORV_API double VTLinePointDist(const VTVector& start, const VTVector& end, const
 ///
 /// A base is an array of two orthonormal vectors: pOrgB[0] goes to pNewB[0] and pOrgB[1] to pNewB[1]. With both points
 /// the translation that takes *pOrgP to *pNewP is added; either may be null. Asserts the bases and the matrix. Angles
-/// come from VTVectorGetAngle(): a turn of less than about 1.4e-3 radians is left out, and a half turn is short of the
-/// true one by 9e-8. Always true.
+/// come from VTVectorGetAngle(): a turn of less than about 1.4e-3 radians is left out, and a half turn goes beyond
+/// the true one by 9e-8. Always true.
 ORV_API bool VTGetCoordSystemTransformation(const VTVector* pOrgB, const VTVector* pNewB, const VTVector* pOrgP,
                                             const VTVector* pNewP, VTMatrix4* pM);

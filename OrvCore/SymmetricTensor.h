@@ -10,9 +10,10 @@ namespace orv {
 /// A component of 1e308 or more, such as UNDEFINED_DOUBLE, and a NaN make every answer undefined: UNDEFINED_DOUBLE or
 /// UNDEFINED_VECTOR.
 ///
-/// The principal values are in descending order, with errors of up to 1e-7 of the deviatoric part. A tensor whose ZZ,
-/// YZ and ZX are exactly zero is a plane stress: its principal value of the smallest magnitude is taken for the one out
-/// of the plane and is the third one, exactly 0, also when the others are negative.
+/// The principal values have errors of up to 1e-7 of the deviatoric part. They are in descending order, but for plane
+/// stresses: where ZZ, YZ and ZX are exactly zero, the value of the smallest magnitude is taken for the one out of the
+/// plane and becomes the third one, exactly 0. The two others come first, in descending order and whatever their signs:
+/// -30, -80 and 0, where -30 and -80 in any other plane would give 0, -30 and -80.
 ///
 /// Nothing is kept between calls: each answer is computed anew.
 class ORV_API SymmetricTensor {

@@ -159,6 +159,10 @@ TEST(RoundToDigits, KeepsSignificantDigits) {
     EXPECT_EQ(VTRoundToDigits(1234.0, 2), 1200.0);
     EXPECT_EQ(VTRoundToDigits(inf, 3), inf);
     EXPECT_EQ(VTRoundToDigits(-inf, 3), -inf);
+    // 10^308 times 99 is no number any more, and neither is 10^309.
+    EXPECT_NEAR(VTRoundToDigits(9.87e305, 2), 9.9e305, 1e292);
+    EXPECT_EQ(VTRoundToDigits(9.87e307, 2), inf);
+    EXPECT_EQ(VTRoundToDigits(-1.5e308, 1), -inf);
     EXPECT_TRUE(std::isnan(VTRoundToDigits(std::nan(""), 3)));
 }
 

@@ -192,6 +192,27 @@ TEST(SortFunctions, IntQuickSortOfARangeMayReachBelowIt) {
     EXPECT_EQ(items, (std::vector<int>{1, 2, 9, 8, 3, 0}));
 }
 
+// 100 stands before a descending range. 32 items go through the insertion sort: each but the first of the range passes
+// the 100. 33 items are partitioned, which turns them into their order, so nothing passes the 100 any more.
+TEST(SortFunctions, IntQuickSortPartitionsFromThirtyThreeItems) {
+    for (int count : {32, 33}) {
+        std::vector<int> items(count + 1);
+        std::iota(items.rbegin(), items.rend() - 1, 1);
+        items[0] = 100;
+        VTIntQuickSortRecursive(items.data(), 1, count);
+        std::vector<int> expected(count + 1);
+        if (count == 32) {
+            std::iota(expected.begin(), expected.end() - 2, 1);
+            expected[31] = 100;
+            expected[32] = 32;
+        } else {
+            std::iota(expected.begin() + 1, expected.end(), 1);
+            expected[0] = 100;
+        }
+        EXPECT_EQ(items, expected);
+    }
+}
+
 TEST(SortFunctions, IntQuickSortOfARangeLeavesTheRest) {
     std::vector<int> items = {-9, 5, 4, 3, -7};
     VTIntQuickSortRecursive(items.data(), 1, 3);

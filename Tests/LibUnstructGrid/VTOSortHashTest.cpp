@@ -233,6 +233,7 @@ TEST(Hash, InitAndCleanStartAnew) {
     EXPECT_EQ(bucket(hash, 3), (std::vector<int>{7}));
     hash.Clean();
     EXPECT_EQ(assertsUntil(1, [&] { hash.GetBucket(0); }), failedIn(source, {bucketCheck}));
+    EXPECT_EQ(assertsUntil(3, [&] { hash.Insert(0, 1); }), failedIn(source, {"m_ppTable", bucketCheck, maximumCheck}));
     hash.Clean();
     // The count starts anew as well: with that of before, the fifth would be one too many.
     hash.Init(5, 1);
