@@ -340,6 +340,10 @@ TEST(VectorsParallell, ComparesRatios) {
         {{0, 0, 0}, {0, 0, 0}, true},
         {{1, 2, 3 + 1e-13}, {1, 2, 3}, true},
         {{1, 2, 3 + 1e-11}, {1, 2, 3}, false},
+        // The ratio is that of the first component: the others may differ from it by 1e-12 each, and from each other
+        // by twice as much.
+        {{1, 1 + 9e-13, 1 - 9e-13}, {1, 1, 1}, true},
+        {{1 - 9e-13, 1, 1 + 9e-13}, {1, 1, 1}, false},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(VTVectorsParallell(row.a, row.b), row.parallel)

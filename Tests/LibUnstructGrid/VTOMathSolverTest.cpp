@@ -172,6 +172,17 @@ TEST(EigenVector3x3, TakesTheFirstLargestCofactor) {
     EXPECT_EQ(v[0], 1.0 / 3.0);
 }
 
+// A = M - 1 I = (1 1 0; 1 1 0; 0 0 6): its cofactors 6, -6, -6 and 6 are equal in magnitude. The first of them makes
+// v[0] the 1; by the last one it would be v[1], and the vector point the other way.
+TEST(EigenVector3x3, FirstOfEqualCofactorsSettlesTheSense) {
+    const double m[3][3] = {{2, 1, 0}, {1, 2, 0}, {0, 0, 7}};
+    double v[3] = {7, 7, 7};
+    EXPECT_TRUE(VTEigenVector3x3(m, 1, v));
+    EXPECT_EQ(v[0], 1);
+    EXPECT_EQ(v[1], -1);
+    EXPECT_EQ(v[2], 0);
+}
+
 // A cofactor of 1e-60 or more and nothing left in the other rows and columns cannot be, but for overflow; a limit it
 // is.
 TEST(EigenVector3x3, LimitIsThatOfTheCofactors) {
