@@ -26,10 +26,6 @@ struct Tensor {
     double zx;
 };
 
-bool hasUndefined(const double* pfData, int iDim) {
-    return iDim == 3 ? vt::internal::anyUndefined<3>(pfData) : vt::internal::anyUndefined<6>(pfData);
-}
-
 Tensor load(const double* d, int iDim) {
     return iDim == 3 ? Tensor{d[0], d[1], 0.0, d[2], 0.0, 0.0} : Tensor{d[0], d[1], d[2], d[3], d[4], d[5]};
 }
@@ -108,7 +104,7 @@ double VTComputePrincipalsPrivate(const double* pfData, int iDim, int iPrinc, do
     RVF_ASSERT(pfData);
     RVF_ASSERT((iDim == 3) || (iDim == 6));
     RVF_ASSERT((iPrinc >= 0) && (iPrinc < ((iDim == 6) ? 3 : 2)));
-    if (hasUndefined(pfData, iDim)) {
+    if (vt::internal::hasUndefined(pfData, iDim)) {
         return writeUndefined(pdPrincipals, pVectors);
     }
     const Tensor tensor = load(pfData, iDim);

@@ -28,6 +28,10 @@ bool anyUndefined(const double* pfData) {
     return bAny;
 }
 
+inline bool hasUndefined(const double* pfData, int iDim) {
+    return iDim == 3 ? anyUndefined<3>(pfData) : anyUndefined<6>(pfData);
+}
+
 /// What is under the root of the von Mises stress: a sum of squares in disguise, but for rounding.
 inline double vonMisesSquare2D(const double* d) {
     return d[0] * d[0] + d[1] * d[1] - d[0] * d[1] + 3.0 * d[2] * d[2];
@@ -46,15 +50,15 @@ inline double vonMisesSquare3D(const double* d) {
 inline double VTComputeVonMises(const double* pfData, int iDim) {
     RVF_ASSERT(pfData);
     RVF_ASSERT((iDim == 3) || (iDim == 6));
-    if (iDim == 3 ? vt::internal::anyUndefined<3>(pfData) : vt::internal::anyUndefined<6>(pfData)) {
+    if (vt::internal::hasUndefined(pfData, iDim)) {
         return VT_UNDEFINED_DOUBLE;
     }
     const double fSquare = iDim == 3 ? vt::internal::vonMisesSquare2D(pfData) : vt::internal::vonMisesSquare3D(pfData);
     return fSquare < 0.0 ? 0.0 : std::sqrt(fSquare);
 }
 
-/// Principal values in descending order and, where wanted, principal directions; returns principal value number
-/// `iPrinc`, 0 to 2, or 0 and 1 for a plane state, which is asserted.
+/// Principal values, in descending order but for the plane states told below, and, where wanted, principal directions;
+/// returns principal value number `iPrinc`, 0 to 2, or 0 and 1 for a plane state, which is asserted.
 ///
 /// `pdPrincipals` and `pVectors` may be null. They need room for three entries also for a plane state, since an
 /// undefined component writes VT_UNDEFINED_DOUBLE and VT_UNDEFINED_VECTOR to all three; otherwise a plane state writes

@@ -49,8 +49,6 @@ template class VTSorterTemplate<long long>;
 
 namespace {
 
-constexpr int iPartitionSpan = 32;
-
 // Bounded by the start of the buffer alone: what precedes the range ends each walk just as well.
 void insertionSortInts(int* piKeys, int iLeft, int iRight) {
     for (int iPos = iLeft + 1; iPos <= iRight; ++iPos) {
@@ -114,7 +112,7 @@ void VTIntQuickSortRecursive(int* piKeys, int iLeft, int iRight) {
     if (iLeft >= iRight) {
         return;
     }
-    if (iRight - iLeft >= iPartitionSpan) {
+    if (iRight - iLeft >= vt::internal::iPartitionSpan) {
         const int iSplit = vt::internal::partitionInts(piKeys, iLeft, iRight);
         VTIntQuickSortRecursive(piKeys, iLeft, iSplit);
         VTIntQuickSortRecursive(piKeys, iSplit + 1, iRight);

@@ -10,6 +10,9 @@
 
 namespace vt::internal {
 
+/// The distance of the last position from the first from which on a range is partitioned: 33 items or more.
+constexpr int iPartitionSpan = 32;
+
 /// The middle of two positions, truncated towards zero, also where their sum does not fit an int.
 inline int middle(int iStart, int iStop) {
     return static_cast<int>((static_cast<long long>(iStart) + iStop) / 2);
@@ -161,11 +164,10 @@ void VTSorterTemplate<T>::Ground() {
 
 template <typename T>
 void VTSorterTemplate<T>::QuickSortRecursive(int iLeft, int iRight) {
-    constexpr int iPartitionSpan = 32;
     if (iLeft >= iRight) {
         return;
     }
-    if (iRight - iLeft >= iPartitionSpan) {
+    if (iRight - iLeft >= vt::internal::iPartitionSpan) {
         const int iSplit = Partition(iLeft, iRight);
         QuickSortRecursive(iLeft, iSplit);
         QuickSortRecursive(iSplit + 1, iRight);
