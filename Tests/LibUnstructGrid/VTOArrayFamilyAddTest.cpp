@@ -24,7 +24,8 @@ protected:
     }
 };
 
-using GrowingArrays = testing::Types<VTIntArray, VTIntIndexArray, VTUbyteArray>;
+using GrowingArrays =
+    testing::Types<VTIntArray, VTIntIndexArray, VTFloatArray, VTRealArray, VTUbyteArray, VTStringArray, VTVectorArray>;
 TYPED_TEST_SUITE(VTArrayFamilyAdd, GrowingArrays);
 
 TYPED_TEST(VTArrayFamilyAdd, AddFillsTheRoomAndNeverGrows) {

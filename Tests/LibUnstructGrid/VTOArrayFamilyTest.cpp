@@ -1,7 +1,7 @@
 // What all arrays of the family share: the buffer, its size, and access to its items. The few that differ have their
 // rows in VTOArrayDifferencesTest.cpp.
 
-#include "LibUnstructGrid/VTOArrayBase.h"
+#include "LibUnstructGrid/VTOArray.h"
 
 #include "Tests/LibUnstructGrid/VTOArrayTestSupport.h"
 
@@ -29,7 +29,8 @@ protected:
     }
 };
 
-using Arrays = testing::Types<VTIntArray, VTIntIndexArray, VTUbyteArray>;
+using Arrays = testing::Types<VTIntArray, VTIntIndexArray, VTFloatArray, VTRealArray, VTUbyteArray, VTStringArray,
+                              VTVectorArray, VTVectorFloatArray, VTMatrix4Array>;
 TYPED_TEST_SUITE(VTArrayFamily, Arrays);
 
 TYPED_TEST(VTArrayFamily, IsEmptyAtFirst) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "LibUnstructGrid/VTOArrayInt.h"
-#include "LibUnstructGrid/VTOArrayIntIndex.h"
-#include "LibUnstructGrid/VTOArrayUbyte.h"
+#include "LibUnstructGrid/VTOArray.h"
+#include "LibUnstructGrid/VTOLinAlgebra.h"
 #include "Tests/Support/AssertRecorder.h"
 #include "Tests/Support/AssertStopper.h"
 
@@ -54,6 +53,119 @@ struct Traits<VTUbyteArray> {
     }
     static int number(unsigned char item) {
         return item;
+    }
+};
+
+template <>
+struct Traits<VTFloatArray> {
+    using Item = float;
+    static constexpr const char* unit = "LibUnstructGrid/VTOArrayFloat";
+    static constexpr const char* assignUnit = unit;
+    static constexpr const char* data = "m_pfData";
+    static constexpr const char* values = "afValues";
+    static constexpr const char* pointer = "pfValues";
+
+    static float item(int i) {
+        return static_cast<float>(i) + 0.5f;
+    }
+    static int number(const float& item) {
+        const int i = static_cast<int>(item);
+        return item == Traits::item(i) ? i : -999;
+    }
+};
+
+template <>
+struct Traits<VTRealArray> {
+    using Item = double;
+    static constexpr const char* unit = "LibUnstructGrid/VTOArrayReal";
+    static constexpr const char* assignUnit = unit;
+    static constexpr const char* data = "m_pfData";
+    static constexpr const char* values = "afValues";
+    static constexpr const char* pointer = "pfValues";
+
+    static double item(int i) {
+        return i + 0.1;
+    }
+    static int number(const double& item) {
+        const int i = static_cast<int>(item);
+        return item == Traits::item(i) ? i : -999;
+    }
+};
+
+template <>
+struct Traits<VTStringArray> {
+    using Item = VTString;
+    static constexpr const char* unit = "LibUnstructGrid/VTOArrayString";
+    static constexpr const char* assignUnit = unit;
+    static constexpr const char* data = "m_psData";
+    static constexpr const char* values = "asValues";
+    static constexpr const char* pointer = "psValues";
+
+    static VTString item(int i) {
+        return VTString(i);
+    }
+    static int number(const VTString& item) {
+        return item.AsInt(-999);
+    }
+};
+
+template <>
+struct Traits<VTVectorArray> {
+    using Item = VTVector;
+    static constexpr const char* unit = "LibUnstructGrid/VTOArrayVector";
+    static constexpr const char* assignUnit = unit;
+    static constexpr const char* data = "m_pData";
+    static constexpr const char* values = "aValues";
+    static constexpr const char* pointer = "pValues";
+
+    static VTVector item(int i) {
+        return VTVector(i, i + 0.1, i + 0.2);
+    }
+    static int number(const VTVector& item) {
+        const int i = static_cast<int>(item.x);
+        return item == Traits::item(i) ? i : -999;
+    }
+};
+
+template <>
+struct Traits<VTVectorFloatArray> {
+    using Item = VTVectorFloat;
+    static constexpr const char* unit = "LibUnstructGrid/VTOArrayVectorFloat";
+    static constexpr const char* assignUnit = unit;
+    static constexpr const char* data = "m_pData";
+    static constexpr const char* values = "aValues";
+    static constexpr const char* pointer = "pValues";
+
+    static VTVectorFloat item(int i) {
+        return VTVectorFloat(static_cast<float>(i), static_cast<float>(i) + 0.25f, static_cast<float>(i) + 0.5f);
+    }
+    static int number(const VTVectorFloat& item) {
+        return item.y == item.x + 0.25f && item.z == item.x + 0.5f ? static_cast<int>(item.x) : -999;
+    }
+};
+
+template <>
+struct Traits<VTMatrix4Array> {
+    using Item = VTMatrix4;
+    static constexpr const char* unit = "LibUnstructGrid/VTOArrayMatrix4";
+    static constexpr const char* assignUnit = unit;
+    static constexpr const char* data = "m_pData";
+    static constexpr const char* values = "aValues";
+    static constexpr const char* pointer = "pValues";
+
+    static VTMatrix4 makeMatrix(int i) {
+        VTMatrix4 matrix;
+        for (int iElement = 0; iElement < 16; ++iElement) {
+            matrix.v[iElement] = i + 0.01 * iElement;
+        }
+        return matrix;
+    }
+    static VTMatrix4 item(int i) {
+        return makeMatrix(i);
+    }
+    static int number(const VTMatrix4& item) {
+        const int i = static_cast<int>(item.v[0]);
+        return item == makeMatrix(i) ? i : -999;
     }
 };
 
