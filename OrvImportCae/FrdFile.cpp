@@ -12,7 +12,7 @@ namespace orv::imp::cae {
 namespace {
 
 constexpr std::size_t SMALLEST_CHUNK = FrdLines::LONGEST_LINE;
-constexpr std::size_t LARGEST_CHUNK = std::size_t(1) << 18;
+constexpr std::size_t LARGEST_CHUNK = std::size_t(1) << 15; // What the caches of a processor hold easily.
 
 bool failToOpen(const std::string& name, const std::string& reason, ug::Error* error) {
     return ug::fail(error, Str("cannot open \"" + name + "\": " + reason));

@@ -139,6 +139,22 @@ bool readFrdReal(const char* begin, const char* end, double* value) {
     return true;
 }
 
+// Most of what gets here is noise, numbers too small for the quick way but of the usual shape, which the library reads
+// as it stands.
+bool internal::readUnusualFrdValue(const char* text, double* value) {
+    const char* end = text + FRD_VALUE_WIDTH;
+    const bool isUnsigned = *text == ' ' || *text == '-';
+    double size = 0.0;
+    if (isUnsigned && isDigit(text[1])) {
+        const std::from_chars_result result = std::from_chars(text + 1, end, size);
+        if (result.ec == std::errc() && result.ptr == end) {
+            *value = *text == '-' ? -size : size;
+            return true;
+        }
+    }
+    return readFrdReal(text, end, value);
+}
+
 bool readFrdTouchingReals(const char* begin, const char* end, std::size_t count, double* values) {
     const char* at = begin;
     for (std::size_t i = 0; i < count; ++i) {

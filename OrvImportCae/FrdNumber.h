@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -33,8 +34,6 @@ bool readFrdInteger(const char* begin, const char* end, std::int64_t* value);
 
 namespace internal {
 
-inline constexpr std::uint64_t ALL_ZERO_DIGITS = 0x3030303030303030;
-
 template <class Word>
 inline Word loadWord(const char* text) {
     Word word;
@@ -42,54 +41,78 @@ inline Word loadWord(const char* text) {
     return word;
 }
 
-inline bool areEightDigits(std::uint64_t word) {
-    return (((word + 0x4646464646464646) | (word - ALL_ZERO_DIGITS)) & 0x8080808080808080) == 0;
+/// Whether what is left of eight characters, less '0' each, are the values of digits.
+inline bool areEightValues(std::uint64_t word, std::uint64_t values) {
+    return (((word + 0x4646464646464646) | values) & 0x8080808080808080) == 0;
 }
 
-/// The number that eight digits are, the first one in the lowest byte. Pairs, then fours, then all eight are joined.
-inline std::uint32_t eightDigits(std::uint64_t word) {
-    word -= ALL_ZERO_DIGITS;
-    word = word * 10 + (word >> 8);
-    word = ((word & 0x000000FF000000FF) * (100 + (std::uint64_t(1000000) << 32)) +
-            ((word >> 16) & 0x000000FF000000FF) * (1 + (std::uint64_t(10000) << 32))) >>
-           32;
-    return std::uint32_t(word);
+/// The number that eight values of digits make, the first one in the lowest byte. Pairs, then fours, then all eight are
+/// joined.
+inline std::uint32_t joinEightValues(std::uint64_t values) {
+    constexpr std::uint64_t EVERY_FOURTH = 0x000000FF000000FF;
+    values = values * 10 + (values >> 8);
+    return std::uint32_t(((values & EVERY_FOURTH) * (100 + (std::uint64_t(1000000) << 32)) +
+                          ((values >> 16) & EVERY_FOURTH) * (1 + (std::uint64_t(10000) << 32))) >>
+                         32);
 }
 
-/// The powers of ten that a double holds exactly.
-inline constexpr int LARGEST_EXACT_POWER = 22;
-inline constexpr double EXACT_POWERS[LARGEST_EXACT_POWER + 1] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+/// What a number of six digits, 123456 for 1.23456, is to be multiplied with and then divided by. One of them is 1 in
+/// size, the other one a power of ten that a double holds exactly, so there is one rounding, as in `strtod`.
+struct FrdScale {
+    double factor;
+    double divisor;
+};
+
+/// Larger exponents take powers of ten that are not exact.
+inline constexpr int LARGEST_QUICK_EXPONENT = 17;
+
+/// By sign, sign of the exponent, and exponent.
+inline constexpr auto FRD_SCALES = [] {
+    std::array<std::array<std::array<FrdScale, LARGEST_QUICK_EXPONENT + 1>, 2>, 2> scales = {};
+    for (int isNegative = 0; isNegative < 2; ++isNegative) {
+        for (int isSmall = 0; isSmall < 2; ++isSmall) {
+            for (int exponent = 0; exponent <= LARGEST_QUICK_EXPONENT; ++exponent) {
+                FrdScale scale = {isNegative ? -1.0 : 1.0, 1.0};
+                const int power = (isSmall ? -exponent : exponent) - 5;
+                for (int i = 0; i < power; ++i) {
+                    scale.factor *= 10.0;
+                }
+                for (int i = 0; i < -power; ++i) {
+                    scale.divisor *= 10.0;
+                }
+                scales[std::size_t(isNegative)][std::size_t(isSmall)][std::size_t(exponent)] = scale;
+            }
+        }
+    }
+    return scales;
+}();
+
+/// What readFrdValue() leaves over.
+bool readUnusualFrdValue(const char* text, double* value);
 
 } // namespace internal
 
-/// Reads a value of FRD_VALUE_WIDTH characters; the same answer as readFrdReal(), but quick for what `%12.5E` writes.
-///
-/// The six digits make a whole number and the power of ten is exact where it is small, so one division or
-/// multiplication rounds once, as `strtod` does.
+/// Reads a value of FRD_VALUE_WIDTH characters; the same answer as readFrdReal(), but quick for what `%12.5E` writes,
+/// "-1.23456E+07". Signs and exponents come in any order in a file, so there are no branches on them.
 inline bool readFrdValue(const char* text, double* value) {
     using namespace internal;
     const std::uint64_t head = loadWord<std::uint64_t>(text);     // "-1.23456"
-    const std::uint32_t tail = loadWord<std::uint32_t>(text + 8); // "E-07"
-    // The point goes, the first digit moves up into its place, and two zeros stand in front.
-    const std::uint64_t digits = (head & 0xFFFFFFFFFF000000) | ((head & 0xFF00) << 8) | 0x3030;
-    const unsigned char sign = head & 0xFF;
-    const unsigned char point = (head >> 16) & 0xFF;
-    const unsigned char exponentSign = (tail >> 8) & 0xFF;
-    const unsigned tens = ((tail >> 16) & 0xFF) - '0';
-    const unsigned ones = (tail >> 24) - '0';
-    const bool isUsual = areEightDigits(digits) & (point == '.') & ((sign == ' ') | (sign == '-')) &
-                         ((tail & 0xFF) == 'E') & ((exponentSign == '+') | (exponentSign == '-')) & (tens < 10) &
-                         (ones < 10);
-    const int exponent = int(tens * 10 + ones);
-    const int power = (exponentSign == '-' ? -exponent : exponent) - 5;
-    if (!isUsual || power < -LARGEST_EXACT_POWER || power > LARGEST_EXACT_POWER) [[unlikely]] {
-        return readFrdReal(text, text + FRD_VALUE_WIDTH, value);
+    const std::uint32_t tail = loadWord<std::uint32_t>(text + 8); // "E+07"
+    // The digits of the exponent, then the six of the number: the first of them moves into the place of the point.
+    const std::uint64_t digits = (head & 0xFFFFFFFFFF000000) | ((head & 0xFF00) << 8) | (tail >> 16);
+    const std::uint64_t values = digits - 0x3030303030303030;
+    // One bit tells blank from minus, another one plus from minus; then the other characters must be what they should.
+    const std::uint32_t isNegative = head & 1;
+    const std::uint32_t isSmall = (tail >> 10) & 1;
+    const std::uint32_t headFrame = ' ' + ('.' << 16) + isNegative * ('-' - ' ');
+    const std::uint32_t tailFrame = 'E' + ('+' << 8) + isSmall * (('-' - '+') << 8);
+    const std::uint32_t strangers = ((head & 0xFF00FF) ^ headFrame) | ((tail & 0xFFFF) ^ tailFrame);
+    const std::uint32_t exponent = std::uint32_t(values & 0xFF) * 10 + std::uint32_t((values >> 8) & 0xFF);
+    if (strangers != 0 || !areEightValues(digits, values) || exponent > LARGEST_QUICK_EXPONENT) [[unlikely]] {
+        return readUnusualFrdValue(text, value);
     }
-    const double mantissa = eightDigits(digits);
-    const double size = power < 0 ? mantissa / EXACT_POWERS[-power] : mantissa * EXACT_POWERS[power];
-    *value = sign == '-' ? -size : size;
+    const FrdScale& scale = FRD_SCALES[isNegative][isSmall][exponent];
+    *value = double(joinEightValues(values & ~std::uint64_t(0xFFFF))) * scale.factor / scale.divisor;
     return true;
 }
 

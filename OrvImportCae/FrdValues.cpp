@@ -18,7 +18,7 @@ constexpr std::string_view ROW = " -1";
 constexpr std::string_view ROW_CONTINUED = " -2";
 constexpr std::size_t MARK_WIDTH = 3;
 constexpr std::size_t VALUES_PER_LINE = 6;
-constexpr std::size_t CHUNK_SIZE = std::size_t(1) << 18;
+constexpr std::size_t CHUNK_SIZE = std::size_t(1) << 15;
 
 using internal::loadWord;
 
@@ -31,14 +31,15 @@ inline bool readLongId(const char* text, int* id) {
     const std::uint64_t word = loadWord<std::uint64_t>(text + 2);
     // All ones in the bytes that may be blanks; digits have this bit.
     const std::uint64_t blanks = ((~word & 0x1010101010101010) >> 4) * 0xFF;
-    const std::uint64_t digits = word | (blanks & internal::ALL_ZERO_DIGITS);
+    const std::uint64_t digits = word | (blanks & 0x3030303030303030);
+    const std::uint64_t values = digits - 0x3030303030303030;
     const bool areBlanks = ((word ^ 0x2020202020202020) & blanks) == 0;
     const bool areInFront = (blanks & (blanks + 1)) == 0 && blanks != ~std::uint64_t(0);
     const bool isShort = loadWord<std::uint16_t>(text) == 0x2020;
-    if (!(areBlanks & areInFront & isShort & internal::areEightDigits(digits))) [[unlikely]] {
+    if (!(areBlanks & areInFront & isShort & internal::areEightValues(digits, values))) [[unlikely]] {
         return readFrdId({text, 10}, 0, 10, id);
     }
-    *id = int(internal::eightDigits(digits));
+    *id = int(internal::joinEightValues(values));
     return true;
 }
 
@@ -55,14 +56,15 @@ public:
         }
     }
 
-    /// False when the row does not look as it should.
-    template <std::size_t Dimension>
-    bool read(const char* row, int* id, double* item) const {
+    /// Both are false when the row does not look as it should.
+    bool readId(const char* row, int* id) const {
         const bool hasId =
             m_idWidth == 10 ? readLongId(row + MARK_WIDTH, id) : readFrdId({row, m_rowSize}, MARK_WIDTH, m_idWidth, id);
-        if (!hasId || !isMark(row, ROW) || !hasLineEnds(row)) {
-            return false;
-        }
+        return hasId && isMark(row, ROW) && hasLineEnds(row);
+    }
+
+    template <std::size_t Dimension>
+    bool readItem(const char* row, double* item) const {
         bool areNumbers = true;
         for (std::size_t i = 0; i < Dimension; ++i) {
             areNumbers &= readFrdValue(row + m_offsets[i], &item[i]);
@@ -105,9 +107,13 @@ public:
         }
     }
 
-    template <std::size_t Dimension>
-    bool read(const char* row, int* id, double* item) const {
+    bool readId(const char* row, int* id) const {
         *id = loadWord<std::int32_t>(row);
+        return true;
+    }
+
+    template <std::size_t Dimension>
+    bool readItem(const char* row, double* item) const {
         for (std::size_t i = 0; i < Dimension; ++i) {
             item[i] = double(loadWord<Value>(row + m_offsets[i]));
         }
@@ -118,19 +124,20 @@ private:
     std::array<std::size_t, 6> m_offsets = {};
 };
 
-/// Puts items where their nodes are in the parts, and knows which nodes had one.
+/// Tells where in the parts the items of nodes go, and knows which nodes had one.
 template <std::size_t Dimension>
-class ItemWriter {
+class ItemPlacer {
 public:
-    ItemWriter(const FrdMesh& mesh, std::span<double* const> parts)
-        : m_mesh(mesh), m_parts(parts), m_isIdentity(mesh.places.isIdentity()) {}
+    ItemPlacer(const FrdMesh& mesh, std::span<double* const> parts)
+        : m_mesh(mesh), m_ids(mesh.nodeIds.ids()), m_parts(parts),
+          m_onlyPart(mesh.places.isIdentity() ? parts[0] : nullptr) {}
 
-    enum class Answer { WRITTEN, UNKNOWN, TWICE };
+    enum class Answer { PLACED, UNKNOWN, TWICE };
 
-    Answer write(int id, const double* item) {
-        const std::span<const int> ids = m_mesh.nodeIds.ids();
+    /// Where to write the item of a node: straight into the first part that has the node. Good when it is PLACED.
+    Answer place(int id, double** item) {
         std::uint32_t node = m_next;
-        if (node >= ids.size() || ids[node] != id) [[unlikely]] {
+        if (node >= m_ids.size() || m_ids[node] != id) [[unlikely]] {
             node = m_mesh.nodeIds.find(id, FrdNodeIds::NONE);
             if (node == FrdNodeIds::NONE) {
                 return Answer::UNKNOWN;
@@ -140,63 +147,68 @@ public:
             return Answer::TWICE;
         }
         m_next = node + 1;
-        put(node, item);
-        return Answer::WRITTEN;
+        *item = begin(node);
+        return Answer::PLACED;
+    }
+
+    /// Takes the item, now that it is written, to the other parts that have its node.
+    void spread() {
+        for (std::size_t i = 1; i < m_places.size(); ++i) {
+            std::copy_n(at(m_places[0]), Dimension, at(m_places[i]));
+        }
     }
 
     bool isUntouched() const {
-        return m_inOrder == 0 && m_isWritten.empty();
+        return m_inOrder == 0 && m_isPlaced.empty();
     }
 
     void fillOthers() {
-        const std::array<double, Dimension> undefined = undefinedItem();
-        const std::size_t count = m_mesh.nodeIds.ids().size();
-        for (std::size_t node = m_inOrder; node < count; ++node) {
-            if (m_isWritten.empty() || !m_isWritten[node]) {
-                put(node, undefined.data());
+        for (std::size_t node = m_inOrder; node < m_ids.size(); ++node) {
+            if (m_isPlaced.empty() || !m_isPlaced[node]) {
+                std::fill_n(begin(node), Dimension, UNDEFINED_DOUBLE);
+                spread();
             }
         }
     }
 
 private:
-    static std::array<double, Dimension> undefinedItem() {
-        std::array<double, Dimension> item;
-        item.fill(UNDEFINED_DOUBLE);
-        return item;
+    double* begin(std::size_t node) {
+        if (m_onlyPart) {
+            return m_onlyPart + node * Dimension;
+        }
+        m_places = m_mesh.places.of(node);
+        return m_places.empty() ? m_nowhere : at(m_places[0]);
+    }
+
+    double* at(const FrdNodePlaces::Place& place) const {
+        return m_parts[place.part] + std::size_t(place.node) * Dimension;
     }
 
     // False when the node has been here. The nodes below m_inOrder have; marks are kept from the first gap on.
     bool note(std::uint32_t node) {
-        if (m_isWritten.empty()) {
+        if (m_isPlaced.empty()) {
             if (node == m_inOrder) {
                 ++m_inOrder;
                 return true;
             }
-            m_isWritten.resize(m_mesh.nodeIds.ids().size());
+            m_isPlaced.resize(m_ids.size());
         }
-        if (node < m_inOrder || m_isWritten[node]) {
+        if (node < m_inOrder || m_isPlaced[node]) {
             return false;
         }
-        m_isWritten[node] = true;
+        m_isPlaced[node] = true;
         return true;
     }
 
-    void put(std::size_t node, const double* item) {
-        if (m_isIdentity) {
-            std::copy_n(item, Dimension, m_parts[0] + node * Dimension);
-            return;
-        }
-        for (const FrdNodePlaces::Place& place : m_mesh.places.of(node)) {
-            std::copy_n(item, Dimension, m_parts[place.part] + std::size_t(place.node) * Dimension);
-        }
-    }
-
     const FrdMesh& m_mesh;
+    std::span<const int> m_ids;
     std::span<double* const> m_parts;
-    bool m_isIdentity;
+    double* m_onlyPart;
+    std::span<const FrdNodePlaces::Place> m_places; // Of the node that place() saw last.
+    double m_nowhere[Dimension];                    // For a node that no part has.
     std::uint32_t m_next = 0;
     std::uint32_t m_inOrder = 0;
-    std::vector<bool> m_isWritten;
+    std::vector<bool> m_isPlaced;
 };
 
 /// One reading of one block.
@@ -206,7 +218,7 @@ public:
     BlockReader(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
                 std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
                 ug::Error* error)
-        : m_file(file), m_rows(rows), m_storedCount(storedCount), m_columns(columns), m_writer(mesh, parts),
+        : m_file(file), m_rows(rows), m_storedCount(storedCount), m_columns(columns), m_placer(mesh, parts),
           m_error(error) {}
 
     enum class Outcome { DONE, FAILED, IRREGULAR };
@@ -232,12 +244,14 @@ public:
             if (!readLinesOfRow(lines, &id, values.data())) {
                 return false;
             }
-            double item[Dimension];
-            for (std::size_t i = 0; i < Dimension; ++i) {
-                item[i] = values[m_columns[i]];
-            }
-            if (!write(offset, id, item)) {
+            double* item = nullptr;
+            if (!place(offset, id, &item)) {
                 return false;
+            }
+            if (item) {
+                std::transform(m_columns.begin(), m_columns.end(), item,
+                               [&values](std::uint32_t column) { return values[column]; });
+                m_placer.spread();
             }
         }
         return finish();
@@ -263,12 +277,18 @@ private:
             }
             for (std::int64_t i = 0; i < count; ++i, chunk += rowSize, offset += rowSize) {
                 int id = 0;
-                double item[Dimension];
-                if (!row.template read<Dimension>(chunk, &id, item)) {
+                double* item = nullptr;
+                if (!row.readId(chunk, &id)) {
                     return Outcome::IRREGULAR;
                 }
-                if (!write(offset, id, item)) {
+                if (!place(offset, id, &item)) {
                     return Outcome::FAILED;
+                }
+                if (item) {
+                    if (!row.template readItem<Dimension>(chunk, item)) {
+                        return Outcome::IRREGULAR;
+                    }
+                    m_placer.spread();
                 }
             }
         }
@@ -297,16 +317,16 @@ private:
         return true;
     }
 
-    bool write(std::int64_t offset, int id, const double* item) {
-        using Answer = typename ItemWriter<Dimension>::Answer;
-        const Answer answer = m_writer.write(id, item);
-        if (answer == Answer::WRITTEN) [[likely]] {
+    // Null for a node that is left out.
+    bool place(std::int64_t offset, int id, double** item) {
+        const auto answer = m_placer.place(id, item);
+        if (answer == ItemPlacer<Dimension>::Answer::PLACED) [[likely]] {
             return true;
         }
-        if (answer == Answer::TWICE) {
-            return m_file.fail(offset, "node " + std::to_string(id) + " stands here for the second time in its block",
-                               m_error);
-        }
+        return answer == ItemPlacer<Dimension>::Answer::UNKNOWN ? leaveOut(offset, id) : failForDuplicate(offset, id);
+    }
+
+    bool leaveOut(std::int64_t offset, int id) {
         if (m_leftOut.count++ == 0) {
             m_leftOut.firstOffset = offset;
             m_leftOut.firstNode = id;
@@ -314,14 +334,19 @@ private:
         return true;
     }
 
+    bool failForDuplicate(std::int64_t offset, int id) {
+        return m_file.fail(offset, "node " + std::to_string(id) + " stands here for the second time in its block",
+                           m_error);
+    }
+
     bool finish() {
-        if (m_leftOut.count > 0 && m_writer.isUntouched()) {
+        if (m_leftOut.count > 0 && m_placer.isUntouched()) {
             return m_file.fail(m_leftOut.firstOffset,
                                "expected values of the file's nodes, found those of node " +
                                    std::to_string(m_leftOut.firstNode) + " and others that the file does not have",
                                m_error);
         }
-        m_writer.fillOthers();
+        m_placer.fillOthers();
         return true;
     }
 
@@ -329,7 +354,7 @@ private:
     const FrdRows& m_rows;
     std::size_t m_storedCount;
     std::span<const std::uint32_t> m_columns;
-    ItemWriter<Dimension> m_writer;
+    ItemPlacer<Dimension> m_placer;
     FrdLeftOut m_leftOut;
     ug::Error* m_error;
 };

@@ -11,6 +11,10 @@ if(ORV_SANITIZE)
     -fsanitize=${ORV_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(orv_options INTERFACE -fsanitize=${ORV_SANITIZE})
 endif()
+if(ORV_BUILD_FUZZERS)
+  # The fuzzer finds its way by what the code under test executes.
+  target_compile_options(orv_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 set_property(GLOBAL PROPERTY ORV_FLOORS "")
 
