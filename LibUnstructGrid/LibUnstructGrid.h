@@ -6,19 +6,15 @@
 ///
 /// - Text: VTString, a wide text with a cursor that walks words and tokens.
 /// - File names, and VTFile and VTBinaryFile, streams with a mode and a byte order.
+/// - Identifiers, ranges, colours and two-dimensional values (VTOBaseTypes).
+/// - Typed arrays, written out one by one: numbers, texts, vectors, matrices, identifiers (VTOArray).
 /// - Sorting and searching on raw buffers, and VTHash (VTOSort).
 /// - Vectors and matrices: VTVector, VTVector4, VTVectorFloat and VTMatrix4 (VTOLinAlgebra).
 /// - Numerics: tolerances, missing values, rounding, quaternions, stress tensors, interpolation (VTOMath).
 /// - VTRvfConvertApi goes between this family and the core's.
 
-#include "LibUnstructGrid/VTOArrayInt.h"
-#include "LibUnstructGrid/VTOArrayIntIndex.h"
-#include "LibUnstructGrid/VTOArraySortedInt.h"
-#include "LibUnstructGrid/VTOArrayTemplate.h"
-#include "LibUnstructGrid/VTOArrayUbyte.h"
+#include "LibUnstructGrid/VTOArray.h"
 #include "LibUnstructGrid/VTOBaseTypes.h"
-#include "LibUnstructGrid/VTOBaseTypes2D.h"
-#include "LibUnstructGrid/VTOBaseTypesIdent.h"
 #include "LibUnstructGrid/VTOFile.h"
 #include "LibUnstructGrid/VTOLinAlgebra.h"
 #include "LibUnstructGrid/VTOLinAlgebraVector.h"
