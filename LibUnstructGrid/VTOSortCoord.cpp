@@ -13,12 +13,12 @@ bool decidesY(const VTIntCoord2D& a, const VTIntCoord2D& b, bool bYFirst) {
 
 template <>
 bool VTSorterTemplate<VTIntCoord2D>::CompGT(const VTIntCoord2D& a, const VTIntCoord2D& b) const {
-    return decidesY(a, b, m_order.aiOrder[0] != 0) ? a.y > b.y : a.x > b.x;
+    return decidesY(a, b, m_aiSortOrder[0] != 0) ? a.y > b.y : a.x > b.x;
 }
 
 template <>
 bool VTSorterTemplate<VTIntCoord2D>::CompLT(const VTIntCoord2D& a, const VTIntCoord2D& b) const {
-    return decidesY(a, b, m_order.aiOrder[0] != 0) ? a.y < b.y : a.x < b.x;
+    return decidesY(a, b, m_aiSortOrder[0] != 0) ? a.y < b.y : a.x < b.x;
 }
 
 template class VTSorterTemplate<VTIntCoord2D>;

@@ -17,8 +17,19 @@ concept ComponentKey = std::same_as<T, VTVector> || std::same_as<T, VTIntCoord2D
 
 struct NoSortOrder {};
 
-struct ComponentSortOrder {
-    int aiOrder[3] = {0, 1, 2};
+/// What a sorter of such keys has besides.
+class ORV_API ComponentSortOrder {
+public:
+    /// The order of components for VTVector keys; the first number alone for VTIntCoord2D keys: 0 sorts by y where the
+    /// x are equal and by x otherwise, any other number sorts by y first.
+    void SetSortOrder(int iFirst, int iSecond, int iThird) {
+        m_aiSortOrder[0] = iFirst;
+        m_aiSortOrder[1] = iSecond;
+        m_aiSortOrder[2] = iThird;
+    }
+
+protected:
+    int m_aiSortOrder[3] = {0, 1, 2};
 };
 
 template <typename T>
@@ -34,7 +45,7 @@ using SortOrderOf = std::conditional_t<ComponentKey<T>, ComponentSortOrder, NoSo
 ///
 /// Exists for int, float, double, long long, VTString, VTVector and VTIntCoord2D. One sorter serves one thread.
 template <typename T>
-class ORV_API VTSorterTemplate {
+class ORV_API VTSorterTemplate : public vt::internal::SortOrderOf<T> {
 public:
     VTSorterTemplate() {
         Ground();
@@ -48,14 +59,6 @@ public:
     virtual bool CompGT(const T& a, const T& b) const;
     virtual bool CompLT(const T& a, const T& b) const;
     bool CompEQ(const T& a, const T& b) const;
-
-    /// The order of components for VTVector keys; the first number alone for VTIntCoord2D keys: 0 sorts by y where the
-    /// x are equal and by x otherwise, any other number sorts by y first.
-    void SetSortOrder(int iFirst, int iSecond, int iThird) requires vt::internal::ComponentKey<T> {
-        m_order.aiOrder[0] = iFirst;
-        m_order.aiOrder[1] = iSecond;
-        m_order.aiOrder[2] = iThird;
-    }
 
     /// Assert a buffer and at least one item.
     void QSort(T* pData, int iNumItems);
@@ -92,7 +95,6 @@ protected:
     T* m_pData;
     const T* m_pKeys;
     int* m_piIndices;
-    [[no_unique_address]] vt::internal::SortOrderOf<T> m_order;
 };
 
 template <>

@@ -4,7 +4,7 @@
 
 template <>
 bool VTSorterTemplate<VTVector>::CompGT(const VTVector& a, const VTVector& b) const {
-    for (int iComponent : m_order.aiOrder) {
+    for (int iComponent : m_aiSortOrder) {
         if (a[iComponent] != b[iComponent]) {
             return a[iComponent] > b[iComponent];
         }
@@ -14,7 +14,7 @@ bool VTSorterTemplate<VTVector>::CompGT(const VTVector& a, const VTVector& b) co
 
 template <>
 bool VTSorterTemplate<VTVector>::CompLT(const VTVector& a, const VTVector& b) const {
-    for (int iComponent : m_order.aiOrder) {
+    for (int iComponent : m_aiSortOrder) {
         if (a[iComponent] != b[iComponent]) {
             return a[iComponent] < b[iComponent];
         }

@@ -150,9 +150,9 @@ TEST(RoundToDigits, KeepsSignificantDigits) {
         int digits;
         double expected;
     };
-    const Row rows[] = {{1234.0, 2, 1200}, {-1234.0, 2, -1200}, {1250.0, 2, 1300},    {1.0, 3, 1},
-                        {0.1, 1, 0.1},     {10.0, 1, 10},       {99.6, 2, 100},       {0.0, 2, 0},
-                        {-9e-61, 2, 0},    {5.0, 0, 10},        {0.00625, 2, 0.0063}, {-0.5, 1, -0.5}};
+    const Row rows[] = {{1234.0, 2, 1200},    {-1234.0, 2, -1200}, {1250.0, 2, 1300}, {1.0, 3, 1},    {0.1, 1, 0.1},
+                        {10.0, 1, 10},        {99.6, 2, 100},      {0.0, 2, 0},       {-9e-61, 2, 0}, {5.0, 0, 10},
+                        {0.00625, 2, 0.0063}, {-0.5, 1, -0.5},     {0.1, 0, 0}};
     for (const Row& row : rows) {
         EXPECT_NEAR(VTRoundToDigits(row.value, row.digits), row.expected, std::fabs(row.expected) * 1e-14) << row.value;
     }
