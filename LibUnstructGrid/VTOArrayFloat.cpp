@@ -443,28 +443,36 @@ void VTFloatArray::Offset(float fOffset, bool bIgnoreUndefined) {
     if (fOffset == 0) {
         return;
     }
-    const float fLimit = VT_UNDEFINED_FLOAT_LIMIT;
-    VTArrayLoops::change(m_pfData, m_iNumItems,
-                         [=](float fItem) { return bIgnoreUndefined && !(fItem < fLimit) ? fItem : fItem + fOffset; });
+    const auto changed = [=](float fItem) { return fItem + fOffset; };
+    if (bIgnoreUndefined) {
+        VTArrayLoops::changeBelow(m_pfData, m_iNumItems, VT_UNDEFINED_FLOAT_LIMIT, changed);
+    } else {
+        VTArrayLoops::change(m_pfData, m_iNumItems, changed);
+    }
 }
 
 void VTFloatArray::Scale(float fScale, bool bIgnoreUndefined) {
     if (fScale == 1) {
         return;
     }
-    const float fLimit = VT_UNDEFINED_FLOAT_LIMIT;
-    VTArrayLoops::change(m_pfData, m_iNumItems,
-                         [=](float fItem) { return bIgnoreUndefined && !(fItem < fLimit) ? fItem : fItem * fScale; });
+    const auto changed = [=](float fItem) { return fItem * fScale; };
+    if (bIgnoreUndefined) {
+        VTArrayLoops::changeBelow(m_pfData, m_iNumItems, VT_UNDEFINED_FLOAT_LIMIT, changed);
+    } else {
+        VTArrayLoops::change(m_pfData, m_iNumItems, changed);
+    }
 }
 
 void VTFloatArray::ScaleAndOffset(float fScale, float fOffset, bool bIgnoreUndefined) {
     if (fScale == 1 && fOffset == 0) {
         return;
     }
-    const float fLimit = VT_UNDEFINED_FLOAT_LIMIT;
-    VTArrayLoops::change(m_pfData, m_iNumItems, [=](float fItem) {
-        return bIgnoreUndefined && !(fItem < fLimit) ? fItem : fScale * fItem + fOffset;
-    });
+    const auto changed = [=](float fItem) { return fScale * fItem + fOffset; };
+    if (bIgnoreUndefined) {
+        VTArrayLoops::changeBelow(m_pfData, m_iNumItems, VT_UNDEFINED_FLOAT_LIMIT, changed);
+    } else {
+        VTArrayLoops::change(m_pfData, m_iNumItems, changed);
+    }
 }
 
 float VTFloatArray::Sum(int iStartIndex, int iNumItems, bool bCheckUndefined) const {
@@ -476,12 +484,13 @@ float VTFloatArray::Sum(int iStartIndex, int iNumItems, bool bCheckUndefined) co
         iNumItems = m_iNumItems - iStartIndex;
     }
     float fSum = 0;
-    bool bUndefined = false;
     for (int i = iStartIndex; i < iStartIndex + iNumItems; ++i) {
+        if (bCheckUndefined && VTIsUndefined(m_pfData[i])) {
+            return VT_UNDEFINED_FLOAT;
+        }
         fSum += m_pfData[i];
-        bUndefined |= VTIsUndefined(m_pfData[i]);
     }
-    return bCheckUndefined && bUndefined ? VT_UNDEFINED_FLOAT : fSum;
+    return fSum;
 }
 
 float VTFloatArray::ComputeAverage(int iStartIndex, int iNumItems) const {

@@ -582,13 +582,11 @@ int VTIntArray::Sum(int iStartIndex, int iNumItems, bool bCheckUndefined) const 
         iNumItems = m_iNumItems - iStartIndex;
     }
     unsigned int uiSum = 0;
-    bool bUndefined = false;
     for (int i = iStartIndex; i < iStartIndex + iNumItems; ++i) {
+        if (bCheckUndefined && m_piData[i] == VT_UNDEFINED_INT) {
+            return VT_UNDEFINED_INT;
+        }
         uiSum += static_cast<unsigned int>(m_piData[i]);
-        bUndefined |= m_piData[i] == VT_UNDEFINED_INT;
-    }
-    if (bCheckUndefined && bUndefined) {
-        return VT_UNDEFINED_INT;
     }
     return wrap(uiSum);
 }

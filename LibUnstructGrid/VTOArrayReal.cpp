@@ -456,28 +456,36 @@ void VTRealArray::Offset(double fOffset, bool bIgnoreUndefined) {
     if (fOffset == 0) {
         return;
     }
-    const double fLimit = VT_UNDEFINED_DOUBLE_LIMIT;
-    VTArrayLoops::change(m_pfData, m_iNumItems,
-                         [=](double fItem) { return bIgnoreUndefined && !(fItem < fLimit) ? fItem : fItem + fOffset; });
+    const auto changed = [=](double fItem) { return fItem + fOffset; };
+    if (bIgnoreUndefined) {
+        VTArrayLoops::changeBelow(m_pfData, m_iNumItems, VT_UNDEFINED_DOUBLE_LIMIT, changed);
+    } else {
+        VTArrayLoops::change(m_pfData, m_iNumItems, changed);
+    }
 }
 
 void VTRealArray::Scale(double fScale, bool bIgnoreUndefined) {
     if (fScale == 1) {
         return;
     }
-    const double fLimit = VT_UNDEFINED_DOUBLE_LIMIT;
-    VTArrayLoops::change(m_pfData, m_iNumItems,
-                         [=](double fItem) { return bIgnoreUndefined && !(fItem < fLimit) ? fItem : fItem * fScale; });
+    const auto changed = [=](double fItem) { return fItem * fScale; };
+    if (bIgnoreUndefined) {
+        VTArrayLoops::changeBelow(m_pfData, m_iNumItems, VT_UNDEFINED_DOUBLE_LIMIT, changed);
+    } else {
+        VTArrayLoops::change(m_pfData, m_iNumItems, changed);
+    }
 }
 
 void VTRealArray::ScaleAndOffset(double fScale, double fOffset, bool bIgnoreUndefined) {
     if (fScale == 1 && fOffset == 0) {
         return;
     }
-    const double fLimit = VT_UNDEFINED_DOUBLE_LIMIT;
-    VTArrayLoops::change(m_pfData, m_iNumItems, [=](double fItem) {
-        return bIgnoreUndefined && !(fItem < fLimit) ? fItem : fScale * fItem + fOffset;
-    });
+    const auto changed = [=](double fItem) { return fScale * fItem + fOffset; };
+    if (bIgnoreUndefined) {
+        VTArrayLoops::changeBelow(m_pfData, m_iNumItems, VT_UNDEFINED_DOUBLE_LIMIT, changed);
+    } else {
+        VTArrayLoops::change(m_pfData, m_iNumItems, changed);
+    }
 }
 
 double VTRealArray::Sum(int iStartIndex, int iNumItems, bool bCheckUndefined) const {
@@ -489,12 +497,13 @@ double VTRealArray::Sum(int iStartIndex, int iNumItems, bool bCheckUndefined) co
         iNumItems = m_iNumItems - iStartIndex;
     }
     double fSum = 0;
-    bool bUndefined = false;
     for (int i = iStartIndex; i < iStartIndex + iNumItems; ++i) {
+        if (bCheckUndefined && VTIsUndefined(m_pfData[i])) {
+            return VT_UNDEFINED_DOUBLE;
+        }
         fSum += m_pfData[i];
-        bUndefined |= VTIsUndefined(m_pfData[i]);
     }
-    return bCheckUndefined && bUndefined ? VT_UNDEFINED_DOUBLE : fSum;
+    return fSum;
 }
 
 double VTRealArray::ComputeAverage(int iStartIndex, int iNumItems) const {

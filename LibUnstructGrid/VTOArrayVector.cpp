@@ -365,18 +365,20 @@ int VTVectorArray::FindUndefined(int iStartIndex) const {
 }
 
 void VTVectorArray::Offset(double fOffsetX, double fOffsetY, double fOffsetZ, bool bIgnoreUndefined) {
-    VTArrayLoops::change(m_pData, m_iNumItems, [=](const VTVector& item) {
-        return bIgnoreUndefined && item.IsUndefined()
-                   ? item
-                   : VTVector(item.x + fOffsetX, item.y + fOffsetY, item.z + fOffsetZ);
-    });
+    for (int i = 0; i < m_iNumItems; ++i) {
+        if (!bIgnoreUndefined || !m_pData[i].IsUndefined()) {
+            m_pData[i].Add(fOffsetX, fOffsetY, fOffsetZ);
+        }
+    }
 }
 
 void VTVectorArray::Scale(double fScaleX, double fScaleY, double fScaleZ, bool bIgnoreUndefined) {
-    VTArrayLoops::change(m_pData, m_iNumItems, [=](const VTVector& item) {
-        return bIgnoreUndefined && item.IsUndefined() ? item
-                                                      : VTVector(item.x * fScaleX, item.y * fScaleY, item.z * fScaleZ);
-    });
+    for (int i = 0; i < m_iNumItems; ++i) {
+        VTVector& item = m_pData[i];
+        if (!bIgnoreUndefined || !item.IsUndefined()) {
+            item.Set(item.x * fScaleX, item.y * fScaleY, item.z * fScaleZ);
+        }
+    }
 }
 
 void VTVectorArray::Scale(double fScale, bool bIgnoreUndefined) {
@@ -392,12 +394,13 @@ VTVector VTVectorArray::Sum(int iStartIndex, int iNumItems, bool bCheckUndefined
         iNumItems = m_iNumItems - iStartIndex;
     }
     VTVector sum(VT_ZERO_VEC);
-    bool bUndefined = false;
     for (int i = iStartIndex; i < iStartIndex + iNumItems; ++i) {
+        if (bCheckUndefined && m_pData[i].IsUndefined()) {
+            return VT_UNDEFINED_VECTOR;
+        }
         sum += m_pData[i];
-        bUndefined |= m_pData[i].IsUndefined();
     }
-    return bCheckUndefined && bUndefined ? VT_UNDEFINED_VECTOR : sum;
+    return sum;
 }
 
 VTVector VTVectorArray::ComputeAverage(int iStartIndex, int iNumItems) const {

@@ -20,20 +20,26 @@ Item* allocate(int iNumItems) {
 template <typename Item>
 inline constexpr bool isPlain = std::is_standard_layout_v<Item>&& std::is_trivially_destructible_v<Item>;
 
-/// The buffers may be the same.
-template <typename Item>
-void copyBlock(const Item* pSource, int iNumItems, Item* pTarget) {
-    static_assert(isPlain<Item>);
-    if (iNumItems > 0 && pSource && pTarget) {
-        std::memmove(static_cast<void*>(pTarget), pSource, static_cast<std::size_t>(iNumItems) * sizeof(Item));
-    }
-}
-
 /// Upwards, one item after the other.
 template <typename Source, typename Item>
 void copy(const Source* pSource, int iNumItems, Item* pTarget) {
     for (int i = 0; i < iNumItems; ++i) {
         pTarget[i] = pSource[i];
+    }
+}
+
+/// The bytes of the items, whatever their assignment does. The buffers may be the same, or null.
+template <typename Item>
+void copyBlock(const Item* pSource, int iNumItems, Item* pTarget) {
+    static_assert(isPlain<Item>);
+    if (iNumItems <= 0 || !pSource || !pTarget) {
+        return;
+    }
+    // The compiler's loop outruns std::memmove() on buffers that are larger than the caches.
+    if constexpr (std::is_trivially_copyable_v<Item>) {
+        copy(pSource, iNumItems, pTarget);
+    } else {
+        std::memmove(static_cast<void*>(pTarget), pSource, static_cast<std::size_t>(iNumItems) * sizeof(Item));
     }
 }
 
@@ -117,9 +123,10 @@ template <typename Item>
 std::pair<Item, Item> minMaxUpTo(const Item* pData, int iNumItems, Item limit, Item min, Item max) {
     for (int i = 0; i < iNumItems; ++i) {
         const Item value = pData[i];
-        const bool bSkip = value > limit;
-        min = !bSkip && value < min ? value : min;
-        max = !bSkip && value > max ? value : max;
+        if (!(value > limit)) {
+            min = value < min ? value : min;
+            max = value > max ? value : max;
+        }
     }
     return {min, max};
 }
@@ -129,6 +136,15 @@ template <typename Item, typename Function>
 void change(Item* pData, int iNumItems, const Function& function) {
     for (int i = 0; i < iNumItems; ++i) {
         pData[i] = function(pData[i]);
+    }
+}
+
+/// The same for the items below `limit`.
+template <typename Item, typename Function>
+void changeBelow(Item* pData, int iNumItems, Item limit, const Function& function) {
+    for (int i = 0; i < iNumItems; ++i) {
+        const Item item = pData[i];
+        pData[i] = item < limit ? function(item) : item;
     }
 }
 
