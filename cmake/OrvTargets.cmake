@@ -64,7 +64,9 @@ function(orv_add_tests name)
   set_target_properties(${name}Tests PROPERTIES CXX_EXTENSIONS OFF)
   target_link_libraries(${name}Tests PRIVATE ${name} orv_test_paths GTest::gmock_main)
   # The sanitizers' code makes the optimiser slow on test bodies, where it gains nothing.
-  target_compile_options(${name}Tests PRIVATE $<$<BOOL:${ORV_SANITIZE}>:-O0>)
+  if(ORV_SANITIZE)
+    target_compile_options(${name}Tests PRIVATE -O0)
+  endif()
   gtest_discover_tests(${name}Tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 120 ENVIRONMENT "${ORV_TEST_ENVIRONMENT}")
 endfunction()
