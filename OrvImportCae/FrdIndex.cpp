@@ -1,7 +1,6 @@
 #include "OrvImportCae/FrdIndex.h"
 
 #include "OrvImportCae/FrdElementTypes.h"
-#include "OrvImportCae/FrdNumber.h"
 
 #include <algorithm>
 #include <iterator>

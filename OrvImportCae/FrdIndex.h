@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/FrdNumber.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstddef>
@@ -25,7 +26,7 @@ inline bool isBinary(FrdForm form) {
 
 /// The characters of a node or element number in text rows.
 inline std::size_t frdIdWidth(FrdForm form) {
-    return form == FrdForm::ASCII_SHORT ? 5 : 10;
+    return form == FrdForm::ASCII_SHORT ? 5 : FRD_LONG_ID_WIDTH;
 }
 
 /// Where the rows of one block are.

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace orv::imp::cae {
 namespace {
@@ -43,10 +42,6 @@ bool readMaterial(std::string_view line, std::size_t begin, FrdElementRow* row) 
     return true;
 }
 
-bool fitsInt(std::int64_t value) {
-    return value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
-}
-
 bool isPlace(double coordinate) {
     return std::isfinite(coordinate) && coordinate != UNDEFINED_DOUBLE;
 }
@@ -54,12 +49,7 @@ bool isPlace(double coordinate) {
 } // namespace
 
 bool readFrdId(std::string_view line, std::size_t begin, std::size_t width, int* id) {
-    std::int64_t value = 0;
-    if (!readColumn(line, begin, width, &value) || value < 0 || !fitsInt(value)) {
-        return false;
-    }
-    *id = int(value);
-    return true;
+    return begin + width <= line.size() && readFrdId(line.data() + begin, width, id);
 }
 
 bool readFrdRowValues(std::string_view line, std::size_t begin, std::size_t count, double* values) {

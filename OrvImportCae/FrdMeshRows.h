@@ -80,7 +80,7 @@ private:
     bool m_hasFailed = false;
 };
 
-/// Reads the number of a node or element, which is 0 to 2147483647, from a column of a text row.
+/// Reads the number of a node or element from a column of a text row, if the row has that column.
 bool readFrdId(std::string_view line, std::size_t begin, std::size_t width, int* id);
 
 /// Reads the values that follow the node's number in a text row. They fill columns of FRD_VALUE_WIDTH characters; only

@@ -155,6 +155,15 @@ bool internal::readUnusualFrdValue(const char* text, double* value) {
     return readFrdReal(text, end, value);
 }
 
+bool internal::readUnusualFrdId(const char* begin, const char* end, int* id) {
+    std::int64_t value = 0;
+    if (!readFrdInteger(begin, end, &value) || value < 0 || value > std::numeric_limits<int>::max()) {
+        return false;
+    }
+    *id = int(value);
+    return true;
+}
+
 bool readFrdTouchingReals(const char* begin, const char* end, std::size_t count, double* values) {
     const char* at = begin;
     for (std::size_t i = 0; i < count; ++i) {

@@ -32,6 +32,9 @@ bool readFrdTouchingReals(const char* begin, const char* end, std::size_t count,
 /// @return false when there is none or it has no room in `value`, which is then left alone
 bool readFrdInteger(const char* begin, const char* end, std::int64_t* value);
 
+/// The characters of a node's or element's number in rows with long numbers.
+inline constexpr std::size_t FRD_LONG_ID_WIDTH = 10;
+
 namespace internal {
 
 template <class Word>
@@ -90,7 +93,34 @@ inline constexpr auto FRD_SCALES = [] {
 /// What readFrdValue() leaves over.
 bool readUnusualFrdValue(const char* text, double* value);
 
+/// What readFrdLongId() leaves over.
+bool readUnusualFrdId(const char* begin, const char* end, int* id);
+
 } // namespace internal
+
+/// Reads the number of a node or element, 0 to 2147483647, that fills FRD_LONG_ID_WIDTH characters. Quick for at most
+/// eight digits with blanks in front.
+inline bool readFrdLongId(const char* text, int* id) {
+    using namespace internal;
+    const std::uint64_t word = loadWord<std::uint64_t>(text + 2);
+    // All ones in the bytes that may be blanks; digits have this bit.
+    const std::uint64_t blanks = ((~word & 0x1010101010101010) >> 4) * 0xFF;
+    const std::uint64_t digits = word | (blanks & 0x3030303030303030);
+    const std::uint64_t values = digits - 0x3030303030303030;
+    const bool areBlanks = ((word ^ 0x2020202020202020) & blanks) == 0;
+    const bool areInFront = (blanks & (blanks + 1)) == 0 && blanks != ~std::uint64_t(0);
+    const bool isShort = loadWord<std::uint16_t>(text) == 0x2020;
+    if (!(areBlanks & areInFront & isShort & areEightValues(digits, values))) [[unlikely]] {
+        return readUnusualFrdId(text, text + FRD_LONG_ID_WIDTH, id);
+    }
+    *id = int(joinEightValues(values));
+    return true;
+}
+
+/// The same for any width.
+inline bool readFrdId(const char* text, std::size_t width, int* id) {
+    return width == FRD_LONG_ID_WIDTH ? readFrdLongId(text, id) : internal::readUnusualFrdId(text, text + width, id);
+}
 
 /// Reads a value of FRD_VALUE_WIDTH characters; the same answer as readFrdReal(), but quick for what `%12.5E` writes,
 /// "-1.23456E+07". Signs and exponents come in any order in a file, so there are no branches on them.

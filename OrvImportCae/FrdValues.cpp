@@ -26,23 +26,6 @@ bool isMark(const char* text, std::string_view mark) {
     return std::memcmp(text, mark.data(), MARK_WIDTH) == 0;
 }
 
-// The number in ten characters, blanks in front. Quick when it has at most eight digits.
-inline bool readLongId(const char* text, int* id) {
-    const std::uint64_t word = loadWord<std::uint64_t>(text + 2);
-    // All ones in the bytes that may be blanks; digits have this bit.
-    const std::uint64_t blanks = ((~word & 0x1010101010101010) >> 4) * 0xFF;
-    const std::uint64_t digits = word | (blanks & 0x3030303030303030);
-    const std::uint64_t values = digits - 0x3030303030303030;
-    const bool areBlanks = ((word ^ 0x2020202020202020) & blanks) == 0;
-    const bool areInFront = (blanks & (blanks + 1)) == 0 && blanks != ~std::uint64_t(0);
-    const bool isShort = loadWord<std::uint16_t>(text) == 0x2020;
-    if (!(areBlanks & areInFront & isShort & internal::areEightValues(digits, values))) [[unlikely]] {
-        return readFrdId({text, 10}, 0, 10, id);
-    }
-    *id = int(internal::joinEightValues(values));
-    return true;
-}
-
 /// A row of a text block whose columns are where they should be.
 class TextRow {
 public:
@@ -58,8 +41,7 @@ public:
 
     /// Both are false when the row does not look as it should.
     bool readId(const char* row, int* id) const {
-        const bool hasId =
-            m_idWidth == 10 ? readLongId(row + MARK_WIDTH, id) : readFrdId({row, m_rowSize}, MARK_WIDTH, m_idWidth, id);
+        const bool hasId = readFrdId({row, m_rowSize}, MARK_WIDTH, m_idWidth, id);
         return hasId && isMark(row, ROW) && hasLineEnds(row);
     }
 

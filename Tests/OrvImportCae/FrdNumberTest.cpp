@@ -168,6 +168,39 @@ TEST(FrdNumber, RefusesAnotherCountOfTouchingNumbers) {
     EXPECT_TRUE(refusesTouching("-", 1));
 }
 
+TEST(FrdNumber, ReadsNumbersOfNodes) {
+    const auto read = [](const std::string& text) {
+        int id = -1;
+        const bool isRead = readFrdId(text.data(), text.size(), &id);
+        EXPECT_EQ(isRead, id >= 0) << text;
+        return id;
+    };
+    EXPECT_EQ(read("         0"), 0);
+    EXPECT_EQ(read("         7"), 7);
+    EXPECT_EQ(read("      4711"), 4711);
+    EXPECT_EQ(read("  12345678"), 12345678);
+    EXPECT_EQ(read(" 123456789"), 123456789);
+    EXPECT_EQ(read("2147483647"), 2147483647);
+    EXPECT_EQ(read("0000000012"), 12);
+    EXPECT_EQ(read("12        "), 12);
+    EXPECT_EQ(read("  12345   "), 12345);
+    EXPECT_EQ(read("   12"), 12);
+    EXPECT_EQ(read("99999"), 99999);
+    for (const char* text : {"          ", "2147483648", "9999999999", "        -1", "      1 2 ", "      1 23",
+                             "       12x", "      !234", "      12.0", "     ", "  1 2", "   -1"}) {
+        EXPECT_EQ(read(text), -1) << text;
+    }
+    // One character after the other is made wrong.
+    const std::string good = "  12345678";
+    for (std::size_t i = 0; i < good.size(); ++i) {
+        for (const char wrong : {'x', '\0', '/', ':', '!', '\n', '\xB1', '*', '-'}) {
+            std::string text = good;
+            text[i] = wrong;
+            EXPECT_EQ(read(text), -1) << text;
+        }
+    }
+}
+
 TEST(FrdNumber, ReadsIntegers) {
     const auto read = [](const std::string& text) {
         std::int64_t value = 4711;
