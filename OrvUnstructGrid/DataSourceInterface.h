@@ -12,9 +12,9 @@ class ORV_API DataSourceInterface {
 public:
     virtual ~DataSourceInterface();
 
-    /// Brings the results that the spec names, and what custom ones among them rest on, into the state. What is there
-    /// already stays as it is. On failure false, with the reason in `error` unless that is null, and the state holds
-    /// what it held before.
+    /// Brings the results that the DataStateSpec names, and what custom ones among them rest on, into the state. What
+    /// is there already stays as it is. On failure false, with the reason in `error` unless that is null, and the state
+    /// holds what it held before.
     virtual bool loadDataState(int stateId, const DataStateSpec& spec, Error* error) = 0;
 };
 

@@ -26,14 +26,14 @@ public:
     /// Null until set.
     DataSource* dataSource();
     const DataSource* dataSource() const;
-    /// Takes a reference; null lets go of the source. The spec stays as it is.
+    /// Takes a reference; null lets go of the source. The ModelSpec stays as it is.
     void setDataSource(DataSource* source);
 
     /// The same object on each call.
     ModelSpec& modelSpec();
     const ModelSpec& modelSpec() const;
 
-    /// The state id of the spec, -1 when none.
+    /// The state id of the ModelSpec, -1 when none.
     int currentStateId() const;
 
     /// The frame of the current state that is shown; states have one frame, so 0.

@@ -326,15 +326,20 @@ TEST(VectorsParallell, ComparesRatios) {
         bool parallel;
     };
     const Row rows[] = {
-        {{1, 2, 3}, {-2, -4, -6}, true},       {{1, 2, 3}, {2, 4, 6}, true},
-        {{1, 0, 0}, {0, 1, 0}, false},         {{1, 2, 3}, {2, 4, 6.00001}, false},
-        {{0, 0, 4}, {0, 0, 1}, true},          {{0, 4, 0}, {0, 1, 0}, true},
-        {{0, 1e-61, 4}, {0, 0, 1}, true},                                        // no value before the ratio is known
-        {{1e-59, 0, 4}, {0, 0, 1}, false},     {{0, 2, 0}, {1e-61, 1, 0}, true}, // too small to make the ratio
-        {{1, 0, 1e-59}, {1, 0, 0}, false},                                       // behind it the comparison is relative
-        {{0, 0, 0}, {1, 2, 3}, true},                                            // zero is parallel to anything
-        {{1, 2, 3}, {0, 0, 0}, false},                                           // but nothing else is parallel to zero
-        {{0, 0, 0}, {0, 0, 0}, true},          {{1, 2, 3 + 1e-13}, {1, 2, 3}, true},
+        {{1, 2, 3}, {-2, -4, -6}, true},
+        {{1, 2, 3}, {2, 4, 6}, true},
+        {{1, 0, 0}, {0, 1, 0}, false},
+        {{1, 2, 3}, {2, 4, 6.00001}, false},
+        {{0, 0, 4}, {0, 0, 1}, true},
+        {{0, 4, 0}, {0, 1, 0}, true},
+        {{0, 1e-61, 4}, {0, 0, 1}, true}, // no value before the ratio is known
+        {{1e-59, 0, 4}, {0, 0, 1}, false},
+        {{0, 2, 0}, {1e-61, 1, 0}, true},  // too small to make the ratio
+        {{1, 0, 1e-59}, {1, 0, 0}, false}, // behind it the comparison is relative
+        {{0, 0, 0}, {1, 2, 3}, true},      // zero is parallel to anything
+        {{1, 2, 3}, {0, 0, 0}, false},     // but nothing else is parallel to zero
+        {{0, 0, 0}, {0, 0, 0}, true},
+        {{1, 2, 3 + 1e-13}, {1, 2, 3}, true},
         {{1, 2, 3 + 1e-11}, {1, 2, 3}, false},
         // The ratio is that of the first component: the others may differ from it by 1e-12 each, and from each other
         // by twice as much.
