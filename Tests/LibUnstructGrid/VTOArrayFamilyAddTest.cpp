@@ -195,6 +195,13 @@ TYPED_TEST(VTArrayFamilyAdd, InsertChecksThePlace) {
     EXPECT_EQ(assertsUntil(1, [&] { array.Insert(-1, item<TypeParam>(7)); }), this->failed({place}));
 }
 
+TYPED_TEST(VTArrayFamilyAdd, InsertChecksTheCount) {
+    Full<TypeParam> array({1, 2});
+    assertsUntil(0, [&] { array.SetNumItems(3); });
+    EXPECT_EQ(assertsUntil(1, [&] { array.Insert(0, item<TypeParam>(7)); }),
+              this->failed({"m_iNumItems <= m_iNumAllocated"}));
+}
+
 TYPED_TEST(VTArrayFamilyAdd, InsertTakesAnArray) {
     Roomy<TypeParam> array({1, 2, 3}, 10);
     array.Insert(1, Full<TypeParam>({7, 8}));

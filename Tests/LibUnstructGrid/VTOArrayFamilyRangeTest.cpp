@@ -53,6 +53,15 @@ TYPED_TEST(VTArrayFamilyRange, GetRangeCopiesIntoAFittingArray) {
     EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, -1, 1); }), this->failed({"iIndex >= 0"}));
 }
 
+// Every start is at or above 0 or below the count, unless the count has been made negative.
+TYPED_TEST(VTArrayFamilyRange, GetRangeChecksAStartThatNoArrayHas) {
+    TypeParam array;
+    TypeParam range;
+    assertsUntil(0, [&] { array.SetNumItems(-5); });
+    EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, -1, 1); }),
+              this->failed({"(iStartIndex >= 0) || (iStartIndex < m_iNumItems)"}));
+}
+
 TYPED_TEST(VTArrayFamilyRange, SwapExchangesTwoItems) {
     AssertRecorder recorder;
     Full<TypeParam> array({1, 2, 3});

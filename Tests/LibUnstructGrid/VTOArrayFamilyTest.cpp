@@ -469,4 +469,33 @@ TYPED_TEST(VTArrayFamily, CopyDataOfAnArrayChecksBothRanges) {
                             this->text("iNumItemsToCopy >= 0 && iNumItemsToCopy <= aiValues.GetNumItems()")}));
 }
 
+template <typename Array>
+class VTArrayFamilyBlock : public VTArrayFamily<Array> {};
+
+using BlockArrays = testing::Types<VTIntArray, VTIntIndexArray, VTFloatArray, VTRealArray, VTVectorArray,
+                                   VTVectorFloatArray, VTMatrix4Array>;
+TYPED_TEST_SUITE(VTArrayFamilyBlock, BlockArrays);
+
+// With the count of the items at index 0 there are checks of their own, and no crash on a missing source.
+TYPED_TEST(VTArrayFamilyBlock, CopyDataOfAllItemsChecksBothBuffers) {
+    AssertRecorder recorder;
+    Full<TypeParam> array({1, 2});
+    const typename Traits<TypeParam>::Item* pNone = nullptr;
+    array.CopyData(pNone, 2, 0);
+    EXPECT_EQ(recorder.take(), this->failed({"pData", this->text("m_piData && pData")}));
+    EXPECT_EQ(numbers<TypeParam>(array), (Numbers{1, 2}));
+    array.SetNumItems(3); // One more than there is room for.
+    recorder.take();
+    const auto values = buffer<TypeParam>({4, 5, 6});
+    EXPECT_EQ(assertsUntil(1, [&] { array.CopyData(values.data(), 3, 0); }),
+              this->failed({"m_iNumAllocated >= iNumItems"}));
+}
+
+TYPED_TEST(VTArrayFamilyBlock, CopyDataChecksPointerCountAndPlace) {
+    TypeParam array;
+    const typename Traits<TypeParam>::Item* pNone = nullptr;
+    EXPECT_EQ(assertsUntil(3, [&] { array.CopyData(pNone, -1, -1); }),
+              this->failed({"pData", "iNumItems >= 0", "iStartDstIndex >= 0"}));
+}
+
 } // namespace

@@ -106,21 +106,6 @@ TYPED_TEST(VTFloatingArray, SetAllItemsAsksForABuffer) {
     EXPECT_TRUE(recorder.take().empty());
 }
 
-TYPED_TEST(VTFloatingArray, CopyDataChecksPointerCountAndPlace) {
-    TypeParam array;
-    const typename TestFixture::Number* pNone = nullptr;
-    EXPECT_EQ(assertsUntil(3, [&] { array.CopyData(pNone, -1, -1); }),
-              this->failed({"pData", "iNumItems >= 0", "iStartDstIndex >= 0"}));
-    AssertRecorder recorder;
-    auto full = this->make({1, 2});
-    full.CopyData(pNone, 2, 0);
-    EXPECT_EQ(recorder.take(), this->failed({"pData", "m_pfData && pData"}));
-    full.SetNumItems(3);
-    const auto values = this->make({4, 5, 6});
-    EXPECT_EQ(assertsUntil(1, [&] { full.CopyData(values.GetDataPtr(), 3, 0); }),
-              this->failed({"m_iNumAllocated >= iNumItems"}));
-}
-
 TYPED_TEST(VTFloatingArray, Sorts) {
     PortableRandom random(1);
     for (int iCount : {1, 2, 33, 500}) {
@@ -281,6 +266,15 @@ TYPED_TEST(VTFloatingArray, BinSearchChecksTheRange) {
     noBuffer.SetNumItems(1);
     recorder.take();
     EXPECT_EQ(assertsUntil(1, [&] { noBuffer.BinSearch(10, true, 0, -1, nullptr); }), this->failed({"m_pfData"}));
+}
+
+// A range that begins behind its end puts the insertion index at its begin.
+TYPED_TEST(VTFloatingArray, BinSearchChecksTheInsertionIndex) {
+    AssertRecorder recorder;
+    EXPECT_EQ(this->make({10, 20, 30}).BinSearch(10, true, 7, 1, nullptr), -1);
+    const auto all = recorder.take();
+    ASSERT_FALSE(all.empty());
+    EXPECT_EQ(all.back(), this->failed({"iInsertionIdx >= 0 && iInsertionIdx <= m_iNumItems"}).front());
 }
 
 TYPED_TEST(VTFloatingArray, LocateValueBrackets) {

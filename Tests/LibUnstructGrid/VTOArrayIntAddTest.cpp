@@ -119,6 +119,17 @@ TEST(VTIntArrayAdd, GrowingAddsAskForAnOwnBuffer) {
     EXPECT_TRUE(assertsUntil(1, [&] { shared.AddSortedUniqueGrow(VTIntArray(), nullptr); }).empty());
 }
 
+// The place found lies among the items, unless the count has been made negative.
+TEST(VTIntArrayAdd, SortedAddsCheckThePlaceTheyFind) {
+    const auto place = failed({"iInsertionIndex <= m_iNumItems"});
+    Ints array({1, 3});
+    assertsUntil(0, [&] { array.SetNumItems(-5); });
+    EXPECT_EQ(assertsUntil(1, [&] { array.AddSortedGrow(2); }), place);
+    EXPECT_EQ(assertsUntil(1, [&] { array.AddSortedUnique(2, nullptr); }), place);
+    EXPECT_EQ(assertsUntil(1, [&] { array.AddSortedUniqueGrow(2, nullptr, nullptr); }), place);
+    array.SetNumItems(2);
+}
+
 TEST(VTIntArrayAdd, AddSortedKeepsTheOrderAndDuplicates) {
     VTIntArray array;
     array.Alloc(6, -1, false);

@@ -103,6 +103,16 @@ TEST(VTIntArray, AssignConsecutiveGrowsButNeverShrinks) {
     EXPECT_EQ(array.GetNumItems(), 4);
 }
 
+// An array whose Realloc() cannot give room.
+struct StuckArray : VTIntArray {
+    void Realloc(int, int, bool) override {}
+};
+
+TEST(VTIntArray, AssignConsecutiveChecksTheRoomItMade) {
+    StuckArray array;
+    EXPECT_EQ(assertsUntil(1, [&] { array.AssignConsecutive(4, 0); }), failed({"m_iNumAllocated >= iNumItems"}));
+}
+
 TEST(VTIntArray, SetRangeWritesARange) {
     Ints array({1, 2, 3, 4, 5});
     array.SetRange(1, 2, 7);
@@ -114,28 +124,6 @@ TEST(VTIntArray, SetRangeWritesARange) {
     const auto start = failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"});
     EXPECT_EQ(assertsUntil(1, [&] { array.SetRange(-1, 1, 0); }), start);
     EXPECT_EQ(assertsUntil(1, [&] { array.SetRange(5, 1, 0); }), start);
-}
-
-TEST(VTIntArray, CopyDataChecksPointerCountAndPlace) {
-    VTIntArray array;
-    const int aiValues[] = {1};
-    EXPECT_EQ(assertsUntil(3, [&] { array.CopyData(nullptr, -1, -1); }),
-              failed({"pData", "iNumItems >= 0", "iStartDstIndex >= 0"}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.CopyData(aiValues, -1, 0); }), failed({"iNumItems >= 0"}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.CopyData(aiValues, 1, -1); }), failed({"iStartDstIndex >= 0"}));
-}
-
-// With the count of the items at index 0 there is a check of its own, and no crash on a missing source.
-TEST(VTIntArray, CopyDataOfAllItemsChecksBothBuffers) {
-    AssertRecorder recorder;
-    Ints array({1, 2});
-    array.CopyData(static_cast<const int*>(nullptr), 2, 0);
-    EXPECT_EQ(recorder.take(), failed({"pData", "m_piData && pData"}));
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{1, 2}));
-    array.SetNumItems(3); // One more than there is room for.
-    recorder.take();
-    const int aiValues[] = {4, 5, 6};
-    EXPECT_EQ(assertsUntil(1, [&] { array.CopyData(aiValues, 3, 0); }), failed({"m_iNumAllocated >= iNumItems"}));
 }
 
 TEST(VTIntArray, GetRangeCopiesIntoAFittingArray) {
@@ -377,6 +365,9 @@ TEST(VTIntArray, FindMinMaxOfARange) {
     }
     EXPECT_TRUE(array.FindMinMax(nullptr, nullptr, 0, -1, false));
     EXPECT_FALSE(VTIntArray().FindMinMax(nullptr, nullptr, 9, -1, false));
+    const auto start = failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"});
+    EXPECT_EQ(assertsUntil(1, [&] { array.FindMinMax(nullptr, nullptr, 4, -1, false); }), start);
+    EXPECT_EQ(assertsUntil(1, [&] { array.FindMinMax(nullptr, nullptr, -1, -1, false); }), start);
 }
 
 TEST(VTIntArray, FindMinMaxSkipsUndefinedItemsWhenAsked) {
@@ -438,6 +429,13 @@ TEST(VTIntArray, FindUnusedValueTakesTheFirstGap) {
         }
         EXPECT_EQ(Ints(mixed).FindUnusedValue(row.iStart, false), row.iUnused) << row.iStart;
     }
+}
+
+TEST(VTIntArray, FindUnusedValueChecksItsIndex) {
+    Ints array({1});
+    assertsUntil(0, [&] { array.SetNumItems(-5); });
+    EXPECT_EQ(assertsUntil(1, [&] { array.FindUnusedValue(1, false); }), failed({"piSortedIndices"}));
+    array.SetNumItems(1);
 }
 
 TEST(VTIntArray, OffsetMovesAllItemsOrTheDefinedOnes) {
@@ -560,6 +558,9 @@ TEST(VTIntArray, CompactIndicesChecksItsArgumentsAndItems) {
     EXPECT_EQ(assertsUntil(1, [&] { array.CompactIndices(-2, &mapping, &iNewMax); }), failed({"iMaxIndex >= 0"}));
     EXPECT_EQ(assertsUntil(1, [&] { array.CompactIndices(2, &mapping, &iNewMax); }), failed({item}));
     EXPECT_EQ(assertsUntil(1, [&] { array.CompactIndices(3, &mapping, &iNewMax); }), failed({item}));
+    VTIntArray noBuffer;
+    assertsUntil(0, [&] { noBuffer.SetNumItems(1); });
+    EXPECT_EQ(assertsUntil(1, [&] { noBuffer.CompactIndices(0, &mapping, &iNewMax); }), failed({"m_piData"}));
 }
 
 TEST(VTIntArray, SetOperations) {

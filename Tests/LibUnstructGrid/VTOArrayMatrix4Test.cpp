@@ -77,16 +77,6 @@ TEST(VTMatrix4Array, SetsAllItemsToOneOfThem) {
     EXPECT_TRUE(recorder.take().empty());
 }
 
-TEST(VTMatrix4Array, CopyDataChecksPointerCountAndPlace) {
-    VTMatrix4Array array;
-    EXPECT_EQ(assertsUntil(3, [&] { array.CopyData(nullptr, -1, -1); }),
-              failed({"pData", "iNumItems >= 0", "iStartDstIndex >= 0"}));
-    AssertRecorder recorder;
-    Matrices full({1, 2});
-    full.CopyData(nullptr, 2, 0);
-    EXPECT_EQ(recorder.take(), failed({"pData", "m_pData && pData"}));
-}
-
 TEST(VTMatrix4Array, ReverseChecksForABufferFirst) {
     AssertRecorder recorder;
     VTMatrix4Array().Reverse();

@@ -1,13 +1,16 @@
 #include "LibUnstructGrid/VTOArrayTemplate.h"
 
 #include "Tests/Support/AssertRecorder.h"
+#include "Tests/Support/AssertStopper.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using orvtest::AssertRecorder;
+using orvtest::assertsUntil;
 using orvtest::FailedAssert;
+using orvtest::failedIn;
 using PointerArray = VTOArray<int*, int*>;
 
 const std::string unit = "LibUnstructGrid/VTOArrayTemplate";
@@ -175,6 +178,12 @@ TEST(VTOArrayTemplate, ChecksTheIndex) {
     EXPECT_EQ(recorder.take(), std::vector<FailedAssert>{expected});
     array[1];
     EXPECT_TRUE(recorder.take().empty());
+}
+
+TEST(VTOArrayTemplate, ChecksSizeAndPlace) {
+    PointerArray array;
+    EXPECT_EQ(assertsUntil(1, [&] { array.SetSize(-1, -1); }), failedIn(unit, {"nNewSize >= 0"}));
+    EXPECT_EQ(assertsUntil(1, [&] { array.SetAtGrow(-1, nullptr); }), failedIn(unit, {"nIndex >= 0"}));
 }
 
 } // namespace

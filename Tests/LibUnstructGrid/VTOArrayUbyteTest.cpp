@@ -86,6 +86,10 @@ TEST(VTUbyteArray, SetOfSeveralChecksThePlace) {
     array.Set(5, aubValues, 0); // A count of 0 goes on, and takes in the slots before the place.
     EXPECT_EQ(recorder.take(), failedIn(unit, {place}));
     EXPECT_EQ(numbers<VTUbyteArray>(array), (Numbers{1, 2, 3, 99, 99}));
+    array.SetNumItems(7); // One more than there is room for.
+    recorder.take();
+    array.Set(1, aubValues, 0);
+    EXPECT_EQ(recorder.take(), failedIn(unit, {"m_iNumItems <= m_iNumAllocated"}));
 }
 
 TEST(VTUbyteArray, CopyDataChecksNothing) {
