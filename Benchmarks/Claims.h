@@ -22,6 +22,9 @@ public:
         std::function<void()> run;
     };
 
+    /// The shorter the work, the more repetitions it takes until one of them runs undisturbed.
+    explicit Claims(int repetitions = 3) : m_repetitions(repetitions) {}
+
     /// `limit` is the largest share of the rival's time that ours may take.
     void add(const std::string& name, double limit, const Side& ours, const Side& rival) {
         m_claims.push_back({name, limit});
@@ -66,7 +69,7 @@ private:
         std::map<std::string, double> times;
     };
 
-    static void registerSide(const std::string& name, const Side& side) {
+    void registerSide(const std::string& name, const Side& side) const {
         benchmark::RegisterBenchmark(name.c_str(),
                                      [side](benchmark::State& state) {
                                          for (auto _ : state) {
@@ -80,9 +83,10 @@ private:
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond)
             ->Iterations(1)
-            ->Repetitions(3);
+            ->Repetitions(m_repetitions);
     }
 
+    int m_repetitions;
     std::vector<Claim> m_claims;
 };
 

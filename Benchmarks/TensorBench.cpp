@@ -80,7 +80,7 @@ void jacobi(const double* d, double* values) {
 } // namespace
 
 int main(int argc, char** argv) {
-    orvbench::Claims claims;
+    orvbench::Claims claims(15);
     claims.add("VTComputeVonMises(2M)", 1.2,
                {makeTensors,
                 [] {
