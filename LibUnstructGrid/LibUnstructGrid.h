@@ -11,6 +11,7 @@
 /// - Sorting and searching on raw buffers, and VTHash (VTOSort).
 /// - Vectors and matrices: VTVector, VTVector4, VTVectorFloat and VTMatrix4 (VTOLinAlgebra).
 /// - Numerics: tolerances, missing values, rounding, quaternions, stress tensors, interpolation (VTOMath).
+/// - VTPlane, a plane by its four coefficients.
 /// - VTRvfConvertApi goes between this family and the core's.
 
 #include "LibUnstructGrid/VTOArray.h"
@@ -20,6 +21,7 @@
 #include "LibUnstructGrid/VTOLinAlgebraVector.h"
 #include "LibUnstructGrid/VTOMath.h"
 #include "LibUnstructGrid/VTOMathConstants.h"
+#include "LibUnstructGrid/VTOPlane.h"
 #include "LibUnstructGrid/VTORvfConvertApi.h"
 #include "LibUnstructGrid/VTOSort.h"
 #include "LibUnstructGrid/VTOString.h"
