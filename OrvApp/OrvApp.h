@@ -14,6 +14,9 @@
 /// the current model changes what the others see. orv::app::AppComponent binds the layer to the core's instance, which
 /// chooses what becomes of failed assertions and where messages go; the catalogues work without it too.
 ///
+/// New results are described by algebra on results, such as `vonMises(stress) / 250.0`, see OrvApp/ResultOperators.h, and
+/// by functions of the application's own, see orv::app::MathFunctionCallBack.
+///
 /// How far the first node of the first part moves in each state:
 /// @code
 /// orv::ug::Error error;
@@ -32,8 +35,10 @@
 /// an undefined record, with the reason in an orv::ug::Error or in the log "orv.comp.app". One thread at a time.
 
 #include "OrvApp/AppComponent.h"
+#include "OrvApp/MathFunctionCallBack.h"
 #include "OrvApp/Models.h"
 #include "OrvApp/Parts.h"
+#include "OrvApp/ResultOperators.h"
 #include "OrvApp/Results.h"
 #include "OrvApp/States.h"
 #include "OrvCore/OrvCore.h"

@@ -1,0 +1,285 @@
+#include "OrvApp/ResultFunctions_p.h"
+
+#include "OrvApp/MathFunctionCallBack.h"
+#include "OrvCore/Defines.h"
+#include "OrvCore/SymmetricTensor.h"
+
+#include <cmath>
+
+using orv::UNDEFINED_DOUBLE;
+
+namespace {
+
+bool isUndefined(double value) {
+    return value == UNDEFINED_DOUBLE;
+}
+
+/// Undefined where the input is, otherwise what `operation` makes of it. The result is computed in either case: a loop
+/// without branches runs on several numbers at once.
+template <class Operation>
+bool mapDefined(const std::vector<const double*>& inputs, unsigned long count, double* output, Operation operation) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    const double* a = inputs[0];
+    for (unsigned long i = 0; i < count; ++i) {
+        const double result = operation(a[i]);
+        output[i] = isUndefined(a[i]) ? UNDEFINED_DOUBLE : result;
+    }
+    return true;
+}
+
+/// The same for two inputs.
+template <class Operation>
+bool mapDefinedPairs(const std::vector<const double*>& inputs, unsigned long count, double* output,
+                     Operation operation) {
+    if (inputs.size() != 2) {
+        return false;
+    }
+    const double* a = inputs[0];
+    const double* b = inputs[1];
+    for (unsigned long i = 0; i < count; ++i) {
+        const double result = operation(a[i], b[i]);
+        output[i] = (isUndefined(a[i]) | isUndefined(b[i])) ? UNDEFINED_DOUBLE : result;
+    }
+    return true;
+}
+
+/// The inputs in their order, the held number and the next one put into `operation`, which starts from the first input.
+template <class Operation>
+bool foldInputs(const std::vector<const double*>& inputs, unsigned long count, double* output, Operation operation) {
+    if (inputs.empty()) {
+        output[0] = 0.0;
+        return false;
+    }
+    for (unsigned long i = 0; i < count; ++i) {
+        double held = inputs[0][i];
+        for (std::size_t k = 1; k < inputs.size(); ++k) {
+            held = operation(held, inputs[k][i]);
+        }
+        output[i] = held;
+    }
+    return true;
+}
+
+void setComponents(orv::SymmetricTensor* tensor, const double* item) {
+    tensor->set(item[0], item[1], item[2], item[3], item[4], item[5]);
+}
+
+} // namespace
+
+SumFunction::SumFunction(unsigned long dimension) : m_dimension(dimension) {}
+
+bool SumFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefinedPairs(inputs, m_dimension, output, [](double a, double b) { return a + b; });
+}
+
+SubtractFunction::SubtractFunction(unsigned long dimension) : m_dimension(dimension) {}
+
+bool SubtractFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefinedPairs(inputs, m_dimension, output, [](double a, double b) { return a - b; });
+}
+
+OppositeFunction::OppositeFunction(unsigned long dimension) : m_dimension(dimension) {}
+
+bool OppositeFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    for (unsigned long i = 0; i < m_dimension; ++i) {
+        output[i] = -inputs[0][i];
+    }
+    return true;
+}
+
+DivisionOfScalars::DivisionOfScalars() = default;
+
+bool DivisionOfScalars::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefinedPairs(inputs, 1, output, [](double a, double b) { return b == 0.0 ? UNDEFINED_DOUBLE : a / b; });
+}
+
+PerItemProduct::PerItemProduct(unsigned long dimension) : m_dimension(dimension) {}
+
+bool PerItemProduct::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 2) {
+        return false;
+    }
+    const double* a = inputs[0];
+    const double* b = inputs[1];
+    if (isUndefined(a[0]) || isUndefined(b[0])) {
+        output[0] = UNDEFINED_DOUBLE;
+        return true;
+    }
+    switch (m_dimension) {
+    case 1:
+        output[0] = a[0] * b[0];
+        return true;
+    case 3:
+        output[0] = isUndefined(a[1]) || isUndefined(b[1]) || isUndefined(a[2]) || isUndefined(b[2])
+                        ? UNDEFINED_DOUBLE
+                        : a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CrossProduct::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 2) {
+        return false;
+    }
+    const double* a = inputs[0];
+    const double* b = inputs[1];
+    output[0] = a[1] * b[2] - a[2] * b[1];
+    output[1] = a[2] * b[0] - a[0] * b[2];
+    output[2] = a[0] * b[1] - a[1] * b[0];
+    return true;
+}
+
+MultiplyByConstantFunction::MultiplyByConstantFunction(unsigned long dimension, double constant)
+    : m_dimension(dimension), m_constant(constant) {}
+
+bool MultiplyByConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefined(inputs, m_dimension, output, [c = m_constant](double a) { return a * c; });
+}
+
+AddConstantFunction::AddConstantFunction(unsigned long dimension, double constant)
+    : m_dimension(dimension), m_constant(constant) {}
+
+bool AddConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefined(inputs, m_dimension, output, [c = m_constant](double a) { return a + c; });
+}
+
+SubtractConstantFunction::SubtractConstantFunction(unsigned long dimension, double constant)
+    : m_dimension(dimension), m_constant(constant) {}
+
+bool SubtractConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefined(inputs, m_dimension, output, [c = m_constant](double a) { return a - c; });
+}
+
+DivideByConstantFunction::DivideByConstantFunction(unsigned long dimension, double constant)
+    : m_dimension(dimension), m_constant(constant) {}
+
+bool DivideByConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return mapDefined(inputs, m_dimension, output,
+                      [c = m_constant](double a) { return c == 0.0 ? UNDEFINED_DOUBLE : a / c; });
+}
+
+ExtractComponentFunction::ExtractComponentFunction(unsigned long componentIndex) : m_componentIndex(componentIndex) {}
+
+bool ExtractComponentFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    output[0] = inputs[0][m_componentIndex];
+    return true;
+}
+
+ApplyMathFunction::ApplyMathFunction(unsigned long dimension, orv::app::MathFunctionCallBack* callback)
+    : m_dimension(dimension), m_callback(callback) {}
+
+bool ApplyMathFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    for (unsigned long c = 0; c < m_dimension; ++c) {
+        output[c] = UNDEFINED_DOUBLE;
+        if (isUndefined(inputs[0][c])) {
+            continue;
+        }
+        try {
+            output[c] = m_callback->evaluate(inputs[0][c]);
+        } catch (...) {
+            // It stays undefined.
+        }
+    }
+    return true;
+}
+
+bool L1NormFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    const double* a = inputs[0];
+    output[0] = std::fabs(a[0]) + std::fabs(a[1]) + std::fabs(a[2]);
+    return true;
+}
+
+bool L2NormFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    const double* a = inputs[0];
+    output[0] = std::sqrt(a[0] * a[0] + a[1] * a[1] + a[2] * a[2]);
+    return true;
+}
+
+AverageFunction::AverageFunction(unsigned long dimension) : m_dimension(dimension) {}
+
+bool AverageFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.empty()) {
+        output[0] = 0.0;
+        return false;
+    }
+    const double count = static_cast<double>(inputs.size());
+    for (unsigned long c = 0; c < m_dimension; ++c) {
+        double sum = 0.0;
+        for (const double* input : inputs) {
+            sum += input[c];
+        }
+        output[c] = sum / count;
+    }
+    return true;
+}
+
+MinFunction::MinFunction(unsigned long dimension) : m_dimension(dimension) {}
+
+bool MinFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return foldInputs(inputs, m_dimension, output, [](double held, double next) { return held > next ? next : held; });
+}
+
+MaxFunction::MaxFunction(unsigned long dimension) : m_dimension(dimension) {}
+
+bool MaxFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return foldInputs(inputs, m_dimension, output, [](double held, double next) { return next > held ? next : held; });
+}
+
+bool VonMisesFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    if (inputs.size() != 1) {
+        return false;
+    }
+    static orv::SymmetricTensor tensor;
+    setComponents(&tensor, inputs[0]);
+    output[0] = tensor.vonMises();
+    return true;
+}
+
+PrincipalsFunction::PrincipalsFunction(bool vectorOutput, unsigned long principalIndex)
+    : m_vectorOutput(vectorOutput), m_principalIndex(principalIndex) {}
+
+bool PrincipalsFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    using Tensor = orv::SymmetricTensor;
+    using Value = double (Tensor::*)() const;
+    using Vector = orv::Vec3d (Tensor::*)() const;
+    static constexpr Value values[] = {&Tensor::firstPrincipalValue, &Tensor::secondPrincipalValue,
+                                       &Tensor::thirdPrincipalValue};
+    static constexpr Vector vectors[] = {&Tensor::firstPrincipalVector, &Tensor::secondPrincipalVector,
+                                         &Tensor::thirdPrincipalVector};
+    if (outputDimension() != (m_vectorOutput ? 3u : 1u) || inputs.size() != 1) {
+        return false;
+    }
+    static Tensor tensor;
+    setComponents(&tensor, inputs[0]);
+    if (m_principalIndex > 2) {
+        return false;
+    }
+    if (!m_vectorOutput) {
+        output[0] = (tensor.*values[m_principalIndex])();
+        return true;
+    }
+    const orv::Vec3d vector = (tensor.*vectors[m_principalIndex])();
+    output[0] = vector.x();
+    output[1] = vector.y();
+    output[2] = vector.z();
+    return true;
+}
