@@ -4,4 +4,8 @@ namespace orv::imp::cae {
 
 CaeReader::~CaeReader() = default;
 
+bool CaeReader::readScalars(const ug::ResultInfo&, int, const ug::ScalarPlace&, std::span<double>) {
+    return false;
+}
+
 } // namespace orv::imp::cae

@@ -3,6 +3,7 @@
 #include "OrvCore/PtrRef.h"
 #include "OrvCore/Str.h"
 #include "OrvUnstructGrid/DataGeometry.h"
+#include "OrvUnstructGrid/DataSourceInterface.h"
 #include "OrvUnstructGrid/DataState.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/PartInfo.h"
@@ -11,6 +12,7 @@
 #include "OrvUnstructGrid/StateInfo.h"
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -51,6 +53,10 @@ public:
     /// @param warnings what had to be left out is appended, once however often it is read
     virtual bool readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
                             ug::Error* error) = 0;
+
+    /// Reads single values of a scalar as DataSourceLazy::readScalars() does. This form answers that it cannot.
+    virtual bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                             std::span<double> values);
 };
 
 } // namespace orv::imp::cae

@@ -62,6 +62,11 @@ bool DataSourceCae::readResult(const ug::ResultInfo& info, ug::DataState* state,
     return isRead;
 }
 
+bool DataSourceCae::readScalars(const ug::ResultInfo& info, const ug::DataState& state, const ug::ScalarPlace& place,
+                                std::span<double> values) {
+    return m_reader->readScalars(info, state.id(), place, values);
+}
+
 void DataSourceCae::install(const Str& filename, const CaeContents& contents) {
     directory()->setSimulationInfo(ug::SimulationInfo(filename, contents.title));
     directory()->addGeometryPartInfos(contents.parts);

@@ -6,6 +6,7 @@
 #include "OrvUnstructGrid/DataSourceLazy.h"
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -36,6 +37,8 @@ public:
 
 protected:
     bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) override;
+    bool readScalars(const ug::ResultInfo& info, const ug::DataState& state, const ug::ScalarPlace& place,
+                     std::span<double> values) override;
 
 private:
     void install(const Str& filename, const CaeContents& contents);

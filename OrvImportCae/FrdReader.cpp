@@ -7,24 +7,6 @@
 namespace orv::imp::cae {
 namespace {
 
-/// The block of a state that holds a result, and its columns.
-struct Source {
-    const FrdResultBlock* block = nullptr;
-    const FrdColumns* columns = nullptr;
-};
-
-Source findSource(const FrdIndex& index, const FrdResults& results, const FrdState& state, const ug::ResultInfo& info) {
-    for (const std::uint32_t number : state.blocks) {
-        const FrdResultBlock& block = index.blocks[number];
-        for (const FrdColumns& columns : results.layouts[block.layout]) {
-            if (results.infos[columns.result] == info) {
-                return {&block, &columns};
-            }
-        }
-    }
-    return {};
-}
-
 // Makes room for the values of all parts, and tells where.
 std::vector<double*> allocate(const ug::DataGeometry& geometry, ug::DataResult* result) {
     std::vector<double*> parts;
@@ -93,9 +75,7 @@ void FrdReader::describe(const std::vector<std::string>& warnings, CaeContents* 
 
 bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
                            ug::Error* error) {
-    const auto found = m_statesById.find(state->id());
-    const Source source =
-        found == m_statesById.end() ? Source() : findSource(m_index, m_results, m_results.states[found->second], info);
+    const FrdSource source = findSource(state->id(), info);
     if (!source.block) {
         return ug::fail(error, Str(m_file.name() + " has no such values"));
     }
@@ -113,6 +93,41 @@ bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, std
     tellLeftOut(*source.block, leftOut, warnings);
     updateRanges(result);
     return true;
+}
+
+bool FrdReader::readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                            std::span<double> values) {
+    const FrdSource source = findSource(stateId, info);
+    if (!source.block || !m_file.checkUnchanged(nullptr)) {
+        return false;
+    }
+    const std::size_t storedCount = m_index.layouts[source.block->layout].components.size();
+    const ug::DataNodes* nodes = m_mesh.geometry->part(place.partIndex)->nodes();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::size_t node = place.firstItem + i;
+        const std::uint32_t row = m_mesh.nodeIds.find(nodes->nodeId(node), std::uint32_t(node));
+        if (!readFrdValueOfRow(m_file, source.block->rows, storedCount, source.columns->columns[0], row,
+                               nodes->nodeId(node), &values[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+FrdSource FrdReader::findSource(int stateId, const ug::ResultInfo& info) const {
+    const auto found = m_statesById.find(stateId);
+    if (found == m_statesById.end()) {
+        return {};
+    }
+    for (const std::uint32_t number : m_results.states[found->second].blocks) {
+        const FrdResultBlock& block = m_index.blocks[number];
+        for (const FrdColumns& columns : m_results.layouts[block.layout]) {
+            if (m_results.infos[columns.result] == info) {
+                return {&block, &columns};
+            }
+        }
+    }
+    return {};
 }
 
 void FrdReader::tellLeftOut(const FrdResultBlock& block, const FrdLeftOut& leftOut, std::vector<Str>* warnings) {

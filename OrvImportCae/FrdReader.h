@@ -15,6 +15,12 @@
 
 namespace orv::imp::cae {
 
+/// The block of a state that holds a result, and its columns. Both are null when there is none.
+struct FrdSource {
+    const FrdResultBlock* block = nullptr;
+    const FrdColumns* columns = nullptr;
+};
+
 /// Reads the results of CalculiX. Opening takes in the mesh and where the blocks are; the file stays open, and values
 /// are read from it one result of one state at a time.
 class FrdReader : public CaeReader {
@@ -31,8 +37,13 @@ public:
     bool readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
                     ug::Error* error) override;
 
+    /// Reads the node's row and nothing else, in a block that has the rows of all nodes in the order of the mesh.
+    bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                     std::span<double> values) override;
+
 private:
     bool readStructure(CaeContents* contents, ug::Error* error);
+    FrdSource findSource(int stateId, const ug::ResultInfo& info) const;
     void tellLeftOut(const FrdResultBlock& block, const FrdLeftOut& leftOut, std::vector<Str>* warnings);
     void describe(const std::vector<std::string>& warnings, CaeContents* contents) const;
 

@@ -358,6 +358,12 @@ bool readBlock(const FrdFile& file, const FrdRows& rows, std::size_t storedCount
     return isRead;
 }
 
+template <class Row>
+bool readItemOfNode(const Row& row, const char* text, int nodeId, double* value) {
+    int id = 0;
+    return row.readId(text, &id) && id == nodeId && row.template readItem<1>(text, value);
+}
+
 } // namespace
 
 bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
@@ -370,6 +376,26 @@ bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedC
         return readBlock<3>(file, rows, storedCount, columns, mesh, parts, leftOut, error);
     default:
         return readBlock<6>(file, rows, storedCount, columns, mesh, parts, leftOut, error);
+    }
+}
+
+bool readFrdValueOfRow(const FrdFile& file, const FrdRows& rows, std::size_t storedCount, std::uint32_t column,
+                       std::uint32_t row, int nodeId, double* value) {
+    if (!rows.isRegular() || row >= rows.count) {
+        return false;
+    }
+    std::vector<char> text(std::size_t(rows.rowSize));
+    if (file.read(rows.begin + row * rows.rowSize, text.data(), text.size()) != text.size()) {
+        return false;
+    }
+    const std::span<const std::uint32_t> columns(&column, 1);
+    switch (rows.form) {
+    case FrdForm::BINARY_FLOAT:
+        return readItemOfNode(BinaryRow<float>(columns), text.data(), nodeId, value);
+    case FrdForm::BINARY_DOUBLE:
+        return readItemOfNode(BinaryRow<double>(columns), text.data(), nodeId, value);
+    default:
+        return readItemOfNode(TextRow(rows, storedCount, columns), text.data(), nodeId, value);
     }
 }
 

@@ -34,4 +34,12 @@ bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedC
                    std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
                    FrdLeftOut* leftOut, ug::Error* error);
 
+/// Reads one column of one row of a block of results, and nothing else.
+/// @param row counted from 0
+/// @param nodeId the node that this row should be of
+/// @return false when rows are not all of the same size, there is no such row, it is another node's, or not as it
+///         should be
+bool readFrdValueOfRow(const FrdFile& file, const FrdRows& rows, std::size_t storedCount, std::uint32_t column,
+                       std::uint32_t row, int nodeId, double* value);
+
 } // namespace orv::imp::cae

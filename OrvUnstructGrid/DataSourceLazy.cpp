@@ -46,6 +46,16 @@ private:
     std::unordered_map<int, int> m_usesLeft;
 };
 
+bool isWithin(const DataState& state, const ResultInfo& info, const ScalarPlace& place, std::size_t count) {
+    if (place.geometryIndex >= state.geometryCount() ||
+        place.partIndex >= state.geometry(place.geometryIndex)->partCount()) {
+        return false;
+    }
+    const DataPart* part = state.geometry(place.geometryIndex)->part(place.partIndex);
+    const std::size_t itemCount = part->itemCount(info.resultMapping());
+    return place.firstItem <= itemCount && count <= itemCount - place.firstItem;
+}
+
 } // namespace
 
 DataSourceLazy::DataSourceLazy(int id) : DataSource(id) {}
@@ -66,6 +76,35 @@ bool DataSourceLazy::loadDataState(int stateId, const DataStateSpec& spec, Error
     return true;
 }
 
+bool DataSourceLazy::copyScalars(int stateId, const ResultInfo& info, const ScalarPlace& place,
+                                 std::span<double> values, Error* error) {
+    DataState* wanted = state(stateIndex(stateId));
+    if (!wanted) {
+        return fail(error, unknownStateText(*directory(), stateId));
+    }
+    if (!isKnown(info)) {
+        return fail(error, unknownResultText(*directory(), info));
+    }
+    if (info.type() != SCALAR) {
+        return fail(error, "Result '" + info.name() + "' is no scalar: only scalars can be had one by one");
+    }
+    if (!isWithin(*wanted, info, place, values.size())) {
+        return fail(error, "Result '" + info.name() + "' has no such item in " + stateText(*directory(), stateId));
+    }
+    const bool isInFile = !info.isCustom() && directory()->hasResult(stateId, info);
+    if (!wanted->hasLoaded(info) && isInFile && readScalars(info, *wanted, place, values)) {
+        return true;
+    }
+    DataStateSpec spec;
+    spec.setResultIds({info});
+    if (!loadDataState(stateId, spec, error)) {
+        return false;
+    }
+    const DataResult* result = wanted->results(wanted->geometry(place.geometryIndex))->find(info);
+    std::copy_n(result->values(place.partIndex)->values() + place.firstItem, values.size(), values.begin());
+    return true;
+}
+
 void DataSourceLazy::dropResult(const ResultInfo& info) {
     DataSource::dropResult(info);
     m_droppableBytes = 0;
@@ -81,6 +120,10 @@ void DataSourceLazy::setResultByteBudget(std::size_t bytes) {
 
 std::size_t DataSourceLazy::resultByteBudget() const {
     return m_budget;
+}
+
+bool DataSourceLazy::readScalars(const ResultInfo&, const DataState&, const ScalarPlace&, std::span<double>) {
+    return false;
 }
 
 bool DataSourceLazy::canReadAgain() const {

@@ -5,6 +5,7 @@
 #include "OrvUnstructGrid/DataSourceInterface.h"
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace orv::ug {
@@ -24,6 +25,10 @@ public:
     /// expression names it, and an expression may be of any depth.
     bool loadDataState(int stateId, const DataStateSpec& spec, Error* error) final;
 
+    /// Values that are loaded come from memory.
+    bool copyScalars(int stateId, const ResultInfo& info, const ScalarPlace& place, std::span<double> values,
+                     Error* error) final;
+
     /// Also takes the bytes of the values off the account of the budget.
     void dropResult(const ResultInfo& info) override;
 
@@ -39,6 +44,13 @@ protected:
     /// result by the directory and it is not loaded yet. A part that is left without one item for each node or element
     /// is undefined afterwards. False with a text when that fails; the caller clears up.
     virtual bool readResult(const ResultInfo& info, DataState* state, Error* error) = 0;
+
+    /// Reads neighbouring values of one of the file's scalar results by themselves. The state has the result by the
+    /// directory, it is not loaded, and the place is good. False when this result or state is not laid out for that, or
+    /// when anything is not as expected: the whole result is then loaded instead, which tells what is wrong. This form
+    /// always says so.
+    virtual bool readScalars(const ResultInfo& info, const DataState& state, const ScalarPlace& place,
+                             std::span<double> values);
 
     /// Whether values that readResult() brought can be dropped and read again.
     virtual bool canReadAgain() const;

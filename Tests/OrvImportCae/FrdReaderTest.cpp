@@ -436,4 +436,112 @@ TEST(FrdReader, OpensWhatIsWholeOfABinaryFileThatEndsAnywhere) {
     expectPrefixesToHold(content, 11);
 }
 
+/// One value of NDTEMP in state 1, and whether the whole result had to be loaded for it. -1 when there is none.
+struct Single {
+    double value = -1.0;
+    bool isLoaded = false;
+
+    bool operator==(const Single&) const = default;
+};
+
+Single readSingle(Opened& opened, const std::string& name, std::size_t node, std::size_t part = 0, int stateId = 1) {
+    const ug::ResultInfo info = opened.info(ug::SCALAR, name);
+    double value = -1.0;
+    ug::Error error;
+    const bool isRead = opened.source->copyScalars(stateId, info, {0, part, node}, {&value, 1}, &error);
+    opened.message = without(opened.folder, error.message());
+    return {isRead ? value : -1.0, opened.source->state(opened.source->stateIndex(stateId))->hasLoaded(info)};
+}
+
+const Single NOT_LOADED_30 = {30.0, false};
+
+TEST(FrdReader, ReadsSingleValues) {
+    FrdText text = temperatureBlock(4).row(1, {10}).row(2, {20}).row(3, {30}).row(4, {40}).endBlock();
+    Opened opened(text.temperatures(2, 2.0, {1, 2, 3, 4}));
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 0), (Single{10.0, false}));
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 2), NOT_LOADED_30);
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 3), (Single{40.0, false}));
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 3, 0, 2), (Single{42.0, false}));
+    EXPECT_TRUE(opened.message.empty());
+}
+
+TEST(FrdReader, ReadsSingleValuesOfAnyColumnOfLongRows) {
+    FrdText text;
+    text.tetrahedron().resultHeader(1, 1.0, 4, 0).blockName("ZZ", 8);
+    for (int i = 1; i <= 8; ++i) {
+        text.component("C" + std::to_string(i), 1, 0, 0);
+    }
+    for (int node = 1; node <= 4; ++node) {
+        Values values;
+        for (int i = 1; i <= 8; ++i) {
+            values.push_back(10.0 * node + i);
+        }
+        text.row(node, values);
+    }
+    Opened opened(text.endBlock());
+    EXPECT_EQ(readSingle(opened, "ZZ.C1", 2), (Single{31.0, false}));
+    EXPECT_EQ(readSingle(opened, "ZZ.C6", 0), (Single{16.0, false}));
+    EXPECT_EQ(readSingle(opened, "ZZ.C8", 3), (Single{48.0, false}));
+}
+
+TEST(FrdReader, ReadsSingleValuesOfTheNodesOfSeveralParts) {
+    FrdText text;
+    text.nodeHeader(4).node(9, 0, 0, 0).node(2, 1, 0, 0).node(3, 2, 0, 0).node(4, 3, 0, 0).endBlock();
+    text.elementHeader(2).element(1, 11, 0, 2, {9, 2}).element(2, 11, 0, 1, {2, 3}).endBlock();
+    text.temperatures(1, 1.0, {9, 2, 3, 4});
+    Opened opened(text);
+    // Part 0 is material 1 with nodes 2 and 3, part 1 is material 2 with nodes 2 and 9.
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 0, 0), (Single{21.0, false}));
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 1, 0), (Single{31.0, false}));
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 1, 1), (Single{91.0, false}));
+}
+
+TEST(FrdReader, ReadsSingleValuesOfBinaryBlocks) {
+    for (const int form : {2, 3}) {
+        std::string content = FrdText().tetrahedron().text();
+        content += printed("  100CL%5d%12.5E%12d%20s%2d%5d%10s%2d\n", 101, 1.0, 4, "", 0, 1, "", form);
+        content += " -4  SDV         2    1\n -5  SDV1        1    1    0    0\n -5  SDV2        1    1    0    0\n";
+        for (int node = 1; node <= 4; ++node) {
+            const double doubles[] = {0.5 * node, 0.25 * node};
+            const float floats[] = {0.5f * float(node), 0.25f * float(node)};
+            content.append(reinterpret_cast<const char*>(&node), 4);
+            content.append(form == 2 ? reinterpret_cast<const char*>(floats) : reinterpret_cast<const char*>(doubles),
+                           form == 2 ? 8 : 16);
+        }
+        Opened opened(content + " 9999\n");
+        EXPECT_EQ(readSingle(opened, "SDV.SDV1", 2), (Single{1.5, false}));
+        EXPECT_EQ(readSingle(opened, "SDV.SDV2", 3), (Single{1.0, false}));
+    }
+}
+
+TEST(FrdReader, LoadsForSingleValuesOfUnusualBlocks) {
+    // Node 3 where node 2 should be; gaps; a row that is wider than the others.
+    Opened disordered(temperatureBlock(4).row(1, {10}).row(3, {30}).row(2, {20}).row(4, {40}).endBlock());
+    EXPECT_EQ(readSingle(disordered, "NDTEMP", 1), (Single{20.0, true}));
+    Opened first(temperatureBlock(2).row(1, {10}).row(3, {30}).endBlock());
+    EXPECT_EQ(readSingle(first, "NDTEMP", 0), (Single{10.0, false}));
+    Opened gap(temperatureBlock(2).row(1, {10}).row(3, {30}).endBlock());
+    EXPECT_EQ(readSingle(gap, "NDTEMP", 1), (Single{U, true}));
+    Opened beyond(temperatureBlock(2).row(1, {10}).row(3, {30}).endBlock());
+    EXPECT_EQ(readSingle(beyond, "NDTEMP", 2), (Single{30.0, true}));
+    Opened wide(
+        temperatureBlock(4).row(1, {10}).row(2, {20}).line(" -1         3 3.0000000E+01").row(4, {40}).endBlock());
+    EXPECT_EQ(readSingle(wide, "NDTEMP", 0), (Single{10.0, true}));
+}
+
+TEST(FrdReader, ABadSingleValueIsToldLikeABadBlock) {
+    Opened opened(temperatureBlock(3).row(1, {10}).line(" -1         2 2.0000xE+01").row(3, {30}).endBlock());
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 2), NOT_LOADED_30);
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 1), (Single{-1.0, false}));
+    EXPECT_EQ(opened.message, opened.whyNotLoaded(ug::SCALAR, "NDTEMP"));
+    EXPECT_NE(opened.message, "");
+}
+
+TEST(FrdReader, NoSingleValueComesFromAFileThatHasChanged) {
+    Opened opened(temperatureBlock(4).row(1, {10}).row(2, {20}).row(3, {30}).row(4, {40}).endBlock());
+    opened.folder.write("x.frd", "something else");
+    EXPECT_EQ(readSingle(opened, "NDTEMP", 2), (Single{-1.0, false}));
+    EXPECT_EQ(opened.message, "x.frd has changed since it was opened; open it again");
+}
+
 } // namespace

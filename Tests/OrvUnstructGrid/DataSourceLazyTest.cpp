@@ -62,6 +62,8 @@ public:
     int failingId = -1;              ///< The result whose reading fails half-way.
     orv::Str failingText = "line 7"; ///< What it says then.
     int sparseId = -1;               ///< The result that is there in the first geometry only.
+    bool seeksIn = false;            ///< Whether single values can be read: 100 * geometry + item.
+    int seeks = 0;                   ///< How often that was tried.
 
 protected:
     bool readResult(const ResultInfo& info, DataState* state, Error* error) override {
@@ -76,6 +78,18 @@ protected:
             if (info.id() == sparseId) {
                 return true;
             }
+        }
+        return true;
+    }
+
+    bool readScalars(const ResultInfo& info, const DataState& state, const ScalarPlace& place,
+                     std::span<double> values) override {
+        ++seeks;
+        if (!seeksIn) {
+            return DataSourceLazy::readScalars(info, state, place, values);
+        }
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            values[i] = 100.0 * double(place.geometryIndex) + double(place.firstItem + i);
         }
         return true;
     }
@@ -398,6 +412,98 @@ TEST_F(DataSourceLazyTest, AFailedLoadIsNoUse) {
     failedLoad(1, {r3});
     ASSERT_TRUE(source->load(3, {r1}));
     EXPECT_EQ(statesWithValues(), "23");
+}
+
+class CopyScalarsTest : public DataSourceLazyTest {
+protected:
+    /// Empty, and a message, when it fails.
+    std::vector<double> copy(int stateId, const ResultInfo& info, const ScalarPlace& place, std::size_t count) {
+        std::vector<double> values(count);
+        Error error;
+        const bool isCopied = source->copyScalars(stateId, info, place, values, &error);
+        message = error.message().toStdString();
+        EXPECT_EQ(isCopied, message.empty());
+        return isCopied ? values : std::vector<double>();
+    }
+
+    using Values = std::vector<double>;
+    std::string message;
+};
+
+TEST_F(CopyScalarsTest, ReadsTheValuesAlone) {
+    source->seeksIn = true;
+    EXPECT_EQ(copy(2, r1, {1, 0, 2}, 2), (Values{102, 103}));
+    EXPECT_EQ(source->reads, "");
+    EXPECT_EQ(statesWithValues(), "");
+}
+
+TEST_F(CopyScalarsTest, LoadsWhereItCannotSeek) {
+    EXPECT_EQ(copy(2, r1, {1, 0, 3}, 1), Values{21});
+    EXPECT_EQ(source->seeks, 1);
+    EXPECT_EQ(source->reads, "2:1 ");
+    EXPECT_TRUE(isLoaded(2, r1));
+}
+
+TEST_F(CopyScalarsTest, TakesWhatIsLoadedFromMemory) {
+    source->seeksIn = true;
+    ASSERT_TRUE(source->load(2, {r1}));
+    EXPECT_EQ(copy(2, r1, {0, 0, 0}, 4), (Values{21, 21, 21, 21}));
+    EXPECT_EQ(source->seeks, 0);
+    EXPECT_EQ(source->reads, "2:1 ");
+}
+
+TEST_F(CopyScalarsTest, ComputesCustomResults) {
+    source->seeksIn = true;
+    const ResultInfo sum = added(sumOf("sum", {r1, r2}));
+    EXPECT_EQ(copy(2, sum, {0, 0, 1}, 1), Values{43});
+    EXPECT_EQ(source->seeks, 0);
+}
+
+TEST_F(CopyScalarsTest, StaysWithinTheBudget) {
+    source->setResultByteBudget(64);
+    copy(1, r1, {0, 0, 0}, 1);
+    copy(2, r1, {0, 0, 0}, 1);
+    EXPECT_EQ(statesWithValues(), "2");
+}
+
+TEST_F(CopyScalarsTest, RefusesWhatDoesNotExist) {
+    source->seeksIn = true;
+    const std::string noItem = "Result 'r1' has no such item in state 'Step 2' of 'beam.frd'";
+    EXPECT_EQ(copy(9, r1, {0, 0, 0}, 1), Values());
+    EXPECT_EQ(message, "There is no state 9 in 'beam.frd': its states are 1, 2, 3, 4, 5");
+    EXPECT_EQ(copy(2, ResultInfo(SCALAR, 9, "r9", PER_NODE), {0, 0, 0}, 1), Values());
+    EXPECT_EQ(message, "Result 'r9' is not in 'beam.frd': take one from its directory");
+    EXPECT_EQ(copy(2, sumOf("sum", {r1}), {0, 0, 0}, 1), Values());
+    EXPECT_EQ(message, "Result 'sum' is custom and not registered in 'beam.frd': add it first");
+    EXPECT_EQ(copy(1, r3, {0, 0, 0}, 1), Values());
+    EXPECT_EQ(message, "Result 'r3' has no values in state 'Step 1' of 'beam.frd': choose a state that has it");
+    const std::size_t none = orv::UNDEFINED_SIZE_T;
+    for (const ScalarPlace& place :
+         {ScalarPlace{2, 0, 0}, ScalarPlace{none, 0, 0}, ScalarPlace{0, 1, 0}, ScalarPlace{0, none, 0},
+          ScalarPlace{0, 0, 4}, ScalarPlace{0, 0, 5}, ScalarPlace{0, 0, none}}) {
+        EXPECT_EQ(copy(2, r1, place, 1), Values());
+        EXPECT_EQ(message, noItem);
+    }
+    EXPECT_EQ(copy(2, r1, {0, 0, 1}, 4), Values());
+    EXPECT_EQ(message, noItem);
+    EXPECT_EQ(source->seeks, 0);
+    EXPECT_FALSE(source->copyScalars(9, r1, {0, 0, 0}, {}, nullptr));
+}
+
+TEST_F(CopyScalarsTest, RefusesResultsThatAreNoScalars) {
+    const ResultInfo vector(VECTOR, 1, "v", PER_NODE);
+    source->directory()->addResultInfo(vector);
+    source->directory()->setHasResult(2, vector);
+    EXPECT_EQ(copy(2, vector, {0, 0, 0}, 1), Values());
+    EXPECT_EQ(message, "Result 'v' is no scalar: only scalars can be had one by one");
+    EXPECT_EQ(source->reads, "");
+}
+
+TEST_F(CopyScalarsTest, TellsWhatTheReaderTells) {
+    source->failingId = 1;
+    EXPECT_EQ(copy(2, r1, {0, 0, 0}, 1), Values());
+    EXPECT_EQ(message, "line 7");
+    EXPECT_EQ(statesWithValues(), "");
 }
 
 } // namespace
