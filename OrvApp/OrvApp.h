@@ -31,12 +31,20 @@
 /// }
 /// @endcode
 ///
+/// New results are computed from others by generators, which stand behind a custom orv::ug::ResultInfo:
+///
+/// - orv::app::NodeToElementResultGenerator and orv::app::ElementToNodeResultGenerator: the other mapping, by averaging
+/// - orv::app::MinMaxAvgValueResultGenerator: the smallest, largest or average number of a part or of all parts
+///
 /// Mistakes of the calling program are assertions (rvf::Assert), failures of data come back as a null pointer, false or
 /// an undefined record, with the reason in an orv::ug::Error or in the log "orv.comp.app". One thread at a time.
 
 #include "OrvApp/AppComponent.h"
+#include "OrvApp/ElementToNodeResultGenerator.h"
 #include "OrvApp/MathFunctionCallBack.h"
+#include "OrvApp/MinMaxAvgValueResultGenerator.h"
 #include "OrvApp/Models.h"
+#include "OrvApp/NodeToElementResultGenerator.h"
 #include "OrvApp/Parts.h"
 #include "OrvApp/ResultOperators.h"
 #include "OrvApp/Results.h"
