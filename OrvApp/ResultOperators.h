@@ -22,9 +22,10 @@
 /// Numbers are written with six digits at most: "a*2.5".
 ///
 /// **Preconditions** are assertions. Behind a failed one a result is described nevertheless, by the type and the
-/// mapping of the first argument, and nothing marks it as useless: it fails to load, or all its items are undefined. A
-/// type that an operator does not know fails a second assertion, "0", when there is a current model. Some messages name
-/// another operation than the one that was called; programs and logs know them by these texts.
+/// mapping of the first argument, and nothing marks it as useless. Do not load it: at best that fails, while the
+/// functions of vectors and tensors read beyond items that are smaller. A type that an operator does not know fails a
+/// second assertion, "0", when there is a current model. Some messages name another operation than the one that was
+/// called; programs and logs know them by these texts.
 ///
 /// **Undefined values** (UNDEFINED_DOUBLE) are looked at by some operators only, as told at each. Where they are not,
 /// they enter the arithmetic as the largest finite double. A NaN is a defined value everywhere.
