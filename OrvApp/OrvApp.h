@@ -14,9 +14,6 @@
 /// the current model changes what the others see. orv::app::AppComponent binds the layer to the core's instance, which
 /// chooses what becomes of failed assertions and where messages go; the catalogues work without it too.
 ///
-/// New results are described by algebra on results, such as `vonMises(stress) / 250.0`, see OrvApp/ResultOperators.h, and
-/// by functions of the application's own, see orv::app::MathFunctionCallBack.
-///
 /// How far the first node of the first part moves in each state:
 /// @code
 /// orv::ug::Error error;
@@ -31,7 +28,9 @@
 /// }
 /// @endcode
 ///
-/// New results are computed from others by generators, which stand behind a custom orv::ug::ResultInfo:
+/// New results are described by algebra on results, such as `vonMises(stress) / 250.0`, see OrvApp/ResultOperators.h,
+/// and by functions of the application's own, see orv::app::MathFunctionCallBack. They are computed by generators,
+/// which stand behind a custom orv::ug::ResultInfo:
 ///
 /// - orv::app::NodeToElementResultGenerator and orv::app::ElementToNodeResultGenerator: the other mapping, by averaging
 /// - orv::app::MinMaxAvgValueResultGenerator: the smallest, largest or average number of a part or of all parts

@@ -1,8 +1,11 @@
 #include "OrvApp/ResultOperators.h"
 
 #include "LibCore/rvfAssert.h"
+#include "OrvApp/ElementToNodeResultGenerator.h"
 #include "OrvApp/MathFunctionCallBack.h"
+#include "OrvApp/MinMaxAvgValueResultGenerator.h"
 #include "OrvApp/Models.h"
+#include "OrvApp/NodeToElementResultGenerator.h"
 #include "OrvApp/ResultFunctions_p.h"
 #include "OrvCore/Defines.h"
 #include "OrvUnstructGrid/CustomResultGenerator.h"
@@ -49,9 +52,11 @@ unsigned long dimensionOf(ResultType resultType) {
     return isResultType(resultType) ? doublesPerItem(resultType) : unknownDimension();
 }
 
+/// Takes the generator over.
 /// @param arguments all declared by the type of the first one
 ResultInfo customResult(ResultType type, const Str& name, ResultMapping mapping, std::vector<ResultInfo> arguments,
                         CustomResultGenerator* generator) {
+    const PtrRef<CustomResultGenerator> holder(generator);
     for (unsigned long i = 0; i < arguments.size(); ++i) {
         generator->setArgumentType(i, arguments.front().type());
     }
@@ -61,9 +66,9 @@ ResultInfo customResult(ResultType type, const Str& name, ResultMapping mapping,
 /// The same, computed item by item.
 ResultInfo itemwiseResult(ResultType type, const Str& name, ResultMapping mapping,
                           const std::vector<ResultInfo>& arguments, CustomResultFunction* function) {
-    const PtrRef<CustomResultGenerator> generator(new CustomResultGenerator(arguments.size()));
+    auto* generator = new CustomResultGenerator(arguments.size());
     generator->setFunction(function);
-    return customResult(type, name, mapping, arguments, generator.get());
+    return customResult(type, name, mapping, arguments, generator);
 }
 
 /// A number behind an operation's sign: "*2.5".
@@ -106,6 +111,15 @@ ResultInfo withConstant(const ResultInfo& info, const char* sign, double value) 
     }
     return itemwiseResult(resultType, info.name() + signAndNumber(sign, value), info.resultMapping(), {info},
                           new Function(dimensionOf(resultType), value));
+}
+
+/// The constant results; `operation` is that of the generator.
+ResultInfo constantResult(const ResultInfo& info, const char* prefix, int operation, bool perPart) {
+    if (!hasCurrentDataSource()) {
+        return ResultInfo();
+    }
+    return customResult(info.type(), prefix + Str(perPart ? "PerPart(" : "(") + info.name() + ")", info.resultMapping(),
+                        {info}, new orv::app::MinMaxAvgValueResultGenerator(1, operation, perPart));
 }
 
 void checkComponent(ResultType resultType, unsigned long componentIndex) {
@@ -275,6 +289,26 @@ ResultInfo l2Norm(const ResultInfo& info) {
     return itemwiseResult(SCALAR, "All " + info.name(), info.resultMapping(), {info}, new L2NormFunction);
 }
 
+ResultInfo toElementsArithmetic(const ResultInfo& info) {
+    const ResultMapping resultMapping = info.resultMapping();
+    RVF_ASSERT_MSG(resultMapping == PER_NODE, "Conversion to elements is only applicable to node-mapped results.");
+    if (!hasCurrentDataSource()) {
+        return ResultInfo();
+    }
+    return customResult(info.type(), info.name() + "[Elts]", PER_ELEMENT, {info},
+                        new orv::app::NodeToElementResultGenerator(1));
+}
+
+ResultInfo toNodesArithmetic(const ResultInfo& info) {
+    const ResultMapping resultMapping = info.resultMapping();
+    RVF_ASSERT_MSG(resultMapping == PER_ELEMENT, "Conversion to nodes is only applicable to element-mapped results.");
+    if (!hasCurrentDataSource()) {
+        return ResultInfo();
+    }
+    return customResult(info.type(), info.name() + "[Nodes]", PER_NODE, {info},
+                        new orv::app::ElementToNodeResultGenerator(1));
+}
+
 ResultInfo average(const std::vector<ResultInfo>& arguments) {
     RVF_ASSERT_MSG(arguments.size() > 0, "No results provided to compute average");
     return envelope<AverageFunction>("Avg", arguments);
@@ -316,4 +350,16 @@ std::vector<ResultInfo> principals(const ResultInfo& info) {
         }
     }
     return results;
+}
+
+ResultInfo minValue(const ResultInfo& info, bool perPart) {
+    return constantResult(info, "minValue", 0, perPart);
+}
+
+ResultInfo maxValue(const ResultInfo& info, bool perPart) {
+    return constantResult(info, "maxValue", 1, perPart);
+}
+
+ResultInfo averageValue(const ResultInfo& info, bool perPart) {
+    return constantResult(info, "avgValue", 2, perPart);
 }

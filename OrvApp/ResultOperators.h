@@ -108,6 +108,18 @@ ORV_API orv::ug::ResultInfo l1Norm(const orv::ug::ResultInfo& info);
 ORV_API orv::ug::ResultInfo l2Norm(const orv::ug::ResultInfo& info);
 /// @}
 
+/// @name The other mapping, by plain averages
+/// Of the type of `info`. Undefined values are not looked at and spread to the neighbours as huge numbers, see
+/// orv::app::NodeToElementResultGenerator and orv::app::ElementToNodeResultGenerator.
+/// @{
+
+/// Each element gets the average of its nodes. Named "info[Elts]". Asserts "resultMapping == PER_NODE".
+ORV_API orv::ug::ResultInfo toElementsArithmetic(const orv::ug::ResultInfo& info);
+/// Each node gets the average of the elements around it, or 0.0 when there is none. Named "info[Nodes]". Asserts
+/// "resultMapping == PER_ELEMENT".
+ORV_API orv::ug::ResultInfo toNodesArithmetic(const orv::ug::ResultInfo& info);
+/// @}
+
 /// @name Envelopes: several results made one, component by component
 /// Named "Avg(a,b,c)", "Min(a,b)", "Max(a)". Undefined values are not looked at: being the largest finite double, one
 /// swells the average, never is the smallest beside a defined value, and makes the largest undefined.
@@ -134,4 +146,17 @@ ORV_API orv::ug::ResultInfo vonMises(const orv::ug::ResultInfo& info);
 /// added, look them up with vectorInfo() and scalarInfo(), not with resultInfo().
 /// @return an empty list where others give an invalid info
 ORV_API std::vector<orv::ug::ResultInfo> principals(const orv::ug::ResultInfo& info);
+/// @}
+
+/// @name The smallest, largest or average number of a result, as a constant result
+/// One number for each part, or one for all parts of the state, written to each component of each item: of the type and
+/// mapping of `info`, all its components thrown together. Undefined values are left out, and the largest of numbers
+/// that are all negative is 2.2250738585072014e-308, see orv::app::MinMaxAvgValueResultGenerator.
+///
+/// Named "minValue(info)", "maxValue(info)" and "avgValue(info)", or "minValuePerPart(info)" and so on. No
+/// preconditions.
+/// @{
+ORV_API orv::ug::ResultInfo minValue(const orv::ug::ResultInfo& info, bool perPart);
+ORV_API orv::ug::ResultInfo maxValue(const orv::ug::ResultInfo& info, bool perPart);
+ORV_API orv::ug::ResultInfo averageValue(const orv::ug::ResultInfo& info, bool perPart);
 /// @}
