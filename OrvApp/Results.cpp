@@ -1,10 +1,61 @@
 #include "OrvApp/Results.h"
 
 #include "LibCore/rvfAssert.h"
+#include "OrvApp/Models.h"
 #include "OrvApp/Results_p.h"
 #include "OrvCore/PtrRef.h"
+#include "OrvUnstructGrid/DataSource.h"
+#include "OrvUnstructGrid/UnstructGridModel.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace orv::app {
+namespace {
+
+/// Null without a current model with a data source.
+ug::DataSourceDirectory* currentDirectory() {
+    ug::UnstructGridModel* model = Models::instance()->current();
+    ug::DataSource* dataSource = model ? model->dataSource() : nullptr;
+    return dataSource ? dataSource->directory() : nullptr;
+}
+
+/// In another order than the public indexes have: displacements come before tensors here.
+std::vector<ug::ResultInfo> allInfos(const ug::DataSourceDirectory& directory) {
+    std::vector<ug::ResultInfo> infos;
+    for (ug::ResultType type : {ug::SCALAR, ug::VECTOR, ug::DISPLACEMENT, ug::SYMMETRIC_TENSOR}) {
+        const std::vector<ug::ResultInfo> ofType = directory.resultInfos(type);
+        infos.insert(infos.end(), ofType.begin(), ofType.end());
+    }
+    return infos;
+}
+
+bool dependsOn(const ug::ResultInfo& dependant, const ug::ResultInfo& info) {
+    const std::vector<ug::ResultInfo>& arguments = dependant.customResultArguments();
+    if (std::find(arguments.begin(), arguments.end(), info) != arguments.end()) {
+        return true;
+    }
+    // A result without a base has no base in common with an invalid info.
+    return info.isValid() && dependant.baseResultId() == info.id() && dependant.baseResultType() == info.type();
+}
+
+/// Removes one result from the directory. Gives what depended on it directly; a result that has gone by the time it is
+/// looked at is not told apart.
+std::vector<ug::ResultInfo> removeOne(const ug::ResultInfo& info) {
+    RVF_ASSERT_MSG(info.isCustom(), "Only custom results can be removed and this isn't one of them.");
+    ug::DataSourceDirectory* directory = currentDirectory();
+    if (!directory) {
+        return {};
+    }
+    const ug::ResultInfo testInfo = directory->findResultInfo(info.type(), info.id());
+    RVF_ASSERT_MSG(testInfo.isValid(), "This custom result cannot be found. Nothing has been done.");
+    directory->removeCustomResultInfo(info);
+    std::vector<ug::ResultInfo> dependants = allInfos(*directory);
+    std::erase_if(dependants, [&info](const ug::ResultInfo& dependant) { return !dependsOn(dependant, info); });
+    return dependants;
+}
+
+} // namespace
 
 Results* Results::instance() {
     static PtrRef<Results> singleton;
@@ -174,6 +225,57 @@ ug::DataPartDisplacement* Results::currentDataPartDisplacement(ug::ResultInfo di
 
 ug::DataPartDisplacement* Results::currentDataPartDisplacement(const Str& name) {
     return m_private->currentDataPartDisplacement(name);
+}
+
+void Results::add(ug::ResultInfo info, const Str& name) {
+    RVF_ASSERT_MSG(info.isCustom(),
+                   "Cannot add this result as custom result, there is no function to compute its values");
+    if (!name.isEmpty()) {
+        info.setName(name);
+    }
+    add(info);
+}
+
+void Results::add(ug::ResultInfo info) {
+    RVF_ASSERT_MSG(info.isCustom(),
+                   "Cannot add this result as custom result, there is no function to compute its values");
+    ug::DataSourceDirectory* directory = currentDirectory();
+    if (!directory) {
+        return;
+    }
+    const std::vector<ug::ResultInfo> baseArgs = directory->customResultBaseDependencies(info);
+    for (std::size_t i = 0; i < baseArgs.size(); ++i) {
+        const ug::ResultInfo testInfo = directory->findResultInfo(baseArgs[i].type(), baseArgs[i].id());
+        RVF_ASSERT_MSG(testInfo.isValid(), "Base argument not found in the data source directory. Maybe it was "
+                                           "retrieved from another data source.");
+        RVF_ASSERT_MSG(testInfo.name() == baseArgs[i].name(), "Base argument not found in the data source directory. "
+                                                              "Maybe it was retrieved from another data source.");
+    }
+    directory->setCustomResultInfo(info);
+}
+
+// A list of what is still to be removed, the next one last, goes through dependants in the order of a recursion, and
+// takes chains of any length.
+void Results::remove(ug::ResultInfo info) {
+    std::vector<ug::ResultInfo> pending = {info};
+    while (!pending.empty()) {
+        const ug::ResultInfo next = pending.back();
+        pending.pop_back();
+        const std::vector<ug::ResultInfo> dependants = removeOne(next);
+        pending.insert(pending.end(), dependants.rbegin(), dependants.rend());
+    }
+}
+
+void Results::removeAll() {
+    const ug::DataSourceDirectory* directory = currentDirectory();
+    if (!directory) {
+        return;
+    }
+    for (const ug::ResultInfo& info : allInfos(*directory)) {
+        if (info.isCustom()) {
+            remove(info);
+        }
+    }
 }
 
 } // namespace orv::app

@@ -106,6 +106,44 @@ public:
     ug::DataPartDisplacement* currentDataPartDisplacement(const Str& name);
     /// @}
 
+    /// @name Custom results
+    /// An operator (OrvApp/ResultOperators.h) only describes a result. Added to the directory of the current model's
+    /// data source it is one of the model's results: counted, listed, found by name and loaded when asked for. It stays
+    /// with that source, so it drops out of sight with the model and comes back with it.
+    ///
+    /// Without a current model with a data source nothing happens, without a word. Execution goes on behind each failed
+    /// assertion.
+    /// @{
+
+    /// Adds a result under a name; under the one that it has when `name` is empty, such as "a+b". The name reaches the
+    /// directory's record only: the caller's info and its copies keep theirs. Adding a result again renames it.
+    ///
+    /// Asserts "info.isCustom()", twice over; a result that is not is not added.
+    void add(ug::ResultInfo info, const Str& name);
+
+    /// Adds a result under its own name. Asserts "info.isCustom()", and for each result that it rests on, in the order
+    /// of the arguments, that the directory has it, "testInfo.isValid()", and by the same name, "testInfo.name() ==
+    /// baseArgs[i].name()": ids mean nothing in another data source, so it is the name that gives a result of another
+    /// model away, and one that has changed it. Behind a failed assertion about what it rests on the result is added
+    /// all the same, and fails to load or computes from the namesake by id.
+    void add(ug::ResultInfo info);
+
+    /// Takes a custom result out of the directory, with its values in all states, and with it everything that was
+    /// computed from it, however far removed, and every result that names it as its base. Each goes together with its
+    /// own dependants before the next, scalars first, then vectors, displacements and symmetric tensors, in the
+    /// directory's order. Nothing that shows a removed result elsewhere is told.
+    ///
+    /// Asserts "info.isCustom()", then that the result is in the directory, "testInfo.isValid()". Behind the failed
+    /// assertion its dependants are removed all the same: what is computed from a result of the file goes when that
+    /// result is passed here, the file's result itself stays. The second assertion fails too, harmlessly, where paths
+    /// meet: with a = x + 1 and e = x + a, removing x removes a, with it e, and then finds e gone.
+    void remove(ug::ResultInfo info);
+
+    /// Removes every custom result; those of the file stay. A result that went together with one in front of it in the
+    /// directory fails the assertion "testInfo.isValid()" of remove(), harmlessly.
+    void removeAll();
+    /// @}
+
 private:
     Results();
     ~Results() override;

@@ -136,7 +136,6 @@ std::vector<ResultInfo> DataSourceDirectory::customResultBaseDependencies(Result
 }
 
 void DataSourceDirectory::setCustomResultInfo(ResultInfo info) {
-    RVF_ASSERT(info.isCustom());
     if (!info.isCustom() || !isResultType(info.type())) {
         return;
     }

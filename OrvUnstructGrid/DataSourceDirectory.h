@@ -72,7 +72,7 @@ public:
     std::vector<ResultInfo> customResultBaseDependencies(ResultInfo info) const;
 
     /// Registers a custom result. One that is registered already gets the new name and keeps its place. Nothing happens
-    /// for a result without a type. Asserts "info.isCustom()"; nothing happens behind a failed assertion.
+    /// for a result without a type and for one that is not custom.
     void setCustomResultInfo(ResultInfo info);
 
     /// Takes a custom result out and has its values dropped in all states. Nothing happens when it is not registered
