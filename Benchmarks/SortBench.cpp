@@ -54,12 +54,13 @@ void addIndexSort(orvbench::Claims& claims, const std::string& name, std::vector
                 }});
 }
 
-void addUnique(orvbench::Claims& claims, const std::string& name, int distinct) {
-    const auto prepare = [distinct] {
+/// Values that are multiples of `step`.
+void addUnique(orvbench::Claims& claims, const std::string& name, int distinct, int step = 1) {
+    const auto prepare = [distinct, step] {
         std::mt19937 engine(2);
         items.resize(itemCount);
         for (int& item : items) {
-            item = static_cast<int>(engine() % static_cast<unsigned int>(distinct));
+            item = static_cast<int>(engine() % static_cast<unsigned int>(distinct)) * step;
         }
     };
     claims.add(name, 1.0, {prepare, [] { VTFindUniqueHash(items.data(), itemCount, 0, indexes.data()); }},
@@ -97,5 +98,8 @@ int main(int argc, char** argv) {
         [](const double* keys, int* list, int count) { VTIndexQSort(keys, list, count); });
     addUnique(claims, "VTFindUniqueHash(10M of 10M values)", itemCount);
     addUnique(claims, "VTFindUniqueHash(10M of 1M values)", 1'000'000);
+    addUnique(claims, "VTFindUniqueHash(10M of 100K values)", 100'000);
+    addUnique(claims, "VTFindUniqueHash(10M of 100K values far apart)", 100'000, 20'011);
+    addUnique(claims, "VTFindUniqueHash(10M of 10 values)", 10);
     return claims.run(argc, argv);
 }

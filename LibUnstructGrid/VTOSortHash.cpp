@@ -5,9 +5,16 @@
 #include "LibUnstructGrid/VTOSortFunctions.h"
 #include "LibUnstructGrid/VTOSortUnique.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <new>
 
 namespace {
+
+/// Bytes of a pool. Its elements are made, from zeroes, as they are handed out: memory that is not needed stays cold.
+std::size_t poolSize(int iNumElements) {
+    return static_cast<std::size_t>(iNumElements) * sizeof(VTHashElement);
+}
 
 /// Whether the value is among the first links of its chain. Not all of them: a long chain is cheaper to sort.
 bool standsInFront(const VTHashElement* pElement, int iValue) {
@@ -21,13 +28,19 @@ bool standsInFront(const VTHashElement* pElement, int iValue) {
 }
 
 /// Inserts the values but for most repetitions, which would only make long chains that are walked through cold memory.
-void insertAll(VTHash& hash, const int* piValues, int iNumItems, int iTableSize) {
+/// Returns the last bucket in use.
+int insertAll(VTHash& hash, const int* piValues, int iNumItems, int iTableSize) {
+    int iLastBucket = 0;
     for (int i = 0; i < iNumItems; ++i) {
-        const int iBucket = piValues[i] % iTableSize;
-        if (iBucket < 0 || !standsInFront(hash.GetBucket(iBucket), piValues[i])) {
-            hash.Insert(iBucket, piValues[i]);
+        const int iValue = piValues[i];
+        // A remainder takes longer than all the rest.
+        const int iBucket = iValue >= 0 && iValue < iTableSize ? iValue : iValue % iTableSize;
+        if (iBucket < 0 || !standsInFront(hash.GetBucket(iBucket), iValue)) {
+            hash.Insert(iBucket, iValue);
+            iLastBucket = std::max(iLastBucket, iBucket);
         }
     }
+    return iLastBucket;
 }
 
 } // namespace
@@ -41,7 +54,12 @@ void VTHash::Init(int iMaxElements, int iHashSize) {
     m_iMaxElements = iMaxElements;
     m_iHashSize = iHashSize;
     if (iHashSize >= 1) {
-        m_ppTable = std::make_unique<VTHashElement*[]>(static_cast<std::size_t>(iHashSize));
+        // Large blocks of it take no time: their zeroes are the system's clean pages.
+        m_ppTable.reset(
+            static_cast<VTHashElement**>(std::calloc(static_cast<std::size_t>(iHashSize), sizeof(VTHashElement*))));
+        if (!m_ppTable) {
+            throw std::bad_alloc();
+        }
     }
     if (iMaxElements > 0) {
         const int iNumPools = (iMaxElements - 1) / m_iHashBufferSize + 1;
@@ -49,7 +67,7 @@ void VTHash::Init(int iMaxElements, int iHashSize) {
         for (int i = 0; i < iNumPools; ++i) {
             const bool bLast = i == iNumPools - 1;
             const int iNumElements = bLast ? (iMaxElements - 1) % m_iHashBufferSize + 1 : m_iHashBufferSize;
-            m_apBuffers[i] = new VTHashElement[static_cast<std::size_t>(iNumElements)];
+            m_apBuffers[i] = static_cast<VTHashElement*>(operator new[](poolSize(iNumElements)));
         }
     }
 }
@@ -75,11 +93,6 @@ void VTHash::Insert(int iHashIndex, int iValue) {
     ++m_iNewHashIndex;
 }
 
-VTHashElement* VTHash::GetBucket(int iHashIndex) const {
-    RVF_ASSERT(iHashIndex >= 0 && iHashIndex < m_iHashSize);
-    return m_ppTable[iHashIndex];
-}
-
 bool VTHash::GetBucketValues(int iHashIndex, VTIntArray* paiValues) const {
     RVF_ASSERT(paiValues);
     if (!paiValues) {
@@ -95,7 +108,7 @@ bool VTHash::GetBucketValues(int iHashIndex, VTIntArray* paiValues) const {
 
 void VTHash::Clean() {
     for (int i = 0; i < m_apBuffers.GetSize(); ++i) {
-        delete[] m_apBuffers[i];
+        operator delete[](m_apBuffers[i]);
     }
     m_apBuffers.SetSize(0, -1);
     m_ppTable.reset();
@@ -114,18 +127,13 @@ VTHashElement* VTHash::NextElement() {
     }
     RVF_ASSERT(iBufferIdx < m_apBuffers.GetSize());
     RVF_ASSERT(iBufferLocalIdx < m_iHashBufferSize);
-    return m_apBuffers[iBufferIdx] + iBufferLocalIdx;
+    return new (m_apBuffers[iBufferIdx] + iBufferLocalIdx) VTHashElement;
 }
 
 bool VTHash::AddPool() {
-    std::unique_ptr<VTHashElement[]> pool(new (std::nothrow)
-                                              VTHashElement[static_cast<std::size_t>(m_iHashBufferSize)]);
-    if (!pool) {
-        return false;
-    }
-    m_apBuffers.Add(pool.get());
-    static_cast<void>(pool.release());
-    return true;
+    const int iPool = m_apBuffers.Add(nullptr);
+    m_apBuffers[iPool] = static_cast<VTHashElement*>(operator new[](poolSize(m_iHashBufferSize), std::nothrow));
+    return m_apBuffers[iPool] != nullptr;
 }
 
 int VTFindUniqueHash(const int* piValues, int iNumItems, int iHashSize, int* piUnique) {
@@ -135,10 +143,10 @@ int VTFindUniqueHash(const int* piValues, int iNumItems, int iHashSize, int* piU
     const int iTableSize = iHashSize > 0 && iHashSize < iNumItems ? iHashSize : iNumItems;
     VTHash hash;
     hash.Init(iNumItems, iTableSize);
-    insertAll(hash, piValues, iNumItems, iTableSize);
+    const int iLastBucket = insertAll(hash, piValues, iNumItems, iTableSize);
     const auto scratch = std::make_unique_for_overwrite<int[]>(static_cast<std::size_t>(iNumItems));
     int iNumUnique = 0;
-    for (int iBucket = 0; iBucket < iTableSize; ++iBucket) {
+    for (int iBucket = 0; iBucket <= iLastBucket; ++iBucket) {
         int iNumValues = 0;
         for (const VTHashElement* pElement = hash.GetBucket(iBucket); pElement; pElement = pElement->pNext) {
             scratch[static_cast<std::size_t>(iNumValues++)] = pElement->iValue;

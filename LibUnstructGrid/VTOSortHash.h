@@ -1,8 +1,10 @@
 #pragma once
 
+#include "LibCore/rvfAssert.h"
 #include "LibCore/rvfExport.h"
 #include "LibUnstructGrid/VTOArrayTemplate.h"
 
+#include <cstdlib>
 #include <memory>
 
 class VTIntArray;
@@ -44,7 +46,10 @@ public:
     void Insert(int iHashIndex, int iValue);
 
     /// The chain of a bucket, last inserted first; null when it is empty. Asserts the bucket.
-    VTHashElement* GetBucket(int iHashIndex) const;
+    VTHashElement* GetBucket(int iHashIndex) const {
+        RVF_ASSERT(iHashIndex >= 0 && iHashIndex < m_iHashSize);
+        return m_ppTable[iHashIndex];
+    }
 
     /// Replaces the content of the array by the values of a bucket, last inserted first. False without an array, which
     /// is asserted. Asserts the bucket.
@@ -59,7 +64,13 @@ private:
 
     static constexpr int m_iHashBufferSize = 10000; ///< Elements per pool.
 
-    std::unique_ptr<VTHashElement*[]> m_ppTable;
+    struct FreeDeleter {
+        void operator()(VTHashElement** ppTable) const {
+            std::free(ppTable);
+        }
+    };
+
+    std::unique_ptr<VTHashElement*[], FreeDeleter> m_ppTable;
     VTHasElementPtrArray m_apBuffers;
     int m_iNewHashIndex = 0;
     int m_iHashSize = 0;
@@ -72,6 +83,5 @@ private:
 /// of buckets, which is `iHashSize` when that lies between 0 and the number of values, and that number otherwise: 5, 5
 /// and 7 in three buckets come out as 7 and 5.
 ///
-/// Made for lists of mostly distinct values: memory for all of them is taken at once. Where few values repeat often, a
-/// set that stays small is faster.
+/// Memory for the case that all values are distinct is taken at once, but repetitions leave most of it untouched.
 ORV_API int VTFindUniqueHash(const int* piValues, int iNumItems, int iHashSize, int* piUnique);

@@ -20,14 +20,16 @@ namespace {
 
 std::vector<std::size_t>* recordedSizes = nullptr;
 bool outOfPools = false;
+bool outOfTables = false;
 
 } // namespace
 
-// The two forms of operator new[], which the linker leads here.
+// Where pools and tables come from: the two forms of operator new[], and calloc(). The linker leads them here.
 extern "C" {
 
 void* __real__Znam(std::size_t size);
 void* __real__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag);
+void* __real_calloc(std::size_t count, std::size_t size);
 
 void* __wrap__Znam(std::size_t size) {
     if (recordedSizes) {
@@ -41,6 +43,13 @@ void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) {
         recordedSizes->push_back(size);
     }
     return outOfPools ? nullptr : __real__ZnamRKSt9nothrow_t(size, tag);
+}
+
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+    if (recordedSizes) {
+        recordedSizes->push_back(count * size);
+    }
+    return outOfTables ? nullptr : __real_calloc(count, size);
 }
 }
 
@@ -217,6 +226,16 @@ TEST(Hash, OutOfMemoryDropsAll) {
     outOfPools = false;
     EXPECT_TRUE(recorder.take().empty());
     EXPECT_EQ(recorder.takeUntil(1, [&] { hash.GetBucket(1); }), failedIn(source, {bucketCheck})) << "no buckets left";
+    hash.Init(-1, 10);
+    hash.Insert(1);
+    EXPECT_EQ(bucket(hash, 1), (std::vector<int>{1}));
+}
+
+TEST(Hash, NoMemoryForTheTablePassesThrough) {
+    VTHash hash;
+    outOfTables = true;
+    EXPECT_THROW(hash.Init(-1, 10), std::bad_alloc);
+    outOfTables = false;
     hash.Init(-1, 10);
     hash.Insert(1);
     EXPECT_EQ(bucket(hash, 1), (std::vector<int>{1}));
