@@ -54,8 +54,8 @@ void addIndexSort(orvbench::Claims& claims, const std::string& name, std::vector
                 }});
 }
 
-/// Values that are multiples of `step`.
-void addUnique(orvbench::Claims& claims, const std::string& name, int distinct, int step = 1) {
+/// Values that are multiples of `step`, in `buckets` buckets.
+void addUnique(orvbench::Claims& claims, const std::string& name, int distinct, int step = 1, int buckets = 0) {
     const auto prepare = [distinct, step] {
         std::mt19937 engine(2);
         items.resize(itemCount);
@@ -63,7 +63,7 @@ void addUnique(orvbench::Claims& claims, const std::string& name, int distinct, 
             item = static_cast<int>(engine() % static_cast<unsigned int>(distinct)) * step;
         }
     };
-    claims.add(name, 1.0, {prepare, [] { VTFindUniqueHash(items.data(), itemCount, 0, indexes.data()); }},
+    claims.add(name, 1.0, {prepare, [buckets] { VTFindUniqueHash(items.data(), itemCount, buckets, indexes.data()); }},
                {prepare, [] {
                     std::unordered_set<int> set(items.begin(), items.end());
                     std::copy(set.begin(), set.end(), indexes.begin());
@@ -99,7 +99,7 @@ int main(int argc, char** argv) {
     addUnique(claims, "VTFindUniqueHash(10M of 10M values)", itemCount);
     addUnique(claims, "VTFindUniqueHash(10M of 1M values)", 1'000'000);
     addUnique(claims, "VTFindUniqueHash(10M of 100K values)", 100'000);
-    addUnique(claims, "VTFindUniqueHash(10M of 100K values far apart)", 100'000, 20'011);
+    addUnique(claims, "VTFindUniqueHash(10M of 100K values far apart, 200K buckets)", 100'000, 20'011, 200'000);
     addUnique(claims, "VTFindUniqueHash(10M of 10 values)", 10);
     return claims.run(argc, argv);
 }

@@ -83,5 +83,7 @@ private:
 /// of buckets, which is `iHashSize` when that lies between 0 and the number of values, and that number otherwise: 5, 5
 /// and 7 in three buckets come out as 7 and 5.
 ///
-/// Memory for the case that all values are distinct is taken at once, but repetitions leave most of it untouched.
+/// Memory for the case that all values are distinct is taken at once, but repetitions leave most of it untouched. Where
+/// few values far apart repeat often, about as many buckets as there are distinct values stay in the caches, and are
+/// several times faster than one for each value.
 ORV_API int VTFindUniqueHash(const int* piValues, int iNumItems, int iHashSize, int* piUnique);
