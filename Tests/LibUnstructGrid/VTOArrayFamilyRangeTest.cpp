@@ -49,11 +49,27 @@ TYPED_TEST(VTArrayFamilyRange, GetRangeCopiesIntoAFittingArray) {
     EXPECT_EQ(numbers<TypeParam>(range), (Numbers{3, 4}));
     EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(nullptr, 0, 1); }),
               this->failed({"pa" + std::string(Traits<TypeParam>::values).substr(1)}));
+}
+
+// Every start is at or above 0 or below the count: 4 is the one, -1 the other.
+TYPED_TEST(VTArrayFamilyRange, GetRangeNoticesABadStartOnlyAtTheItems) {
+    const Full<TypeParam> array({1, 2, 3, 4});
+    TypeParam range;
     EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, 4, 1); }), this->failed({"iIndex < m_iNumItems"}));
     EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, -1, 1); }), this->failed({"iIndex >= 0"}));
 }
 
-// Every start is at or above 0 or below the count, unless the count has been made negative.
+TYPED_TEST(VTArrayFamilyRange, GetRangeOfNothingEmptiesTheTargetAndFails) {
+    AssertRecorder recorder;
+    const Full<TypeParam> array({1, 2, 3, 4});
+    Full<TypeParam> range({9, 9});
+    array.GetRange(&range, 1, 0);
+    EXPECT_EQ(recorder.take(), this->failed({"iNumItems > 0"}));
+    EXPECT_EQ(range.GetDataPtr(), nullptr);
+    EXPECT_EQ(range.GetNumItems(), 0);
+}
+
+// Only a negative count has starts that are neither.
 TYPED_TEST(VTArrayFamilyRange, GetRangeChecksAStartThatNoArrayHas) {
     TypeParam array;
     TypeParam range;
@@ -70,8 +86,10 @@ TYPED_TEST(VTArrayFamilyRange, SwapExchangesTwoItems) {
     array.Swap(1, 1);
     EXPECT_EQ(numbers<TypeParam>(array), (Numbers{3, 2, 1}));
     EXPECT_TRUE(recorder.take().empty());
-    EXPECT_EQ(assertsUntil(2, [&] { array.Swap(-1, 3); }),
-              this->failed({"(iIndexA >= 0) && (iIndexA < m_iNumItems)", "(iIndexB >= 0) && (iIndexB < m_iNumItems)"}));
+    const auto both =
+        this->failed({"(iIndexA >= 0) && (iIndexA < m_iNumItems)", "(iIndexB >= 0) && (iIndexB < m_iNumItems)"});
+    EXPECT_EQ(assertsUntil(2, [&] { array.Swap(-1, 3); }), both);
+    EXPECT_EQ(assertsUntil(2, [&] { array.Swap(3, -1); }), both);
 }
 
 TYPED_TEST(VTArrayFamilyRange, SwapArrayRangeReversesARange) {
@@ -80,9 +98,13 @@ TYPED_TEST(VTArrayFamilyRange, SwapArrayRangeReversesARange) {
     EXPECT_EQ(numbers<TypeParam>(array), (Numbers{1, 4, 3, 2, 5}));
     array.SwapArrayRange(3, -1);
     EXPECT_EQ(numbers<TypeParam>(array), (Numbers{1, 4, 3, 5, 2}));
-    EXPECT_EQ(assertsUntil(2, [&] { array.SwapArrayRange(5, 5); }),
-              this->failed({"(iStartIndex >= 0) && (iStartIndex < m_iNumItems)",
-                            "(iStopIndex > iStartIndex) && (iStopIndex < m_iNumItems)"}));
+    const std::string start = "(iStartIndex >= 0) && (iStartIndex < m_iNumItems)";
+    const std::string stop = "(iStopIndex > iStartIndex) && (iStopIndex < m_iNumItems)";
+    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(-1, 2); }), this->failed({start}));
+    EXPECT_EQ(assertsUntil(2, [&] { array.SwapArrayRange(5, 5); }), this->failed({start, stop}));
+    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(2, 2); }), this->failed({stop}));
+    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(2, 5); }), this->failed({stop}));
+    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(4, -1); }), this->failed({stop}));
 }
 
 template <typename Array>

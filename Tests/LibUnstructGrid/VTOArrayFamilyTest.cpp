@@ -464,9 +464,12 @@ TYPED_TEST(VTArrayFamily, CopyDataOfAnArrayChecksBothRanges) {
     EXPECT_EQ(assertsUntil(3, [&] { array.CopyData(source, 5, -1, -1); }),
               this->failed({this->text("iNumItemsToCopy <= aiValues.GetNumItems() - iStartSrcIndex"),
                             "iStartDstIndex >= 0", "iStartSrcIndex >= 0"}));
-    EXPECT_EQ(assertsUntil(2, [&] { array.CopyData(source, 4, 0, -1); }),
-              this->failed({"iStartSrcIndex >= 0",
-                            this->text("iNumItemsToCopy >= 0 && iNumItemsToCopy <= aiValues.GetNumItems()")}));
+    const std::string range = this->text("iNumItemsToCopy >= 0 && iNumItemsToCopy <= aiValues.GetNumItems()");
+    EXPECT_EQ(assertsUntil(2, [&] { array.CopyData(source, 4, 0, -1); }), this->failed({"iStartSrcIndex >= 0", range}));
+    // From index 5 up to the end of 3 items there are -2.
+    EXPECT_EQ(assertsUntil(3, [&] { array.CopyData(source, -1, 0, 5); }),
+              this->failed({this->text("iNumItemsToCopy <= aiValues.GetNumItems() - iStartSrcIndex"),
+                            this->text("iStartSrcIndex < aiValues.GetNumItems()"), range}));
 }
 
 template <typename Array>
@@ -489,6 +492,15 @@ TYPED_TEST(VTArrayFamilyBlock, CopyDataOfAllItemsChecksBothBuffers) {
     const auto values = buffer<TypeParam>({4, 5, 6});
     EXPECT_EQ(assertsUntil(1, [&] { array.CopyData(values.data(), 3, 0); }),
               this->failed({"m_iNumAllocated >= iNumItems"}));
+}
+
+TYPED_TEST(VTArrayFamilyBlock, CopyDataOfAllItemsOfAnArrayWithoutABufferCopiesNothing) {
+    AssertRecorder recorder;
+    TypeParam array;
+    array.SetNumItems(2);
+    recorder.take();
+    array.CopyData(buffer<TypeParam>({4, 5}).data(), 2, 0);
+    EXPECT_EQ(recorder.take(), this->failed({this->text("m_piData && pData"), "m_iNumAllocated >= iNumItems"}));
 }
 
 TYPED_TEST(VTArrayFamilyBlock, CopyDataChecksPointerCountAndPlace) {

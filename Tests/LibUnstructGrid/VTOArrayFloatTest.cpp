@@ -136,6 +136,8 @@ TYPED_TEST(VTFloatingArray, GetSortedIndexOrdersByValue) {
     const auto array = this->make({30, 10, 20});
     const std::unique_ptr<int[]> piIndices(array.GetSortedIndex(false));
     EXPECT_EQ(Numbers(piIndices.get(), piIndices.get() + 3), (Numbers{1, 2, 0}));
+    const std::unique_ptr<int[]> piLooked(array.GetSortedIndex(true));
+    EXPECT_EQ(Numbers(piLooked.get(), piLooked.get() + 3), (Numbers{1, 2, 0}));
 }
 
 // 36 equal keys end up in reverse when they are sorted; with the check they are left alone.
@@ -337,6 +339,37 @@ TYPED_TEST(VTFloatingArray, LocateValueChecksThePairItFinds) {
     EXPECT_EQ(t, 0);
 }
 
+// Without items there is nothing to search, and the place is 0. Only a negative count gets that far: of -1 the last
+// item seems to stand two places in front of the first.
+TYPED_TEST(VTFloatingArray, LocateValueChecksThePlaceItFinds) {
+    AssertRecorder recorder;
+    typename TestFixture::Number values[] = {5, 0, 1};
+    TypeParam array;
+    array.SetSharedDataPtr(values + 2, 1);
+    array.SetNumItems(-1);
+    recorder.take();
+    int iBefore = -7;
+    int iAfter = -7;
+    typename TestFixture::Number t = -7;
+    EXPECT_TRUE(array.LocateValueInSortedArray(3, &iBefore, &iAfter, &t));
+    EXPECT_EQ(recorder.take(), this->failed({"m_iNumItems >= 2", "iFoundIdx == 0", "fValue == m_pfData[0]",
+                                             "iIdxBefore >= 0 && iIdxBefore < m_iNumItems",
+                                             "iIdxAfter >= 0 && iIdxAfter < m_iNumItems", "fValue <= fValueAfter"}));
+    EXPECT_EQ(iBefore, 0);
+    EXPECT_EQ(iAfter, 0);
+    EXPECT_EQ(t, 0);
+}
+
+// Between the infinities there is no fraction of the way.
+TYPED_TEST(VTFloatingArray, LocateValueChecksTheFraction) {
+    AssertRecorder recorder;
+    const auto infinity = std::numeric_limits<typename TestFixture::Number>::infinity();
+    typename TestFixture::Number t = -7;
+    EXPECT_TRUE(this->make({-infinity, infinity}).LocateValueInSortedArray(3, nullptr, nullptr, &t));
+    EXPECT_EQ(recorder.take(), this->failed({"fT >= 0 && fT <= 1"}));
+    EXPECT_TRUE(std::isnan(t));
+}
+
 TYPED_TEST(VTFloatingArray, LocateValueMatchesInterpolation) {
     PortableRandom random(2);
     TypeParam array;
@@ -485,8 +518,9 @@ TYPED_TEST(VTFloatingArray, ComputeAverage) {
     EXPECT_EQ(array.ComputeAverage(0, 0), 0);
     EXPECT_EQ(TypeParam().ComputeAverage(0, -1), 0);
     EXPECT_EQ(this->make({this->none}).ComputeAverage(0, 1), this->none);
-    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(3, 1); }),
-              this->failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"}));
+    const auto start = this->failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"});
+    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(3, 1); }), start);
+    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(-1, 1); }), start);
 }
 
 // Each change, over all items and over those below the limit. The limit itself is not below, and so stays.

@@ -113,39 +113,6 @@ TEST(VTIntArray, AssignConsecutiveChecksTheRoomItMade) {
     EXPECT_EQ(assertsUntil(1, [&] { array.AssignConsecutive(4, 0); }), failed({"m_iNumAllocated >= iNumItems"}));
 }
 
-TEST(VTIntArray, SetRangeWritesARange) {
-    Ints array({1, 2, 3, 4, 5});
-    array.SetRange(1, 2, 7);
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{1, 7, 7, 4, 5}));
-    array.SetRange(3, -1, 8);
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{1, 7, 7, 8, 8}));
-    array.SetRange(0, 0, 9);
-    EXPECT_EQ(array.Get(0), 1);
-    const auto start = failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"});
-    EXPECT_EQ(assertsUntil(1, [&] { array.SetRange(-1, 1, 0); }), start);
-    EXPECT_EQ(assertsUntil(1, [&] { array.SetRange(5, 1, 0); }), start);
-}
-
-TEST(VTIntArray, GetRangeCopiesIntoAFittingArray) {
-    const Ints array({1, 2, 3, 4});
-    Ints range({9, 9, 9, 9, 9, 9});
-    array.GetRange(&range, 1, 2);
-    EXPECT_EQ(numbers<VTIntArray>(range), (Numbers{2, 3}));
-    EXPECT_EQ(range.GetNumAllocated(), 2);
-    array.GetRange(&range, 2, -1);
-    EXPECT_EQ(numbers<VTIntArray>(range), (Numbers{3, 4}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(nullptr, 0, 1); }), failed({"paiValues"}));
-}
-
-// The check of the start holds for every number: 4 is at or above 0, and -1 is below the count.
-TEST(VTIntArray, GetRangeNoticesABadStartOnlyAtTheItems) {
-    const Ints array({1, 2, 3, 4});
-    VTIntArray range;
-    EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, 4, 1); }), failed({"iIndex < m_iNumItems"}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, -1, 1); }), failed({"iIndex >= 0"}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.GetRange(&range, 1, 0); }), failed({"iNumItems > 0"}));
-}
-
 TEST(VTIntArray, DeleteByValueKeepsTheOrder) {
     Ints array({3, 1, 3, 2, 3});
     EXPECT_TRUE(array.DeleteByValue(3));
@@ -418,8 +385,17 @@ TEST(VTIntArray, FindUnusedValueTakesTheFirstGap) {
         Numbers list;
         int iStart;
         int iUnused;
-    } rows[] = {{{1, 5, 6, 8}, 5, 7}, {{1, 2}, 5, 5}, {{1, 5, 6, 8}, 1, 2}, {{1, 5, 6, 8}, 8, 9}, {{5, 5, 6, 6}, 5, 7},
-                {{5, 6, 7}, 5, 8},    {{}, 5, 5},     {{5, iNone}, 5, 6},   {{-1, 0, 1}, -1, 2},  {{4, 6}, 5, 5}};
+    } rows[] = {{{1, 5, 6, 8}, 5, 7},
+                {{1, 2}, 5, 5},
+                {{1, 5, 6, 8}, 1, 2},
+                {{1, 5, 6, 8}, 8, 9},
+                {{5, 5, 6, 6}, 5, 7},
+                {{5, 6, 7}, 5, 8},
+                {{}, 5, 5},
+                {{5, iNone}, 5, 6},
+                {{-1, 0, 1}, -1, 2},
+                {{4, 6}, 5, 5},
+                {{iNone - 1, iNone}, iNone - 1, iNone}}; // It stops there, and does not step past the largest int.
     PortableRandom random(3);
     for (const auto& row : rows) {
         EXPECT_EQ(Ints(row.list).FindUnusedValue(row.iStart, true), row.iUnused) << row.iStart;
@@ -429,6 +405,14 @@ TEST(VTIntArray, FindUnusedValueTakesTheFirstGap) {
         }
         EXPECT_EQ(Ints(mixed).FindUnusedValue(row.iStart, false), row.iUnused) << row.iStart;
     }
+}
+
+TEST(VTIntArray, FindUnusedValueWithoutItemsIsTheStart) {
+    AssertRecorder recorder;
+    const Roomy<VTIntArray> array({}, 3);
+    EXPECT_EQ(array.FindUnusedValue(99, true), 99); // Which the unused slots hold.
+    EXPECT_EQ(array.FindUnusedValue(99, false), 99);
+    EXPECT_TRUE(recorder.take().empty());
 }
 
 TEST(VTIntArray, FindUnusedValueChecksItsIndex) {
@@ -475,8 +459,9 @@ TEST(VTIntArray, ComputeAverageDividesInFloat) {
     EXPECT_EQ(array.ComputeAverage(0, 0), 0.0f);
     EXPECT_EQ(VTIntArray().ComputeAverage(0, -1), 0.0f);
     EXPECT_EQ(Ints({VT_UNDEFINED_INT}).ComputeAverage(0, 1), 2147483648.0f); // An ordinary number here.
-    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(3, 1); }),
-              failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"}));
+    const auto start = failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"});
+    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(3, 1); }), start);
+    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(-1, 1); }), start);
     AssertRecorder recorder;
     EXPECT_EQ(array.ComputeAverage(3, -1), 0.0f); // A start at the end leaves a count of 0.
     EXPECT_TRUE(recorder.take().empty());
@@ -496,33 +481,6 @@ TEST(VTIntArray, ReverseChecksForABufferFirst) {
     single.Reverse();
     EXPECT_EQ(numbers<VTIntArray>(single), (Numbers{1}));
     EXPECT_TRUE(recorder.take().empty());
-}
-
-TEST(VTIntArray, SwapExchangesTwoItems) {
-    Ints array({1, 2, 3});
-    array.Swap(0, 2);
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{3, 2, 1}));
-    array.Swap(1, 1);
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{3, 2, 1}));
-    EXPECT_EQ(assertsUntil(2, [&] { array.Swap(-1, 3); }),
-              failed({"(iIndexA >= 0) && (iIndexA < m_iNumItems)", "(iIndexB >= 0) && (iIndexB < m_iNumItems)"}));
-    EXPECT_EQ(assertsUntil(2, [&] { array.Swap(3, -1); }),
-              failed({"(iIndexA >= 0) && (iIndexA < m_iNumItems)", "(iIndexB >= 0) && (iIndexB < m_iNumItems)"}));
-}
-
-TEST(VTIntArray, SwapArrayRangeReversesARange) {
-    Ints array({1, 2, 3, 4, 5});
-    array.SwapArrayRange(1, 3);
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{1, 4, 3, 2, 5}));
-    array.SwapArrayRange(3, -1);
-    EXPECT_EQ(numbers<VTIntArray>(array), (Numbers{1, 4, 3, 5, 2}));
-    const std::string start = "(iStartIndex >= 0) && (iStartIndex < m_iNumItems)";
-    const std::string stop = "(iStopIndex > iStartIndex) && (iStopIndex < m_iNumItems)";
-    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(-1, 2); }), failed({start}));
-    EXPECT_EQ(assertsUntil(2, [&] { array.SwapArrayRange(5, 5); }), failed({start, stop}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(2, 2); }), failed({stop}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(2, 5); }), failed({stop}));
-    EXPECT_EQ(assertsUntil(1, [&] { array.SwapArrayRange(4, -1); }), failed({stop}));
 }
 
 TEST(VTIntArray, CompactIndicesRenumbersFromZeroWithoutGaps) {
@@ -561,6 +519,31 @@ TEST(VTIntArray, CompactIndicesChecksItsArgumentsAndItems) {
     VTIntArray noBuffer;
     assertsUntil(0, [&] { noBuffer.SetNumItems(1); });
     EXPECT_EQ(assertsUntil(1, [&] { noBuffer.CompactIndices(0, &mapping, &iNewMax); }), failed({"m_piData"}));
+}
+
+// A mapping whose buffer was there before.
+struct PlacedMapping : VTIntArray {
+    void Alloc(int, int, bool) override {}
+};
+
+// Items and mapping in one buffer: 0, -2 | -1, -1. Marking index 0 and, two places in front of the mapping, index -2
+// makes it 1, -2 | 1, -1, and numbering 1, -2 | 0, -1. Now index 1 is in range, but in use it is not.
+TEST(VTIntArray, CompactIndicesChecksItsItemsOnceMoreWhenItRewritesThem) {
+    AssertRecorder recorder;
+    int aiBuffer[] = {0, -2, 7, 7};
+    VTIntArray array;
+    array.SetSharedDataPtr(aiBuffer, 2);
+    PlacedMapping mapping;
+    mapping.SetSharedDataPtr(aiBuffer + 2, 2);
+    int iNewMax = -7;
+    EXPECT_TRUE(array.CompactIndices(1, &mapping, &iNewMax));
+    const std::string item = "iIndex >= 0 && iIndex <= iMaxIndex";
+    const std::string mapped = "paiMapping->Get(iIndex) >= 0";
+    const std::string access = "iIndex >= 0"; // Of the mapping itself, at each access.
+    EXPECT_EQ(recorder.take(), failed({item, access, mapped, item, access, mapped, access}));
+    EXPECT_EQ(numbers(array), (Numbers{-1, -1}));
+    EXPECT_EQ(numbers<VTIntArray>(mapping), (Numbers{0, -1}));
+    EXPECT_EQ(iNewMax, 0);
 }
 
 TEST(VTIntArray, SetOperations) {

@@ -81,6 +81,21 @@ TEST(VTPartInstanceIDArray, ChecksBeforeTheFourDo) {
     EXPECT_TRUE(recorder.take().empty());
 }
 
+// Only the geometry and the part ids are compared, which are the last two of the four lists.
+TEST(VTPartInstanceIDArray, ChecksThatGeometryAndPartIdsAreInStep) {
+    static_assert(sizeof(VTPartInstanceIDArray) == 4 * sizeof(VTIntArray));
+    AssertRecorder recorder;
+    VTPartInstanceIDArray array = made();
+    auto* paiLists = reinterpret_cast<VTIntArray*>(&array);
+    paiLists[0].Realloc(7, -1, false);
+    paiLists[1].Realloc(8, -1, false);
+    EXPECT_EQ(array.GetNumAllocated(), 4);
+    EXPECT_TRUE(recorder.take().empty());
+    paiLists[2].Realloc(9, -1, false);
+    EXPECT_EQ(array.GetNumAllocated(), 9);
+    EXPECT_EQ(recorder.take(), failedIn(unit, {"m_aiGeometryIDs.GetNumAllocated() == m_aiPartIDs.GetNumAllocated()"}));
+}
+
 TEST(VTPartInstanceIDArray, CopiesAndCompares) {
     VTPartInstanceIDArray copy(made());
     EXPECT_TRUE(copy == made());

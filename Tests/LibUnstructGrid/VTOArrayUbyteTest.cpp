@@ -86,7 +86,11 @@ TEST(VTUbyteArray, SetOfSeveralChecksThePlace) {
     array.Set(5, aubValues, 0); // A count of 0 goes on, and takes in the slots before the place.
     EXPECT_EQ(recorder.take(), failedIn(unit, {place}));
     EXPECT_EQ(numbers<VTUbyteArray>(array), (Numbers{1, 2, 3, 99, 99}));
-    array.SetNumItems(7); // One more than there is room for.
+    array.Set(8, aubValues, 0); // It makes room for them, too.
+    EXPECT_EQ(recorder.take(), failedIn(unit, {place}));
+    EXPECT_EQ(array.GetNumItems(), 8);
+    EXPECT_EQ(array.GetNumAllocated(), 8);
+    array.SetNumItems(9); // One more than there is room for.
     recorder.take();
     array.Set(1, aubValues, 0);
     EXPECT_EQ(recorder.take(), failedIn(unit, {"m_iNumItems <= m_iNumAllocated"}));

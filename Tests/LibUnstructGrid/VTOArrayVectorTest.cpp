@@ -289,8 +289,9 @@ TEST(VTVectorArray, ComputeAverageCountsUndefinedItemsAsNumbers) {
     EXPECT_TRUE(array.ComputeAverage(0, 0) == VT_ZERO_VEC);
     EXPECT_TRUE(VTVectorArray().ComputeAverage(0, -1) == VT_ZERO_VEC);
     EXPECT_TRUE(made({halfUndefined}).ComputeAverage(0, 1) == halfUndefined);
-    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(3, 1); }),
-              failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"}));
+    const auto start = failed({"iStartIndex >= 0 && iStartIndex < m_iNumItems"});
+    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(3, 1); }), start);
+    EXPECT_EQ(assertsUntil(1, [&] { array.ComputeAverage(-1, 1); }), start);
 }
 
 TEST(VTVectorArray, TransformsPointsAndVectors) {

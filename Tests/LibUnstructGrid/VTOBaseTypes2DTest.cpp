@@ -203,6 +203,9 @@ TEST(VTFloatRect, NormalizeOrdersBothPairs) {
     rect.Set(1, 22, 11, 2);
     rect.Normalize();
     EXPECT_EQ(rect, VTFloatRect(1, 2, 11, 22));
+    rect.Set(11, 2, 1, 22);
+    rect.Normalize();
+    EXPECT_EQ(rect, VTFloatRect(1, 2, 11, 22));
 }
 
 TEST(VTFloatRect, IntersectZeroesThePairWithoutExtent) {
