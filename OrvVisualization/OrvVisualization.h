@@ -1,0 +1,9 @@
+#pragma once
+
+/// @page OrvVisualization OrvVisualization: pictures, and what a ray meets
+///
+/// Namespace `orv::vis`. Knows nothing of results and models: it is given points, triangles and colours.
+///
+/// - RayScene finds the first thing that a ray meets, for picking and for pictures alike.
+
+#include "OrvVisualization/RayScene.h"
