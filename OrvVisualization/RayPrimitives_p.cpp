@@ -49,7 +49,7 @@ double sizeInPlane(const Corner& corner) {
     return std::abs(corner.x) + std::abs(corner.y);
 }
 
-/// Where a t² + 2 b t + c is not above 0, for a above 0.
+/// Where a t * t + 2 b t + c is not above 0, for a above 0.
 Interval solve(double a, double b, double c) {
     const double radicand = b * b - a * c;
     if (!(radicand >= 0.0)) {
