@@ -4,7 +4,7 @@
 
 namespace orv::vis {
 
-RayScene::RayScene() : m_private(std::make_unique<RayScenePrivate>()) {}
+RayScene::RayScene() : m_private(new RayScenePrivate) {}
 
 RayScene::~RayScene() = default;
 

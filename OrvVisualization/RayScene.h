@@ -2,13 +2,13 @@
 
 #include "LibCore/rvfExport.h"
 #include "OrvCore/Defines.h"
+#include "OrvCore/PimplPointerHolder.h"
 #include "OrvCore/Ray.h"
 #include "OrvCore/Str.h"
 #include "OrvCore/Vec3d.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 namespace orv::vis {
@@ -68,7 +68,7 @@ public:
     bool intersect(const Ray& ray, RayHit* hit) const;
 
 private:
-    std::unique_ptr<RayScenePrivate> m_private;
+    internal::PimplPointerHolder<RayScenePrivate> m_private;
 };
 
 } // namespace orv::vis

@@ -1,0 +1,7 @@
+#include "OrvVisualization/Model.h"
+
+namespace orv::vis {
+
+Model::~Model() = default;
+
+} // namespace orv::vis
