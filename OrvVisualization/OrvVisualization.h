@@ -4,8 +4,10 @@
 ///
 /// Namespace `orv::vis`. Knows nothing of results and models: it is given points, triangles and colours.
 ///
+/// - Camera says where a picture is taken from.
 /// - Model is what can be shown: shapes with their values, and the scene that rays look into.
 /// - RayScene finds the first thing that a ray meets, for picking and for pictures alike.
 
+#include "OrvVisualization/Camera.h"
 #include "OrvVisualization/Model.h"
 #include "OrvVisualization/RayScene.h"

@@ -1,0 +1,182 @@
+#include "OrvVisualization/Camera.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace orv::vis {
+namespace {
+
+constexpr double fitMargin = 1.05;
+
+struct Orientation {
+    Vec3d toEye;
+    Vec3d up;
+};
+
+Orientation orientationOf(StandardView view) {
+    switch (view) {
+    case StandardView::FRONT:
+        return {{0, -1, 0}, {0, 0, 1}};
+    case StandardView::BACK:
+        return {{0, 1, 0}, {0, 0, 1}};
+    case StandardView::LEFT:
+        return {{-1, 0, 0}, {0, 0, 1}};
+    case StandardView::RIGHT:
+        return {{1, 0, 0}, {0, 0, 1}};
+    case StandardView::TOP:
+        return {{0, 0, 1}, {0, 1, 0}};
+    case StandardView::BOTTOM:
+        return {{0, 0, -1}, {0, 1, 0}};
+    case StandardView::ISOMETRIC:
+        break;
+    }
+    return {{1, -1, 1}, {0, 0, 1}};
+}
+
+bool isFinite(const Vec3d& v) {
+    return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
+}
+
+bool isPositive(double value) {
+    return value > 0.0 && std::isfinite(value);
+}
+
+/// The part of `up` at right angles to the unit vector `forward`, of length 1; of the axis that is least along
+/// `forward` when nothing is left of it.
+Vec3d uprightOf(const Vec3d& up, const Vec3d& forward) {
+    constexpr double tooLittle = 1e-9;
+    Vec3d upright = up - forward * (up * forward);
+    if (!(upright.length() > tooLittle * up.length())) {
+        std::size_t axis = 0;
+        for (std::size_t i = 1; i < 3; ++i) {
+            axis = std::abs(forward[i]) < std::abs(forward[axis]) ? i : axis;
+        }
+        Vec3d other;
+        other[axis] = 1.0;
+        upright = other - forward * forward[axis];
+    }
+    return upright / upright.length();
+}
+
+double tangentOfHalf(double angle) {
+    return std::tan(angle * std::numbers::pi / 360.0);
+}
+
+} // namespace
+
+Camera::Camera() = default;
+
+void Camera::toLookAt(Vec3d* eye, Vec3d* viewReferencePoint, Vec3d* up) const {
+    if (eye) {
+        *eye = m_eye;
+    }
+    if (viewReferencePoint) {
+        *viewReferencePoint = m_viewReferencePoint;
+    }
+    if (up) {
+        *up = m_up;
+    }
+}
+
+bool Camera::setFromLookAt(const Vec3d& eye, const Vec3d& viewReferencePoint, const Vec3d& up) {
+    const Vec3d sight = viewReferencePoint - eye;
+    if (!isPositive(sight.length()) || !isFinite(up)) {
+        return false;
+    }
+    m_eye = eye;
+    m_viewReferencePoint = viewReferencePoint;
+    m_up = uprightOf(up, sight / sight.length());
+    return true;
+}
+
+bool Camera::setPerspective(double angle) {
+    if (!(angle > 0.0 && angle < 180.0)) {
+        return false;
+    }
+    m_isParallel = false;
+    m_angle = angle;
+    return true;
+}
+
+bool Camera::setParallel(double height) {
+    if (!isPositive(height)) {
+        return false;
+    }
+    m_isParallel = true;
+    m_height = height;
+    return true;
+}
+
+bool Camera::isParallel() const {
+    return m_isParallel;
+}
+
+double Camera::angle() const {
+    return m_angle;
+}
+
+double Camera::height() const {
+    return m_height;
+}
+
+void Camera::setStandardView(StandardView view, const Vec3d& center) {
+    const Orientation orientation = orientationOf(view);
+    const double distance = (m_viewReferencePoint - m_eye).length();
+    setFromLookAt(center + orientation.toEye * (distance / orientation.toEye.length()), center, orientation.up);
+}
+
+bool Camera::fitBall(const Vec3d& center, double radius, double aspect) {
+    if (!isPositive(radius) || !isPositive(aspect) || !isFinite(center)) {
+        return false;
+    }
+    const double narrow = std::min(aspect, 1.0);
+    const double ball = radius * fitMargin;
+    // The ball touches the picture's edge where the line of sight along that edge is a tangent to it.
+    const double distance = ball / std::sin(std::atan(tangentOfHalf(m_angle) * narrow));
+    m_eye = center - forward() * distance;
+    m_viewReferencePoint = center;
+    m_height = m_isParallel ? 2.0 * ball / narrow : m_height;
+    return true;
+}
+
+Ray Camera::rayThrough(double x, double y, int width, int height) const {
+    const double halfHeight = m_isParallel ? m_height / 2.0 : tangentOfHalf(m_angle);
+    const double unitsPerPixel = 2.0 * halfHeight / height;
+    const Vec3d aside = right() * ((x - width / 2.0) * unitsPerPixel) + m_up * ((height / 2.0 - y) * unitsPerPixel);
+    const Vec3d direction = m_isParallel ? forward() : forward() + aside;
+    Ray ray;
+    ray.setOrigin(m_isParallel ? m_eye + aside : m_eye);
+    ray.setDirection(direction / direction.length());
+    return ray;
+}
+
+bool Camera::project(const Vec3d& point, int width, int height, double* x, double* y, double* depth) const {
+    const Vec3d fromEye = point - m_eye;
+    const double along = fromEye * forward();
+    if (!(along > 0.0)) {
+        return false;
+    }
+    const double size = pixelSize(along, height);
+    *x = width / 2.0 + (fromEye * right()) / size;
+    *y = height / 2.0 - (fromEye * m_up) / size;
+    if (depth) {
+        *depth = along;
+    }
+    return true;
+}
+
+double Camera::pixelSize(double depth, int height) const {
+    return (m_isParallel ? m_height : 2.0 * tangentOfHalf(m_angle) * depth) / height;
+}
+
+Vec3d Camera::forward() const {
+    const Vec3d sight = m_viewReferencePoint - m_eye;
+    return sight / sight.length();
+}
+
+Vec3d Camera::right() const {
+    return forward() ^ m_up;
+}
+
+} // namespace orv::vis
