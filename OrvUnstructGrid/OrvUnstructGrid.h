@@ -70,3 +70,4 @@
 #include "OrvUnstructGrid/StateInfo.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
 #include "OrvUnstructGrid/WriteSelection.h"
+#include "OrvUnstructGrid/ZTFWriter.h"

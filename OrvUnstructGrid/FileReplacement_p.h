@@ -1,0 +1,48 @@
+#pragma once
+
+#include "OrvCore/Str.h"
+
+#include <string>
+#include <string_view>
+
+namespace orv::ug {
+
+class Error;
+
+/// A file that is written under a temporary name in the folder of its target, and takes the target's place at the end.
+/// Without commit() nothing of it stays.
+class FileReplacement {
+public:
+    FileReplacement() = default;
+    ~FileReplacement();
+
+    FileReplacement(const FileReplacement&) = delete;
+    FileReplacement& operator=(const FileReplacement&) = delete;
+
+    /// Makes the temporary file, with the rights of the target when there is one. A link is followed. Refuses a target
+    /// that is not a regular file. Once per object.
+    bool open(const Str& filename, Error* error);
+
+    /// The name that the bytes go to.
+    const std::string& temporaryName() const;
+
+    /// Appends, through a buffer. After a failure, which commit() tells, nothing more is written.
+    void write(std::string_view bytes);
+    bool hasFailed() const;
+
+    /// Brings all bytes to the disk and renames the file, so that after a crash of the machine either the old or the
+    /// new content is there.
+    bool commit(Error* error);
+
+private:
+    void flush();
+
+    Str m_name;
+    std::string m_target;
+    std::string m_temporary;
+    std::string m_buffer;
+    int m_descriptor = -1;
+    int m_errorNumber = 0;
+};
+
+} // namespace orv::ug
