@@ -63,7 +63,7 @@ class DataSourceZTFTest : public testing::Test {
 protected:
     /// Null, and a message, when the file does not open.
     PtrRef<DataSourceZTF> open(const std::string& content) {
-        folder.write("a.ztf", content);
+        writeAnew(content);
         PtrRef<DataSourceZTF> source(new DataSourceZTF(1));
         Error error;
         const bool isOpen = source->openFile(folder / "a.ztf", &error);
@@ -76,6 +76,12 @@ protected:
             return {};
         }
         return source;
+    }
+
+    // Some file systems wait for the disk when a file is written over, and these tests write thousands.
+    void writeAnew(const std::string& content) const {
+        std::filesystem::remove(folder / "a.ztf");
+        folder.write("a.ztf", content);
     }
 
     std::string withoutFolder(Str text) const {
@@ -438,7 +444,7 @@ TEST_F(DataSourceZTFTest, SurvivesDamage) {
         }
     }
     for (const std::string& content : contents) {
-        folder.write("a.ztf", content);
+        writeAnew(content);
         const PtrRef<DataSourceZTF> source(new DataSourceZTF(1));
         Error error;
         if (source->openFile(folder / "a.ztf", &error)) {

@@ -11,6 +11,7 @@
 #include "Tests/Support/DescribeSource.h"
 #include "Tests/Support/MemoryModels.h"
 #include "Tests/Support/ScratchFolder.h"
+#include "Tests/Support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -197,6 +198,17 @@ TEST_F(ZTFWriterTest, WhatIsReadBackIsTheSameBitByBit) {
     EXPECT_EQ(read->directory()->simulationInfo().filename(), Str(path()));
     EXPECT_TRUE(asserts.take().empty());
     EXPECT_EQ(folder.names(), std::vector<std::string>{"a.ztf"});
+}
+
+// A file of every feature that version 1 of the format has, kept so that later versions of the library read it too.
+TEST_F(ZTFWriterTest, AFileOfOldIsStillReadAndWritten) {
+    const std::string sample = orvtest::testDataFolder() + "/ztf/everything.ztf";
+    const PtrRef<AnySource> source = makeAnySource();
+    writeAndOpen(source.get());
+    EXPECT_EQ(folder.read("a.ztf"), orvtest::readWholeFile(sample));
+    const PtrRef<DataSourceZTF> read(new DataSourceZTF(1));
+    ASSERT_TRUE(read->openFile(sample, nullptr));
+    EXPECT_EQ(described(read.get()), described(source.get()));
 }
 
 TEST_F(ZTFWriterTest, AFileWrittenFromAFileIsTheSameFile) {
