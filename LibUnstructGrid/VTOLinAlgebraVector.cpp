@@ -24,22 +24,6 @@ bool VTVector::IsZero(bool bExact) const {
     return VTFeqZero(x) && VTFeqZero(y) && VTFeqZero(z);
 }
 
-bool VTVector::Normalize() {
-    const double fL2Norm = L2Norm();
-    if (!(fL2Norm > zeroLimit)) {
-        SetZero();
-        return false;
-    }
-    *this /= std::sqrt(fL2Norm);
-    return true;
-}
-
-VTVector VTVector::GetNormalized() const {
-    VTVector normalized = *this;
-    normalized.Normalize();
-    return normalized;
-}
-
 bool VTVector::SetLength(double fLength) {
     RVF_ASSERT(fLength >= 0);
     const double fL2Norm = L2Norm();
@@ -66,12 +50,6 @@ double VTVector::MaxComponent(int* piIndex) const {
         *piIndex = iMax;
     }
     return (*this)[iMax];
-}
-
-int VTVector::FindClosestAxis() const {
-    int iAxis = 0;
-    VTVector(std::fabs(x), std::fabs(y), std::fabs(z)).MaxComponent(&iAxis);
-    return iAxis;
 }
 
 void VTVector::SetUndefined() {

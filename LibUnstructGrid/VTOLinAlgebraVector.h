@@ -61,10 +61,22 @@ public:
 
     /// Scales to length 1 when the squared length exceeds 1e-60. Otherwise the vector becomes zero and the answer is
     /// false.
-    bool Normalize();
+    bool Normalize() {
+        const double fL2Norm = L2Norm();
+        if (!(fL2Norm > 1e-60)) {
+            SetZero();
+            return false;
+        }
+        *this /= std::sqrt(fL2Norm);
+        return true;
+    }
 
     /// A normalised copy; zero when there is no length.
-    VTVector GetNormalized() const;
+    VTVector GetNormalized() const {
+        VTVector normalized = *this;
+        normalized.Normalize();
+        return normalized;
+    }
 
     /// Scales to the length. A vector whose squared length is below 1e-60, or a length of 0, gives the zero vector, and
     /// the answer then tells whether 0 was asked for. Asserts a length of at least 0.
@@ -78,7 +90,10 @@ public:
     double MaxComponent(int* piIndex) const;
 
     /// The index of the component of the largest magnitude; of equal ones the first.
-    int FindClosestAxis() const;
+    int FindClosestAxis() const {
+        const int iAxis = std::fabs(y) > std::fabs(x) ? 1 : 0;
+        return std::fabs(z) > std::fabs((*this)[iAxis]) ? 2 : iAxis;
+    }
 
     void SetUndefined();
 
