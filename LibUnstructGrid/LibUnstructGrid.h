@@ -12,11 +12,13 @@
 /// - Vectors and matrices: VTVector, VTVector4, VTVectorFloat and VTMatrix4 (VTOLinAlgebra).
 /// - Numerics: tolerances, missing values, rounding, quaternions, stress tensors, interpolation (VTOMath).
 /// - VTPlane, a plane by its four coefficients.
+/// - Rays and lines against planes, polygons, spheres and cylinders; clean-up of polygon meshes (VTOGeometryMath).
 /// - VTRvfConvertApi goes between this family and the core's.
 
 #include "LibUnstructGrid/VTOArray.h"
 #include "LibUnstructGrid/VTOBaseTypes.h"
 #include "LibUnstructGrid/VTOFile.h"
+#include "LibUnstructGrid/VTOGeometryMath.h"
 #include "LibUnstructGrid/VTOLinAlgebra.h"
 #include "LibUnstructGrid/VTOLinAlgebraVector.h"
 #include "LibUnstructGrid/VTOMath.h"
