@@ -48,7 +48,7 @@ bool ElementToNodeResultGenerator::generate(const ug::DataSource* dataSource, co
                    "Element to node conversion is only valid if input and output have the same result type (scalar, "
                    "vector, displacement or symmetric tensor)");
     const auto countNodes = [](const ug::DataPart& part, const InputValueData&) { return part.nodes()->nodeCount(); };
-    return GeneratorWalk(result, arguments, state).forEachPart(*this, countNodes, convert);
+    return GeneratorWalk(result, arguments).forEachPart(*this, state, countNodes, convert);
 }
 
 } // namespace orv::app

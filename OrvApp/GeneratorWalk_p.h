@@ -41,17 +41,18 @@ public:
         return dataSource ? dataSource->directory() : nullptr;
     }
 
-    GeneratorWalk(const ug::ResultInfo& result, const std::vector<ug::ResultInfo>& arguments, ug::DataState* state)
-        : m_result(result), m_arguments(arguments), m_state(state) {}
+    GeneratorWalk(const ug::ResultInfo& result, const std::vector<ug::ResultInfo>& arguments)
+        : m_result(result), m_arguments(arguments) {}
 
     /// Visits each part with its input and output gathered.
+    /// @param state a DataState, or in tests one that breaks its promises
     /// @param countOutputItems called with a part and its input: the items that the output has there
     /// @param visit called with a GeneratorPart; false ends the walk
     /// @return false when a step, the visit, or inputs that differ in their number of items ended it
-    template <class Generator, class CountOutputItems, class Visit>
-    bool forEachPart(const Generator& generator, CountOutputItems countOutputItems, Visit visit) const {
-        for (std::size_t i = 0; i < m_state->geometryCount(); ++i) {
-            if (!walkGeometry(generator, m_state->geometry(i), countOutputItems, visit)) {
+    template <class Generator, class State, class CountOutputItems, class Visit>
+    bool forEachPart(const Generator& generator, State* state, CountOutputItems countOutputItems, Visit visit) const {
+        for (std::size_t i = 0; i < state->geometryCount(); ++i) {
+            if (!walkGeometry(generator, state, i, countOutputItems, visit)) {
                 return false;
             }
         }
@@ -59,12 +60,13 @@ public:
     }
 
 private:
-    template <class Generator, class CountOutputItems, class Visit>
-    bool walkGeometry(const Generator& generator, const ug::DataGeometry* geo, CountOutputItems& countOutputItems,
-                      Visit& visit) const {
+    template <class Generator, class State, class CountOutputItems, class Visit>
+    bool walkGeometry(const Generator& generator, State* state, std::size_t geometryIndex,
+                      CountOutputItems& countOutputItems, Visit& visit) const {
+        const auto* geo = state->geometry(geometryIndex);
         RVF_ASSERT(geo);
         const unsigned long partCount = geo->partCount();
-        ug::DataResultGroup* group = m_state->results(geo);
+        ug::DataResultGroup* group = state->results(geo);
         RVF_ASSERT(group);
         ug::CustomResultGenerator::InputDataResults inputs;
         ug::CustomResultGenerator::OutputDataResult output;
@@ -108,7 +110,6 @@ private:
 
     const ug::ResultInfo& m_result;
     const std::vector<ug::ResultInfo>& m_arguments;
-    ug::DataState* m_state;
 };
 
 } // namespace orv::app

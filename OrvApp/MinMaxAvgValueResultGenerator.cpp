@@ -92,12 +92,12 @@ bool MinMaxAvgValueResultGenerator::generate(const ug::DataSource* dataSource, c
                    "type (scalar, vector, displacement or symmetric tensor)");
     RVF_ASSERT_MSG(result.resultMapping() == argInfo.resultMapping(),
                    "Computation of min, max or average value is only valid if input and output have the same mapping");
-    const GeneratorWalk walk(result, arguments, state);
-    return m_perPart ? generatePerPart(walk) : generateOverAllParts(walk);
+    const GeneratorWalk walk(result, arguments);
+    return m_perPart ? generatePerPart(walk, state) : generateOverAllParts(walk, state);
 }
 
-bool MinMaxAvgValueResultGenerator::generatePerPart(const GeneratorWalk& walk) const {
-    return walk.forEachPart(*this, countInputItems, [this](const GeneratorPart& part) {
+bool MinMaxAvgValueResultGenerator::generatePerPart(const GeneratorWalk& walk, ug::DataState* state) const {
+    return walk.forEachPart(*this, state, countInputItems, [this](const GeneratorPart& part) {
         RunningFigures figures;
         add(part, &figures);
         write(part, m_operation, figures);
@@ -105,7 +105,7 @@ bool MinMaxAvgValueResultGenerator::generatePerPart(const GeneratorWalk& walk) c
     });
 }
 
-bool MinMaxAvgValueResultGenerator::generateOverAllParts(const GeneratorWalk& walk) const {
+bool MinMaxAvgValueResultGenerator::generateOverAllParts(const GeneratorWalk& walk, ug::DataState* state) const {
     RunningFigures figures;
     const auto read = [&figures](const GeneratorPart& part) {
         add(part, &figures);
@@ -115,7 +115,8 @@ bool MinMaxAvgValueResultGenerator::generateOverAllParts(const GeneratorWalk& wa
         write(part, m_operation, figures);
         return true;
     };
-    return walk.forEachPart(*this, countInputItems, read) && walk.forEachPart(*this, countInputItems, writeAll);
+    return walk.forEachPart(*this, state, countInputItems, read) &&
+           walk.forEachPart(*this, state, countInputItems, writeAll);
 }
 
 } // namespace orv::app

@@ -49,8 +49,8 @@ public:
 private:
     friend class GeneratorWalk;
 
-    bool generatePerPart(const GeneratorWalk& walk) const;
-    bool generateOverAllParts(const GeneratorWalk& walk) const;
+    bool generatePerPart(const GeneratorWalk& walk, ug::DataState* state) const;
+    bool generateOverAllParts(const GeneratorWalk& walk, ug::DataState* state) const;
 
     int m_operation;
     bool m_perPart;

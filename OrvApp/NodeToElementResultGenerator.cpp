@@ -49,7 +49,7 @@ bool NodeToElementResultGenerator::generate(const ug::DataSource* dataSource, co
     const auto countElements = [](const ug::DataPart& part, const InputValueData&) {
         return part.elements()->elementCount();
     };
-    return GeneratorWalk(result, arguments, state).forEachPart(*this, countElements, convert);
+    return GeneratorWalk(result, arguments).forEachPart(*this, state, countElements, convert);
 }
 
 } // namespace orv::app

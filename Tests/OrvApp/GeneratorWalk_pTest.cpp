@@ -84,12 +84,13 @@ protected:
         return walkOver(model.state());
     }
 
-    bool walkOver(DataState* state) {
+    template <class State>
+    bool walkOver(State* state) {
         const auto countNodes = [](const DataPart& part, const CustomResultGenerator::InputValueData&) {
             return part.nodes()->nodeCount();
         };
-        return GeneratorWalk(ResultInfo(), arguments, state)
-            .forEachPart(steps, countNodes, [this](const GeneratorPart& part) {
+        return GeneratorWalk(ResultInfo(), arguments)
+            .forEachPart(steps, state, countNodes, [this](const GeneratorPart& part) {
                 EXPECT_EQ(part.output.values, nullptr);
                 outputScalars.push_back(part.outputScalar);
                 return steps.note("visit " + std::to_string(part.part->nodes()->nodeCount()));
@@ -163,9 +164,51 @@ TEST_F(GeneratorWalkTest, GivesTheOutputsPartOfAScalarThatHasIt) {
     EXPECT_EQ(outputScalars, (std::vector<DataPartScalar*>{scalar.part(0), nullptr, scalar.part(0)}));
 }
 
-TEST_F(GeneratorWalkTest, AMissingGeometryIsAnAssertion) {
-    DataState broken(1, {orv::PtrRef<DataGeometry>()});
+/// A state with one geometry of one part, of which something is missing.
+struct BrokenState {
+    struct Geometry {
+        std::size_t partCount() const {
+            return 1;
+        }
+
+        const DataPart* part(std::size_t) const {
+            return onlyPart;
+        }
+
+        const DataPart* onlyPart = nullptr;
+    };
+
+    std::size_t geometryCount() const {
+        return 1;
+    }
+
+    const Geometry* geometry(std::size_t) const {
+        return hasGeometry ? &onlyGeometry : nullptr;
+    }
+
+    DataResultGroup* results(const Geometry*) const {
+        return group;
+    }
+
+    Geometry onlyGeometry;
+    bool hasGeometry = true;
+    DataResultGroup* group = nullptr;
+};
+
+TEST_F(GeneratorWalkTest, AMissingGeometryGroupOrPartIsAnAssertion) {
+    BrokenState broken;
+    // Behind these two there is nothing defined.
+    broken.hasGeometry = false;
     EXPECT_EQ(asserts.takeUntil(1, [&] { walkOver(&broken); }), (std::vector<FailedAssert>{{walkFile, "geo", {}}}));
+    broken.hasGeometry = true;
+    broken.group = model.group(0);
+    EXPECT_EQ(asserts.takeUntil(1, [&] { walkOver(&broken); }), (std::vector<FailedAssert>{{walkFile, "geoPart", {}}}));
+    broken.group = nullptr;
+    steps.calls.clear();
+    steps.failing = "inputs of 1";
+    EXPECT_FALSE(walkOver(&broken));
+    EXPECT_EQ(asserts.take(), (std::vector<FailedAssert>{{walkFile, "group", {}}}));
+    EXPECT_EQ(steps.calls, (std::vector<std::string>{"inputs of 1"}));
 }
 
 TEST_F(GeneratorWalkTest, BeginsWithItsArguments) {

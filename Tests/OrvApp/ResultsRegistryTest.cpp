@@ -314,6 +314,14 @@ TEST_F(ResultsRegistryTest, RemovesWhatNamesTheResultAsItsBase) {
     EXPECT_EQ(names(), namesWith({"other type", "other id"}));
 }
 
+TEST_F(ResultsRegistryTest, AResultThatIsItsOwnBaseIsRemovedOnce) {
+    ResultInfo x = T + 1.0;
+    x.setBaseResult(x.id(), x.type());
+    results->add(x);
+    results->remove(x);
+    EXPECT_EQ(names(), namesWith({}));
+}
+
 TEST_F(ResultsRegistryTest, AResultOfTheFileWithARemovedBaseStaysAndIsTold) {
     const ResultInfo x = T + 1.0;
     ResultInfo stored(SCALAR, 7, "stored", PER_NODE);
