@@ -35,6 +35,8 @@
 /// - orv::app::NodeToElementResultGenerator and orv::app::ElementToNodeResultGenerator: the other mapping, by averaging
 /// - orv::app::MinMaxAvgValueResultGenerator: the smallest, largest or average number of a part or of all parts
 ///
+/// orv::app::Results::add() makes such a result one of the model's: listed, found by name and loaded.
+///
 /// Mistakes of the calling program are assertions (rvf::Assert), failures of data come back as a null pointer, false or
 /// an undefined record, with the reason in an orv::ug::Error or in the log "orv.comp.app". One thread at a time.
 
