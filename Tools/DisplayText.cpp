@@ -24,10 +24,28 @@ bool isLatinControl(std::string_view utf8, std::size_t i) {
     return utf8[i] == '\xC2' && i + 1 < utf8.size() && static_cast<unsigned char>(utf8[i + 1]) < 0xA0;
 }
 
+/// The byte at which a column begins; the size of the text when it has fewer.
+std::size_t columnBegin(std::string_view utf8, std::size_t column) {
+    std::size_t i = 0;
+    for (; i < utf8.size() && (column > 0 || isContinuation(utf8[i])); ++i) {
+        column -= isContinuation(utf8[i]) ? 0 : 1;
+    }
+    return i;
+}
+
 } // namespace
 
 std::size_t columnCount(std::string_view utf8) {
     return utf8.size() - std::size_t(std::count_if(utf8.begin(), utf8.end(), isContinuation));
+}
+
+std::string_view columnRange(std::string_view utf8, std::size_t first, std::size_t count) {
+    utf8.remove_prefix(columnBegin(utf8, first));
+    return utf8.substr(0, columnBegin(utf8, count));
+}
+
+std::string shortened(std::string_view utf8, std::size_t columns) {
+    return columnCount(utf8) <= columns ? std::string(utf8) : std::string(columnRange(utf8, 0, columns - 3)) + "...";
 }
 
 std::string printable(std::string_view utf8) {

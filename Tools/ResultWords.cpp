@@ -34,6 +34,25 @@ const char* mappingWord(orv::ug::ResultMapping mapping) {
     return "unknown";
 }
 
+orv::ug::ResultType typeOfWord(std::string_view word) {
+    for (const auto type : {orv::ug::SCALAR, orv::ug::VECTOR, orv::ug::DISPLACEMENT, orv::ug::SYMMETRIC_TENSOR}) {
+        if (word == typeWord(type)) {
+            return type;
+        }
+    }
+    return orv::ug::NO_RESULT_TYPE;
+}
+
+orv::ug::ResultMapping mappingOfWord(std::string_view word) {
+    for (const auto mapping :
+         {orv::ug::PER_NODE, orv::ug::PER_ELEMENT, orv::ug::PER_ELEMENT_NODE, orv::ug::PER_ELEMENT_SURFACE}) {
+        if (word == mappingWord(mapping)) {
+            return mapping;
+        }
+    }
+    return orv::ug::UNKNOWN_MAPPING;
+}
+
 const char* referenceTypeWord(orv::ug::StateInfo::ReferenceType type) {
     switch (type) {
     case orv::ug::StateInfo::TIME:

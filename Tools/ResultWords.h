@@ -4,6 +4,7 @@
 #include "OrvUnstructGrid/StateInfo.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvapp {
@@ -15,6 +16,10 @@ const char* typeWord(orv::ug::ResultType type);
 
 /// "node", "element", "element_node", "element_surface", otherwise "unknown".
 const char* mappingWord(orv::ug::ResultMapping mapping);
+
+/// The enumerators that the two words stand for: NO_RESULT_TYPE and UNKNOWN_MAPPING for any other word.
+orv::ug::ResultType typeOfWord(std::string_view word);
+orv::ug::ResultMapping mappingOfWord(std::string_view word);
 
 /// "time", "frequency", "loadcase", otherwise "state".
 const char* referenceTypeWord(orv::ug::StateInfo::ReferenceType type);

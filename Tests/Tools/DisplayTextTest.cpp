@@ -16,6 +16,25 @@ TEST(DisplayText, CountsCodePoints) {
     EXPECT_EQ(columnCount("\xF0\x9F\x94\xA9"), 1u); // and one of four
 }
 
+TEST(DisplayText, CutsAtCodePoints) {
+    const std::string text = "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xA9z"; // characters of 1, 2, 3, 4 and 1 bytes
+    EXPECT_EQ(columnRange(text, 0, 5), text);
+    EXPECT_EQ(columnRange(text, 0, 2), "a\xC3\xA4");
+    EXPECT_EQ(columnRange(text, 1, 2), "\xC3\xA4\xE2\x82\xAC");
+    EXPECT_EQ(columnRange(text, 3, 9), "\xF0\x9F\x94\xA9z");
+    EXPECT_EQ(columnRange(text, 5, 1), "");
+    EXPECT_EQ(columnRange(text, 9, 1), "");
+    EXPECT_EQ(columnRange(text, 2, 0), "");
+}
+
+TEST(DisplayText, Shortens) {
+    EXPECT_EQ(shortened("abcdef", 6), "abcdef");
+    EXPECT_EQ(shortened("abcdefg", 6), "abc...");
+    EXPECT_EQ(shortened("\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4", 4), "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4");
+    EXPECT_EQ(shortened("\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4z", 4), "\xC3\xA4...");
+    EXPECT_EQ(shortened("", 3), "");
+}
+
 TEST(DisplayText, ReplacesControlCharacters) {
     EXPECT_EQ(printable("A\tB\nC\x7F"), "A?B?C?");
     EXPECT_EQ(printable("\x1B[2J"), "?[2J");

@@ -23,6 +23,19 @@ TEST(ResultWords, SpellMappings) {
     EXPECT_STREQ(mappingWord(UNKNOWN_MAPPING), "unknown");
 }
 
+TEST(ResultWords, AreUnderstoodAgain) {
+    for (const auto type : {SCALAR, VECTOR, DISPLACEMENT, SYMMETRIC_TENSOR}) {
+        EXPECT_EQ(typeOfWord(typeWord(type)), type);
+    }
+    for (const auto mapping : {PER_NODE, PER_ELEMENT, PER_ELEMENT_NODE, PER_ELEMENT_SURFACE}) {
+        EXPECT_EQ(mappingOfWord(mappingWord(mapping)), mapping);
+    }
+    for (const char* word : {"unknown", "", "Scalar", "nodes"}) {
+        EXPECT_EQ(typeOfWord(word), NO_RESULT_TYPE);
+        EXPECT_EQ(mappingOfWord(word), UNKNOWN_MAPPING);
+    }
+}
+
 TEST(ResultWords, SpellReferenceTypes) {
     EXPECT_STREQ(referenceTypeWord(StateInfo::TIME), "time");
     EXPECT_STREQ(referenceTypeWord(StateInfo::FREQUENCY), "frequency");
