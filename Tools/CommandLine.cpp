@@ -3,6 +3,10 @@
 #include "OrvApp/OrvApp.h"
 #include "OrvImportCae/DataSourceCae.h"
 #include "Tools/CommandError.h"
+#include "Tools/ComputeCommand.h"
+#include "Tools/EnvelopeCommand.h"
+#include "Tools/ExpressionError.h"
+#include "Tools/ExpressionFunctions.h"
 #include "Tools/InfoCommand.h"
 #include "Tools/Names.h"
 #include "Tools/Output.h"
@@ -10,6 +14,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 
 namespace orvapp {
@@ -25,6 +30,10 @@ constexpr const char* EXAMPLES = R"(Examples:
       The same for some of the states and parts only.
   orvapp values bracket.frd --result DISP --csv disp.csv
       All values, node by node, as a table for a spreadsheet.
+  orvapp compute bracket.frd 'vonMises(STRESS)/355' --name Utilisation
+      The same of a result that is computed from others.
+  orvapp envelope bracket.frd 'l2Norm(DISP)'
+      The smallest and the largest value over all states, and where.
   orvapp info bracket.frd --json
       For scripts.
 )";
@@ -60,6 +69,60 @@ value. The CSV has the columns state, part, id and the components; a missing val
 The JSON has the keys
   {"result", "rows": [{"state", "part", "component", "count", "undefined", "min", "minAt", "max", "maxAt", "average"}]})";
 
+constexpr const char* COMPUTE_FOOTER = R"(Examples:
+  orvapp compute bracket.frd 'vonMises(STRESS)' --name Mises
+  orvapp compute bracket.frd 'principals(STRESS)[3]' --name S1 --state '*time 1'
+  orvapp compute bracket.frd '(max(PE, ERROR) - 1) * 100' --name Worst --csv worst.csv
+  orvapp compute bracket.frd 'l2Norm("DISP":displacement:node)' --name Moved
+
+The table, the CSV and the JSON are those of orvapp values; see there, also for patterns. A state is left out when it
+lacks values of a result that the expression names.
+
+)";
+
+constexpr const char* ENVELOPE_FOOTER = R"(Examples:
+  orvapp envelope bracket.frd 'vonMises(STRESS)'
+  orvapp envelope bracket.frd 'l2Norm(DISP)' --part STEEL
+  orvapp envelope bracket.frd STRESS --csv -
+
+Of vectors and tensors each component has an envelope of its own; for one number of all write l2Norm(A) or vonMises(A).
+Of equal values the first is told. Values that are undefined or not numbers do not take part. One state at a time is in
+memory.
+
+The CSV has the columns component, extreme, value, state, referenceType, referenceValue, part, id. The JSON has the keys
+  {"expression", "states", "rows": [{"component", "count", "undefined", "min", "max"}]}, min and max being
+  {"value", "state", "referenceType", "referenceValue", "part", "at"} or null.
+
+)";
+
+constexpr const char* EXPRESSIONS = R"(Expressions:
+  DISP              a result by its name; "1st Principal" in double or single quotes when it holds more than letters,
+                    digits, dots and underscores or begins with a digit; a quote within it is doubled
+  DISP:vector:node  of several results of one name, the one of that type or mapping or both: scalar, vector,
+                    displacement or tensor; node, element, element_node or element_surface
+  2.5               a number
+  ^                 cross product of two vectors; binds strongest
+  * /               with a number; of two scalars; * also the dot product of two vectors or displacements
+  + -               with a number, which is added to each component; of two results of one type and mapping
+  ( )               as usual
+
+Equally strong operators are taken from left to right. Put the expression in quotes, so that the shell leaves it alone.
+
+Functions:
+)";
+
+std::string expressionHelp() {
+    std::string text = EXPRESSIONS;
+    for (const ExpressionFunction& function : expressionFunctions()) {
+        std::string signature = function.signature();
+        signature.resize(std::max<std::size_t>(signature.size(), 27), ' ');
+        text += "  " + signature + ' ' + function.meaning + '\n';
+    }
+    return text +
+           "\nA missing value makes missing what is computed from it. min leaves it out, as do minValue, maxValue and\n"
+           "averageValue.";
+}
+
 std::string readableFiles() {
     std::string text = "Readable files:\n";
     for (const orv::imp::cae::ReaderInfo& reader : orv::imp::cae::DataSourceCae::supportedFormats()) {
@@ -68,10 +131,9 @@ std::string readableFiles() {
     return text;
 }
 
-const CLI::Validator& fileName() {
-    static const CLI::Validator notEmpty(
-        [](std::string& name) { return name.empty() ? "the name of a file is missing" : ""; }, "", "not empty");
-    return notEmpty;
+/// Refuses an empty argument with this message.
+CLI::Validator notEmpty(const std::string& message) {
+    return CLI::Validator([message](std::string& text) { return text.empty() ? message : ""; }, "", "not empty");
 }
 
 /// Options, and where their values go.
@@ -89,6 +151,8 @@ public:
         m_app.get_formatter()->label("REQUIRED", "(required)");
         addInfo();
         addValues();
+        addCompute();
+        addEnvelope();
     }
 
     /// Throws CLI::ParseError.
@@ -96,17 +160,23 @@ public:
         if (argc > 1 && argv[1][0] != '-') {
             checkCommandName(argv[1]);
         }
-        m_app.parse(argc, argv);
-        if (m_valuesOptions.json && m_valuesOptions.csv == "-") {
-            throw CLI::ParseError("--json and --csv - both want standard output", CLI::ExitCodes::ExcludesError);
+        parseArguments(std::vector<std::string>(argv + std::min(argc, 1), argv + argc));
+        for (const ValuesOptions* options : {&m_valuesOptions, &m_computeOptions.values, &m_envelopeOptions.values}) {
+            if (options->json && options->csv == "-") {
+                throw CLI::ParseError("--json and --csv - both want standard output", CLI::ExitCodes::ExcludesError);
+            }
         }
     }
 
     void execute() const {
         if (m_info->parsed()) {
             runInfo(m_infoOptions);
-        } else {
+        } else if (m_values->parsed()) {
             runValues(m_valuesOptions);
+        } else if (m_compute->parsed()) {
+            runCompute(m_computeOptions);
+        } else {
+            runEnvelope(m_envelopeOptions);
         }
     }
 
@@ -119,11 +189,39 @@ public:
     std::string explained(const CLI::ParseError& error) const {
         const bool hasCommand = !m_app.get_subcommands().empty();
         const bool isCommandMissing = !hasCommand && dynamic_cast<const CLI::RequiredError*>(&error);
-        return (isCommandMissing ? std::string("a command is missing: info or values") : error.what()) +
+        return (isCommandMissing ? std::string("a command is missing: info, values, compute or envelope")
+                                 : unmarked(error.what())) +
                " (see orvapp " + (hasCommand ? m_app.get_subcommands().front()->get_name() + ' ' : "") + "--help)";
     }
 
 private:
+    void parseArguments(std::vector<std::string> arguments) {
+        if (!arguments.empty() && (arguments[0] == "compute" || arguments[0] == "envelope")) {
+            std::for_each(arguments.begin() + 1, arguments.end(), markMinus);
+        }
+        std::reverse(arguments.begin(), arguments.end()); // CLI11 wants the last one first
+        m_app.parse(std::move(arguments));
+    }
+
+    /// CLI11 would take an expression such as -DISP for options.
+    static void markMinus(std::string& argument) {
+        if (argument.size() > 1 && argument[0] == '-' && argument[1] != '-' && argument != "-h") {
+            argument.insert(0, 1, MINUS_MARK);
+        }
+    }
+
+    static std::string unmarked(std::string text) {
+        std::erase(text, MINUS_MARK);
+        return text;
+    }
+
+    static void unmarkValues(CLI::App* command) {
+        for (CLI::Option* option :
+             command->get_options([](const CLI::Option* o) { return o->get_items_expected() > 0; })) {
+            option->transform(unmarked);
+        }
+    }
+
     void addInfo() {
         m_info = m_app.add_subcommand("info", "List the states, parts and results of a file");
         m_info->add_option("FILE", m_infoOptions.file, "The result file")->required()->type_name("");
@@ -137,29 +235,69 @@ private:
         m_values->add_option("--result", m_valuesOptions.result, "The result to look at")
             ->required()
             ->type_name("PATTERN");
-        m_values->add_option("--state", m_valuesOptions.state, "These states only")->type_name("PATTERN");
-        m_values->add_option("--part", m_valuesOptions.part, "These parts only")->type_name("PATTERN");
-        m_values->add_option("--csv", m_valuesOptions.csv, "Write all values to a CSV file; - is standard output")
-            ->type_name("OUT")
-            ->check(fileName());
-        m_values->add_flag("--json", m_valuesOptions.json, "Print JSON for scripts in place of the table");
+        addSelectionAndOutput(m_values, &m_valuesOptions, "Write all values to a CSV file; - is standard output");
         m_values->group("Commands")->footer(VALUES_FOOTER);
+    }
+
+    void addCompute() {
+        m_compute =
+            m_app.add_subcommand("compute", "Compute a result from others, and print or write it as values does");
+        addFileAndExpression(m_compute, &m_computeOptions.values.file, &m_computeOptions.expression);
+        m_compute->add_option("--name", m_computeOptions.values.result, "What the computed result is called")
+            ->required()
+            ->type_name("NAME")
+            ->check(notEmpty("the name is empty"));
+        addSelectionAndOutput(m_compute, &m_computeOptions.values,
+                              "Write all values to a CSV file; - is standard output");
+        unmarkValues(m_compute);
+        m_compute->group("Commands")->footer(COMPUTE_FOOTER + expressionHelp());
+    }
+
+    void addEnvelope() {
+        m_envelope = m_app.add_subcommand("envelope", "Print the range of an expression over all states, and where");
+        addFileAndExpression(m_envelope, &m_envelopeOptions.values.file, &m_envelopeOptions.expression);
+        addSelectionAndOutput(m_envelope, &m_envelopeOptions.values,
+                              "Write the table to a CSV file; - is standard output");
+        unmarkValues(m_envelope);
+        m_envelope->group("Commands")->footer(ENVELOPE_FOOTER + expressionHelp());
+    }
+
+    static void addFileAndExpression(CLI::App* command, std::string* file, std::string* expression) {
+        command->add_option("FILE", *file, "The result file")->required()->type_name("");
+        command->add_option("EXPRESSION", *expression, "What to compute, such as 'vonMises(STRESS)'")
+            ->required()
+            ->type_name("");
+    }
+
+    static void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
+        command->add_option("--state", options->state, "These states only")->type_name("PATTERN");
+        command->add_option("--part", options->part, "These parts only")->type_name("PATTERN");
+        command->add_option("--csv", options->csv, csvHelp)
+            ->type_name("OUT")
+            ->check(notEmpty("the name of a file is missing"));
+        command->add_flag("--json", options->json, "Print JSON for scripts in place of the table");
     }
 
     /// Left to itself, CLI11 says of an unknown command that a command is missing.
     static void checkCommandName(const std::string& name) {
-        const std::vector<std::string> commands = {"info", "values"};
+        const std::vector<std::string> commands = {"info", "values", "compute", "envelope"};
         if (selectNames(commands, name).empty()) {
             throw CLI::ParseError("there is no command \"" + name + '"' + didYouMean(commands, name),
                                   CLI::ExitCodes::ExtrasError);
         }
     }
 
+    static constexpr char MINUS_MARK = '\x01'; ///< In front of an expression, for CLI11 only.
+
     CLI::App m_app;
     CLI::App* m_info = nullptr;
     CLI::App* m_values = nullptr;
+    CLI::App* m_compute = nullptr;
+    CLI::App* m_envelope = nullptr;
     InfoOptions m_infoOptions;
     ValuesOptions m_valuesOptions;
+    ComputeOptions m_computeOptions;
+    EnvelopeOptions m_envelopeOptions;
 };
 
 ExitCode parseAndExecute(int argc, const char* const* argv) {
@@ -187,6 +325,10 @@ ExitCode run(int argc, const char* const* argv) {
         return parseAndExecute(argc, argv);
     } catch (const OutputClosed&) {
         return DONE;
+    } catch (const ExpressionError& error) {
+        writeMessage(error.what());
+        writeStandardError(error.excerpt());
+        return FAILED;
     } catch (const std::exception& error) {
         writeMessage(error.what());
         return FAILED;

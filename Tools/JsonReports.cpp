@@ -1,6 +1,7 @@
 #include "Tools/JsonReports.h"
 
 #include "OrvCore/Defines.h"
+#include "Tools/EnvelopeReport.h"
 #include "Tools/InfoReport.h"
 #include "Tools/ValuesReport.h"
 
@@ -74,6 +75,24 @@ Json rowJson(const ValuesRow& row) {
             {"average", valueOrNull(row.statistics.average)}};
 }
 
+Json envelopeExtremeJson(const std::optional<EnvelopeExtreme>& extreme) {
+    return extreme ? Json{{"value", extreme->value},
+                          {"state", extreme->state},
+                          {"referenceType", extreme->referenceType},
+                          {"referenceValue", numberOrNull(extreme->referenceValue)},
+                          {"part", extreme->part},
+                          {"at", extreme->at}}
+                   : Json(nullptr);
+}
+
+Json envelopeRowJson(const EnvelopeRow& row) {
+    return {{"component", row.component},
+            {"count", row.count},
+            {"undefined", row.undefined},
+            {"min", envelopeExtremeJson(row.min)},
+            {"max", envelopeExtremeJson(row.max)}};
+}
+
 } // namespace
 
 std::string infoJson(const ModelReport& report) {
@@ -88,6 +107,11 @@ std::string infoJson(const ModelReport& report) {
 
 std::string valuesJson(const ValuesReport& report) {
     return text({{"result", report.result}, {"rows", array(report.rows, rowJson)}});
+}
+
+std::string envelopeJson(const EnvelopeReport& report) {
+    return text(
+        {{"expression", report.expression}, {"states", report.states}, {"rows", array(report.rows, envelopeRowJson)}});
 }
 
 } // namespace orvapp

@@ -4,6 +4,7 @@
 
 namespace orvapp {
 
+struct EnvelopeReport;
 struct ModelReport;
 struct ValuesReport;
 
@@ -11,5 +12,6 @@ struct ValuesReport;
 /// depend on them. Undefined numbers are null.
 std::string infoJson(const ModelReport& report);
 std::string valuesJson(const ValuesReport& report);
+std::string envelopeJson(const EnvelopeReport& report);
 
 } // namespace orvapp

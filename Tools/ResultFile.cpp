@@ -101,7 +101,18 @@ orv::ug::DataState* ResultFile::load(std::size_t stateIndex, const orv::ug::Resu
     return state;
 }
 
+orv::ug::ResultInfo ResultFile::add(const orv::ug::ResultInfo& result, const std::string& name) const {
+    if (!result.isCustom()) {
+        return result;
+    }
+    orv::app::Results::instance()->add(result, name);
+    return directory().findResultInfo(result.type(), result.id());
+}
+
 void ResultFile::drop(const orv::ug::ResultInfo& result) const {
+    for (const orv::ug::ResultInfo& base : directory().customResultBaseDependencies(result)) {
+        m_source->dropResult(base);
+    }
     m_source->dropResult(result);
 }
 

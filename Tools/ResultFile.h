@@ -42,7 +42,11 @@ public:
     /// Makes a state the current one and loads one result into it. Throws CommandError with the reader's reason.
     orv::ug::DataState* load(std::size_t stateIndex, const orv::ug::ResultInfo& result) const;
 
-    /// Lets go of the values that load() brought.
+    /// Adds a custom result to the directory under this name. Gives it as it stands there; a result that is not custom
+    /// comes back as it is.
+    orv::ug::ResultInfo add(const orv::ug::ResultInfo& result, const std::string& name) const;
+
+    /// Lets go of the values that load() brought, also of what a custom result was computed from.
     void drop(const orv::ug::ResultInfo& result) const;
 
 private:

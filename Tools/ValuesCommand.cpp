@@ -1,17 +1,18 @@
 #include "Tools/ValuesCommand.h"
 
 #include "Tools/DisplayText.h"
-#include "Tools/ItemIds.h"
 #include "Tools/JsonReports.h"
 #include "Tools/Output.h"
-#include "Tools/ProgressBar.h"
 #include "Tools/ResultFile.h"
 #include "Tools/ResultWords.h"
 #include "Tools/Table.h"
 #include "Tools/ValuesCsv.h"
 #include "Tools/ValuesReport.h"
 #include "Tools/ValuesSelection.h"
+#include "Tools/ValuesWalk.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -19,58 +20,23 @@ namespace orvapp {
 
 namespace {
 
-/// Goes through the states and parts, one after the other, and collects what there is to say about them.
-class ValuesWalk {
-public:
-    ValuesWalk(const ResultFile& file, const ValuesSelection& selection, ValuesCsv* csv)
-        : m_file(file), m_selection(selection), m_csv(csv), m_components(componentNames(selection.result.type())) {}
-
-    void addState(std::size_t stateIndex) {
-        orv::ug::DataState* state = m_file.load(stateIndex, m_selection.result);
-        const std::string name = m_file.directory().findStateInfo(state->id()).name().toStdString();
-        for (const FilePart& part : m_selection.parts) {
-            addPart(*state, name, part);
+std::vector<ValuesRow> rowsOf(const PartValues& part, const std::vector<std::string>& components) {
+    std::vector<ValuesRow> rows;
+    for (std::size_t i = 0; i < components.size(); ++i) {
+        ValuesRow row{part.state.name().toStdString(),
+                      part.part.name,
+                      components[i],
+                      componentStatistics(part.values, components.size(), i),
+                      {},
+                      {}};
+        if (row.statistics.min) {
+            row.minAt = part.ids[row.statistics.min->item];
+            row.maxAt = part.ids[row.statistics.max->item];
         }
-        m_file.drop(m_selection.result);
+        rows.push_back(std::move(row));
     }
-
-    std::vector<ValuesRow> takeRows() {
-        return std::move(m_rows);
-    }
-
-private:
-    void addPart(orv::ug::DataState& state, const std::string& stateName, const FilePart& filePart) {
-        const orv::ug::DataGeometry* geometry = state.geometry(filePart.geometryIndex);
-        const orv::ug::DataResult* result = state.results(geometry)->find(m_selection.result);
-        const orv::ug::DataPartValues* values = result ? result->values(filePart.partIndex) : nullptr;
-        const std::vector<int> ids = itemIds(*geometry->part(filePart.partIndex), m_selection.result.resultMapping());
-        if (!values || values->itemCount() != ids.size()) {
-            return;
-        }
-        if (m_csv) {
-            m_csv->add(stateName, filePart.name, ids, values->span());
-        }
-        for (std::size_t i = 0; i < m_components.size(); ++i) {
-            ValuesRow row{stateName,
-                          filePart.name,
-                          m_components[i],
-                          componentStatistics(values->span(), m_components.size(), i),
-                          {},
-                          {}};
-            if (row.statistics.min) {
-                row.minAt = ids[row.statistics.min->item];
-                row.maxAt = ids[row.statistics.max->item];
-            }
-            m_rows.push_back(std::move(row));
-        }
-    }
-
-    const ResultFile& m_file;
-    const ValuesSelection& m_selection;
-    ValuesCsv* m_csv;
-    std::vector<std::string> m_components;
-    std::vector<ValuesRow> m_rows;
-};
+    return rows;
+}
 
 std::string valueText(const std::optional<Extreme>& extreme) {
     return extreme ? briefNumber(extreme->value) : "-";
@@ -106,27 +72,28 @@ std::string valuesText(const ValuesReport& report) {
 
 void runValues(const ValuesOptions& options) {
     const ResultFile file(options.file);
-    const ValuesSelection selection = selectValues(file, options);
-    const orv::ug::ResultInfo& result = selection.result;
+    reportValues(file, selectValues(file, options), options);
+}
 
+void reportValues(const ResultFile& file, const ValuesSelection& selection, const ValuesOptions& options) {
+    const orv::ug::ResultInfo& result = selection.result;
+    const std::vector<std::string> components = componentNames(result.type());
     std::optional<ValuesCsv> csv;
     if (!options.csv.empty()) {
-        csv.emplace(options.csv, componentNames(result.type()));
+        csv.emplace(options.csv, components);
     }
     ValuesReport report{result.name().toStdString(),
                         typeWord(result.type()),
                         mappingWord(result.resultMapping()),
                         placeWord(result.resultMapping()),
                         {}};
-    ValuesWalk walk(file, selection, csv ? &*csv : nullptr);
-    {
-        ProgressBar progress("Reading " + report.result);
-        for (std::size_t i = 0; i < selection.states.size(); ++i) {
-            progress.setPercent(int(100 * i / selection.states.size()));
-            walk.addState(selection.states[i]);
+    walkValues(file, selection, [&](const PartValues& part) {
+        if (csv) {
+            csv->add(part.state.name().toStdString(), part.part.name, part.ids, part.values);
         }
-    }
-    report.rows = walk.takeRows();
+        std::vector<ValuesRow> rows = rowsOf(part, components);
+        std::move(rows.begin(), rows.end(), std::back_inserter(report.rows));
+    });
     if (csv) {
         csv->commit();
     }

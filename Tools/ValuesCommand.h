@@ -4,6 +4,9 @@
 
 namespace orvapp {
 
+class ResultFile;
+struct ValuesSelection;
+
 struct ValuesOptions {
     std::string file;
     std::string result;
@@ -17,5 +20,8 @@ struct ValuesOptions {
 /// standard output, and on request all values as CSV. Memory is needed for one state at a time. Throws CommandError or
 /// OutputClosed.
 void runValues(const ValuesOptions& options);
+
+/// The same for what has been selected in an open file; of the options, only where the output goes.
+void reportValues(const ResultFile& file, const ValuesSelection& selection, const ValuesOptions& options);
 
 } // namespace orvapp

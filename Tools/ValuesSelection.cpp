@@ -92,9 +92,13 @@ std::vector<FilePart> chosenParts(const ResultFile& file, const std::string& pat
 } // namespace
 
 ValuesSelection selectValues(const ResultFile& file, const ValuesOptions& options) {
+    return selectValues(file, chosenResult(file, options.result), options);
+}
+
+ValuesSelection selectValues(const ResultFile& file, const orv::ug::ResultInfo& result, const ValuesOptions& options) {
     ValuesSelection selection;
-    selection.result = chosenResult(file, options.result);
-    selection.states = chosenStates(file, selection.result, options.state);
+    selection.result = result;
+    selection.states = chosenStates(file, result, options.state);
     selection.parts = chosenParts(file, options.part);
     return selection;
 }

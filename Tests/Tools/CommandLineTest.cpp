@@ -1,5 +1,6 @@
 #include "Tests/Support/ScratchFolder.h"
 #include "Tests/Tools/Program.h"
+#include "Tools/ExpressionFunctions.h"
 
 #include <gmock/gmock.h>
 
@@ -35,10 +36,10 @@ TEST_P(WrongUsageTest, IsToldAndEndsWithTwo) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLine, WrongUsageTest,
     testing::Values(
-        WrongUsage{{}, "a command is missing: info or values (see orvapp --help)"},
+        WrongUsage{{}, "a command is missing: info, values, compute or envelope (see orvapp --help)"},
         WrongUsage{{"inof", "a.frd"}, R"(there is no command "inof"; did you mean "info"? (see orvapp --help))"},
         WrongUsage{{"paint"}, R"(there is no command "paint" (see orvapp --help))"},
-        WrongUsage{{"--color"}, "a command is missing: info or values (see orvapp --help)"},
+        WrongUsage{{"--color"}, "a command is missing: info, values, compute or envelope (see orvapp --help)"},
         WrongUsage{{"info"}, "FILE is required (see orvapp info --help)"},
         WrongUsage{{"info", "a.frd", "b.frd"},
                    "The following argument was not expected: b.frd (see orvapp info --help)"},
@@ -50,7 +51,21 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"values", "a.frd", "--result", "DISP", "--csv", ""},
                    "--csv: the name of a file is missing (see orvapp values --help)"},
         WrongUsage{{"values", "a.frd", "--result", "DISP", "--csv", "-", "--json"},
-                   "--json and --csv - both want standard output (see orvapp values --help)"}));
+                   "--json and --csv - both want standard output (see orvapp values --help)"},
+        WrongUsage{{"compute", "a.frd", "A"}, "--name is required (see orvapp compute --help)"},
+        WrongUsage{{"compute", "a.frd", "--name", "x"}, "EXPRESSION is required (see orvapp compute --help)"},
+        WrongUsage{{"compute", "a.frd", "A", "--name", ""}, "--name: the name is empty (see orvapp compute --help)"},
+        WrongUsage{{"compute", "a.frd", "A", "B", "--name", "x"},
+                   "The following argument was not expected: B (see orvapp compute --help)"},
+        WrongUsage{{"compute", "a.frd", "A", "-j", "--name", "x"},
+                   "The following argument was not expected: -j (see orvapp compute --help)"},
+        WrongUsage{{"compute", "a.frd", "A", "--name", "x", "--csv", "-", "--json"},
+                   "--json and --csv - both want standard output (see orvapp compute --help)"},
+        WrongUsage{{"envelope", "a.frd"}, "EXPRESSION is required (see orvapp envelope --help)"},
+        WrongUsage{{"envelope", "a.frd", "A", "--json", "--csv", "-"},
+                   "--json and --csv - both want standard output (see orvapp envelope --help)"},
+        WrongUsage{{"envelop", "a.frd"},
+                   R"(there is no command "envelop"; did you mean "envelope"? (see orvapp --help))"}));
 
 TEST(CommandLine, HelpTeachesByExamples) {
     const Outcome outcome = runOrvapp({"--help"});
@@ -76,6 +91,21 @@ TEST(CommandLine, EachCommandHasItsOwnHelp) {
         EXPECT_THAT(values.output, HasSubstr(word));
     }
     EXPECT_THAT(values.output, HasSubstr("orvapp values bracket.frd --result STRESS --state "));
+}
+
+TEST(CommandLine, HelpOnExpressionsHasEveryFunction) {
+    const std::string compute = runOrvapp({"compute", "-h"}).output;
+    const std::string envelope = runOrvapp({"envelope", "--help"}).output;
+    for (const orvapp::ExpressionFunction& function : orvapp::expressionFunctions()) {
+        const std::string beginning = "\n  " + function.signature() + ' ';
+        EXPECT_THAT(compute, HasSubstr(beginning));
+        EXPECT_THAT(compute, HasSubstr(std::string(" ") + function.meaning + '\n'));
+        EXPECT_THAT(envelope, HasSubstr(beginning));
+    }
+    for (const char* word : {"--name NAME", "--state PATTERN", "--part PATTERN", "--csv OUT", "--json"}) {
+        EXPECT_THAT(compute, HasSubstr(word));
+    }
+    EXPECT_THAT(envelope, testing::Not(HasSubstr("--name")));
 }
 
 TEST(CommandLine, TellsItsVersion) {

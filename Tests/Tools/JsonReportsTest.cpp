@@ -1,6 +1,7 @@
 #include "Tools/JsonReports.h"
 
 #include "OrvCore/Defines.h"
+#include "Tools/EnvelopeReport.h"
 #include "Tools/InfoReport.h"
 #include "Tools/ValuesReport.h"
 
@@ -60,6 +61,21 @@ TEST(JsonReports, ValuesHaveTheseKeysInThisOrder) {
               R"("min":-0.25,"minAt":12,"max":4.0,"maxAt":7,"average":1.5},)"
               R"({"state":"time 1","part":"TIN","component":"X","count":1,"undefined":1,)"
               R"("min":null,"minAt":null,"max":null,"maxAt":null,"average":null}]})");
+}
+
+TEST(JsonReports, EnvelopesHaveTheseKeysInThisOrder) {
+    EnvelopeReport report;
+    report.expression = "A+B";
+    report.states = 3;
+    report.rows.push_back({"X", 5, 1, EnvelopeExtreme{-0.25, "time 1", "time", 1, "STEEL", 7}, {}});
+    report.rows.back().max = EnvelopeExtreme{4, "odd", "state", orv::UNDEFINED_DOUBLE, "TIN", 8};
+    report.rows.push_back({"Y"});
+    EXPECT_EQ(
+        compact(envelopeJson(report)),
+        R"({"expression":"A+B","states":3,"rows":[{"component":"X","count":5,"undefined":1,)"
+        R"("min":{"value":-0.25,"state":"time 1","referenceType":"time","referenceValue":1.0,"part":"STEEL","at":7},)"
+        R"("max":{"value":4.0,"state":"odd","referenceType":"state","referenceValue":null,"part":"TIN","at":8}},)"
+        R"({"component":"Y","count":0,"undefined":0,"min":null,"max":null}]})");
 }
 
 TEST(JsonReports, InfinityIsNull) {

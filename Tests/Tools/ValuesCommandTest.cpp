@@ -1,22 +1,26 @@
 #include "OrvCore/Defines.h"
 
 #include "Tests/Support/ScratchFolder.h"
+#include "Tests/Tools/CommandResults.h"
 #include "Tests/Tools/FrdColumns.h"
 #include "Tests/Tools/Program.h"
-#include "Tests/Tools/TinyFrd.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <sstream>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
 using Json = nlohmann::ordered_json;
 using orvtest::bracketFile;
+using orvtest::fieldsOf;
+using orvtest::lines;
+using orvtest::namesIn;
 using orvtest::NodeValues;
 using orvtest::Outcome;
 using orvtest::runOrvapp;
+using orvtest::TinyFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -33,71 +37,15 @@ const std::vector<Block> BRACKET_BLOCKS = {{"DISP", {"X", "Y", "Z"}},
                                            {"PE", {"value"}},
                                            {"ERROR", {"value"}}};
 
-Json valuesOf(const std::vector<std::string>& arguments) {
-    std::vector<std::string> all = {"values"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    all.push_back("--json");
-    const Outcome outcome = runOrvapp(all);
-    EXPECT_EQ(outcome.exitCode, 0) << outcome.messages;
-    return Json::parse(outcome.output);
+Json valuesOf(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "values");
+    return orvtest::jsonOf(std::move(arguments));
 }
 
-/// The names in one list of `orvapp info`.
-std::vector<std::string> namesIn(const std::string& file, const std::string& list) {
-    std::vector<std::string> names;
-    const Json info = Json::parse(runOrvapp({"info", file, "--json"}).output);
-    for (const Json& row : info["models"][0][list]) {
-        names.push_back(row["name"]);
-    }
-    return names;
+std::string failureOf(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "values");
+    return orvtest::failureOf(arguments);
 }
-
-std::vector<std::string> lines(const std::string& text) {
-    std::istringstream stream(text);
-    std::vector<std::string> all;
-    for (std::string line; std::getline(stream, line);) {
-        all.push_back(line);
-    }
-    return all;
-}
-
-/// The fields of a line of CSV, without quotes around them; none of our names has a quote in it.
-std::vector<std::string> fieldsOf(const std::string& line) {
-    std::vector<std::string> fields(1);
-    bool isQuoted = false;
-    for (const char c : line) {
-        if (c == '"') {
-            isQuoted = !isQuoted;
-        } else if (c == ',' && !isQuoted) {
-            fields.emplace_back();
-        } else {
-            fields.back() += c;
-        }
-    }
-    return fields;
-}
-
-std::string failureOf(const std::vector<std::string>& arguments) {
-    std::vector<std::string> all = {"values"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    const Outcome outcome = runOrvapp(all);
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.output, "");
-    return outcome.messages;
-}
-
-class TinyFile {
-public:
-    TinyFile() : m_path(m_folder.write("tiny.frd", orvtest::tinyFrd())) {}
-
-    const std::string& path() const {
-        return m_path;
-    }
-
-private:
-    orvtest::ScratchFolder m_folder;
-    std::string m_path;
-};
 
 } // namespace
 
