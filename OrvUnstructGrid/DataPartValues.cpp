@@ -1,6 +1,7 @@
 #include "OrvUnstructGrid/DataPartValues.h"
 
 #include "LibCore/rvfAssert.h"
+#include "OrvUnstructGrid/ValuePool_p.h"
 
 #include <algorithm>
 #include <limits>
@@ -12,7 +13,32 @@ Vec3d vectorOf(const double* item) {
     return item ? Vec3d(item[0], item[1], item[2]) : UNDEFINED_VECTOR;
 }
 
+/// How many numbers are looked at side by side: a single running minimum would wait for itself at each number.
+constexpr std::size_t laneCount = 8;
+
+/// The ranges of every eighth number.
+struct Lanes {
+    Lanes() {
+        std::fill_n(low, laneCount, std::numeric_limits<double>::infinity());
+        std::fill_n(high, laneCount, -std::numeric_limits<double>::infinity());
+    }
+
+    /// An undefined value is taken for a NaN, which compares false with everything and so changes neither.
+    void include(std::size_t lane, double value) {
+        const double counted = value == UNDEFINED_DOUBLE ? std::numeric_limits<double>::quiet_NaN() : value;
+        low[lane] = counted < low[lane] ? counted : low[lane];
+        high[lane] = counted > high[lane] ? counted : high[lane];
+    }
+
+    double low[laneCount];
+    double high[laneCount];
+};
+
 } // namespace
+
+void DataPartValues::GiveBack::operator()(double* values) const {
+    ValuePool::instance().giveBack(values, count);
+}
 
 DataPartValues::DataPartValues(std::size_t dimension) : m_dimension(dimension) {}
 
@@ -45,7 +71,8 @@ void DataPartValues::allocate(std::size_t itemCount) {
     m_values.reset();
     m_itemCount = 0;
     if (itemCount > 0) {
-        m_values = std::make_unique_for_overwrite<double[]>(m_dimension * itemCount);
+        const std::size_t count = m_dimension * itemCount;
+        m_values = {ValuePool::instance().take(count), GiveBack{count}};
         m_itemCount = itemCount;
     }
 }
@@ -71,15 +98,30 @@ double DataPartScalar::value(std::size_t index) const {
 }
 
 void DataPartScalar::updateMinMax() {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -low;
-    for (double value : span()) {
-        if (value != UNDEFINED_DOUBLE) {
-            // Written so that a NaN, which compares false with everything, changes neither.
-            low = value < low ? value : low;
-            high = value > high ? value : high;
+    clearMinMax();
+    extendMinMax(span());
+}
+
+void DataPartScalar::clearMinMax() {
+    m_minimum = UNDEFINED_DOUBLE;
+    m_maximum = UNDEFINED_DOUBLE;
+}
+
+void DataPartScalar::extendMinMax(std::span<const double> values) {
+    Lanes lanes;
+    const std::size_t inLanes = values.size() - values.size() % laneCount;
+    for (std::size_t i = 0; i < inLanes; i += laneCount) {
+        for (std::size_t lane = 0; lane < laneCount; ++lane) {
+            lanes.include(lane, values[i + lane]);
         }
     }
+    for (std::size_t i = inLanes; i < values.size(); ++i) {
+        lanes.include(0, values[i]);
+    }
+    lanes.include(0, m_minimum);
+    lanes.include(0, m_maximum);
+    const double low = *std::min_element(lanes.low, lanes.low + laneCount);
+    const double high = *std::max_element(lanes.high, lanes.high + laneCount);
     const bool anyCounts = low <= high;
     m_minimum = anyCounts ? low : UNDEFINED_DOUBLE;
     m_maximum = anyCounts ? high : UNDEFINED_DOUBLE;

@@ -41,9 +41,14 @@ protected:
     const double* item(std::size_t index) const;
 
 private:
+    struct GiveBack {
+        std::size_t count;
+        void operator()(double* values) const;
+    };
+
     std::size_t m_dimension;
     std::size_t m_itemCount = 0;
-    std::unique_ptr<double[]> m_values;
+    std::unique_ptr<double[], GiveBack> m_values;
 };
 
 /// One scalar for each item, with the range of the defined ones.
@@ -58,6 +63,14 @@ public:
     /// Recomputes minimum() and maximum(). Call it after the values have been written. Values equal to
     /// UNDEFINED_DOUBLE and NaNs are left out.
     void updateMinMax();
+
+    /// @name updateMinMax() piece by piece, for writers that have each piece at hand as they write it
+    /// @{
+    /// Nothing counts yet.
+    void clearMinMax();
+    /// Makes minimum() and maximum() count these values too.
+    void extendMinMax(std::span<const double> values);
+    /// @}
 
     /// UNDEFINED_DOUBLE until the first updateMinMax(), or when no value counts.
     double minimum() const;

@@ -35,7 +35,8 @@ public:
     /// The bytes of values that states may hold together; 1 GiB until set, and a new limit holds from the next load on.
     /// When a load goes beyond it, values are dropped state by state, the longest unused first, but never those of the
     /// state just loaded nor those of a state that is current in a model. So whoever holds a pointer to values across a
-    /// change of state asks anew. Values that cannot be had again are neither dropped nor counted.
+    /// change of state asks anew. Values that cannot be had again are neither dropped nor counted. Up to 256 MiB of the
+    /// memory of dropped values stay with the process for the next values of the same size.
     void setResultByteBudget(std::size_t bytes);
     std::size_t resultByteBudget() const;
 

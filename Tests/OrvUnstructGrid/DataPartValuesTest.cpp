@@ -137,4 +137,57 @@ TEST(DataPartScalar, RangeFollowsNewValues) {
     EXPECT_EQ(part.maximum(), UNDEFINED_DOUBLE);
 }
 
+TEST(DataPartScalar, RangeGrowsPieceByPiece) {
+    DataPartScalar part;
+    const double first[] = {3, UNDEFINED_DOUBLE, 4};
+    const double second[] = {nan, 7, 3.5};
+    part.extendMinMax(first);
+    EXPECT_EQ(part.minimum(), 3);
+    EXPECT_EQ(part.maximum(), 4);
+    part.extendMinMax(second);
+    EXPECT_EQ(part.minimum(), 3);
+    EXPECT_EQ(part.maximum(), 7);
+    part.extendMinMax({});
+    EXPECT_EQ(part.minimum(), 3);
+    EXPECT_EQ(part.maximum(), 7);
+    part.clearMinMax();
+    EXPECT_EQ(part.minimum(), UNDEFINED_DOUBLE);
+    EXPECT_EQ(part.maximum(), UNDEFINED_DOUBLE);
+    part.extendMinMax(std::span(second, 1));
+    EXPECT_EQ(part.maximum(), UNDEFINED_DOUBLE);
+}
+
+TEST(DataPartScalar, RangeSeesEveryPosition) {
+    // Several numbers are looked at side by side, and a rest one by one.
+    for (std::size_t count = 1; count <= 40; ++count) {
+        for (std::size_t at = 0; at < count; ++at) {
+            for (double odd : {-1.0, 1.0}) {
+                std::vector<double> values(count, 0.0);
+                values[at] = odd;
+                DataPartScalar part;
+                fill(&part, values);
+                part.updateMinMax();
+                EXPECT_EQ(part.minimum(), odd < 0 || count == 1 ? odd : 0.0);
+                EXPECT_EQ(part.maximum(), odd > 0 || count == 1 ? odd : 0.0);
+            }
+        }
+    }
+}
+
+TEST(DataPartValues, DroppedMemoryServesTheNextValuesOfItsSize) {
+    constexpr std::size_t itemCount = 100'000;
+    const double* dropped = nullptr;
+    {
+        DataPartVector part;
+        part.allocate(itemCount);
+        dropped = part.values();
+    }
+    DataPartScalar three;
+    three.allocate(3 * itemCount);
+    EXPECT_EQ(three.values(), dropped);
+    DataPartVector other;
+    other.allocate(itemCount);
+    EXPECT_NE(other.values(), dropped);
+}
+
 } // namespace
