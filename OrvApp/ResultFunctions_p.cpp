@@ -1,12 +1,15 @@
 #include "OrvApp/ResultFunctions_p.h"
 
+#include "LibUnstructGrid/VTOMathTensor.h"
 #include "OrvApp/MathFunctionCallBack.h"
 #include "OrvCore/Defines.h"
 #include "OrvCore/SymmetricTensor.h"
 
+#include <algorithm>
 #include <cmath>
 
 using orv::UNDEFINED_DOUBLE;
+using orv::ug::CustomResultFunction;
 
 namespace {
 
@@ -45,21 +48,32 @@ bool mapDefinedPairs(const std::vector<const double*>& inputs, unsigned long cou
     return true;
 }
 
-/// The inputs in their order, the held number and the next one put into `operation`, which starts from the first input.
+/// What each number has become and the next input's number go into `operation`, from the first input on.
 template <class Operation>
 bool foldInputs(const std::vector<const double*>& inputs, unsigned long count, double* output, Operation operation) {
     if (inputs.empty()) {
         output[0] = 0.0;
         return false;
     }
-    for (unsigned long i = 0; i < count; ++i) {
-        double held = inputs[0][i];
-        for (std::size_t k = 1; k < inputs.size(); ++k) {
-            held = operation(held, inputs[k][i]);
+    std::copy_n(inputs[0], count, output);
+    for (std::size_t k = 1; k < inputs.size(); ++k) {
+        const double* next = inputs[k];
+        for (unsigned long i = 0; i < count; ++i) {
+            output[i] = operation(output[i], next[i]);
         }
-        output[i] = held;
     }
     return true;
+}
+
+/// The form for many items of a function that has computeComponents().
+template <class Function>
+CustomResultFunction::ItemsForm componentwise(const Function* function, unsigned long dimension) {
+    return [=](const CustomResultFunction::InputItems& inputs, std::size_t count, double* output) {
+        const bool areFitting = function->outputDimension() == dimension &&
+                                std::all_of(inputs.dimensions.begin(), inputs.dimensions.end(),
+                                            [=](unsigned long inputDimension) { return inputDimension == dimension; });
+        return areFitting && function->computeComponents(inputs.values, count * dimension, output);
+    };
 }
 
 void setComponents(orv::SymmetricTensor* tensor, const double* item) {
@@ -68,34 +82,63 @@ void setComponents(orv::SymmetricTensor* tensor, const double* item) {
 
 } // namespace
 
-SumFunction::SumFunction(unsigned long dimension) : m_dimension(dimension) {}
+SumFunction::SumFunction(unsigned long dimension) : m_dimension(dimension) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool SumFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefinedPairs(inputs, m_dimension, output, [](double a, double b) { return a + b; });
+    return computeComponents(inputs, m_dimension, output);
 }
 
-SubtractFunction::SubtractFunction(unsigned long dimension) : m_dimension(dimension) {}
+bool SumFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                    double* output) const {
+    return mapDefinedPairs(inputs, count, output, [](double a, double b) { return a + b; });
+}
+
+SubtractFunction::SubtractFunction(unsigned long dimension) : m_dimension(dimension) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool SubtractFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefinedPairs(inputs, m_dimension, output, [](double a, double b) { return a - b; });
+    return computeComponents(inputs, m_dimension, output);
 }
 
-OppositeFunction::OppositeFunction(unsigned long dimension) : m_dimension(dimension) {}
+bool SubtractFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                         double* output) const {
+    return mapDefinedPairs(inputs, count, output, [](double a, double b) { return a - b; });
+}
+
+OppositeFunction::OppositeFunction(unsigned long dimension) : m_dimension(dimension) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool OppositeFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool OppositeFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                         double* output) const {
     if (inputs.size() != 1) {
         return false;
     }
-    for (unsigned long i = 0; i < m_dimension; ++i) {
+    for (unsigned long i = 0; i < count; ++i) {
         output[i] = -inputs[0][i];
     }
     return true;
 }
 
-DivisionOfScalars::DivisionOfScalars() = default;
+DivisionOfScalars::DivisionOfScalars() {
+    setItemsForm(componentwise(this, 1));
+}
 
 bool DivisionOfScalars::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefinedPairs(inputs, 1, output, [](double a, double b) { return b == 0.0 ? UNDEFINED_DOUBLE : a / b; });
+    return computeComponents(inputs, 1, output);
+}
+
+bool DivisionOfScalars::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                          double* output) const {
+    return mapDefinedPairs(inputs, count, output,
+                           [](double a, double b) { return b == 0.0 ? UNDEFINED_DOUBLE : a / b; });
 }
 
 PerItemProduct::PerItemProduct(unsigned long dimension) : m_dimension(dimension) {}
@@ -137,31 +180,59 @@ bool CrossProduct::computeItem(const std::vector<const double*>& inputs, double*
 }
 
 MultiplyByConstantFunction::MultiplyByConstantFunction(unsigned long dimension, double constant)
-    : m_dimension(dimension), m_constant(constant) {}
+    : m_dimension(dimension), m_constant(constant) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool MultiplyByConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefined(inputs, m_dimension, output, [c = m_constant](double a) { return a * c; });
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool MultiplyByConstantFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                                   double* output) const {
+    return mapDefined(inputs, count, output, [c = m_constant](double a) { return a * c; });
 }
 
 AddConstantFunction::AddConstantFunction(unsigned long dimension, double constant)
-    : m_dimension(dimension), m_constant(constant) {}
+    : m_dimension(dimension), m_constant(constant) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool AddConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefined(inputs, m_dimension, output, [c = m_constant](double a) { return a + c; });
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool AddConstantFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                            double* output) const {
+    return mapDefined(inputs, count, output, [c = m_constant](double a) { return a + c; });
 }
 
 SubtractConstantFunction::SubtractConstantFunction(unsigned long dimension, double constant)
-    : m_dimension(dimension), m_constant(constant) {}
+    : m_dimension(dimension), m_constant(constant) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool SubtractConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefined(inputs, m_dimension, output, [c = m_constant](double a) { return a - c; });
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool SubtractConstantFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                                 double* output) const {
+    return mapDefined(inputs, count, output, [c = m_constant](double a) { return a - c; });
 }
 
 DivideByConstantFunction::DivideByConstantFunction(unsigned long dimension, double constant)
-    : m_dimension(dimension), m_constant(constant) {}
+    : m_dimension(dimension), m_constant(constant) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool DivideByConstantFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return mapDefined(inputs, m_dimension, output,
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool DivideByConstantFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                                 double* output) const {
+    return mapDefined(inputs, count, output,
                       [c = m_constant](double a) { return c == 0.0 ? UNDEFINED_DOUBLE : a / c; });
 }
 
@@ -214,34 +285,69 @@ bool L2NormFunction::computeItem(const std::vector<const double*>& inputs, doubl
     return true;
 }
 
-AverageFunction::AverageFunction(unsigned long dimension) : m_dimension(dimension) {}
+AverageFunction::AverageFunction(unsigned long dimension) : m_dimension(dimension) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool AverageFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool AverageFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                        double* output) const {
     if (inputs.empty()) {
         output[0] = 0.0;
         return false;
     }
-    const double count = static_cast<double>(inputs.size());
-    for (unsigned long c = 0; c < m_dimension; ++c) {
-        double sum = 0.0;
-        for (const double* input : inputs) {
-            sum += input[c];
+    std::fill_n(output, count, 0.0);
+    for (const double* input : inputs) {
+        for (unsigned long i = 0; i < count; ++i) {
+            output[i] += input[i];
         }
-        output[c] = sum / count;
+    }
+    const double inputCount = static_cast<double>(inputs.size());
+    for (unsigned long i = 0; i < count; ++i) {
+        output[i] /= inputCount;
     }
     return true;
 }
 
-MinFunction::MinFunction(unsigned long dimension) : m_dimension(dimension) {}
-
-bool MinFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return foldInputs(inputs, m_dimension, output, [](double held, double next) { return held > next ? next : held; });
+MinFunction::MinFunction(unsigned long dimension) : m_dimension(dimension) {
+    setItemsForm(componentwise(this, dimension));
 }
 
-MaxFunction::MaxFunction(unsigned long dimension) : m_dimension(dimension) {}
+bool MinFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool MinFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                    double* output) const {
+    return foldInputs(inputs, count, output, [](double held, double next) { return held > next ? next : held; });
+}
+
+MaxFunction::MaxFunction(unsigned long dimension) : m_dimension(dimension) {
+    setItemsForm(componentwise(this, dimension));
+}
 
 bool MaxFunction::computeItem(const std::vector<const double*>& inputs, double* output) {
-    return foldInputs(inputs, m_dimension, output, [](double held, double next) { return next > held ? next : held; });
+    return computeComponents(inputs, m_dimension, output);
+}
+
+bool MaxFunction::computeComponents(const std::vector<const double*>& inputs, unsigned long count,
+                                    double* output) const {
+    return foldInputs(inputs, count, output, [](double held, double next) { return next > held ? next : held; });
+}
+
+VonMisesFunction::VonMisesFunction() {
+    setItemsForm([this](const InputItems& inputs, std::size_t count, double* output) {
+        if (outputDimension() != 1 || inputs.dimensions != std::vector<unsigned long>{6}) {
+            return false;
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            output[i] = VTComputeVonMises(inputs.values[0] + 6 * i, 6);
+        }
+        return true;
+    });
 }
 
 bool VonMisesFunction::computeItem(const std::vector<const double*>& inputs, double* output) {

@@ -10,6 +10,10 @@
 ///
 /// Every function refuses, with false and without touching the output, another number of inputs than it needs.
 /// Functions that look like each other treat undefined values differently, as is told at each.
+///
+/// Where each component is computed from the same component of the arguments alone, computeComponents() does that for
+/// `count` components in a row, be they those of one item or of many: it stands behind both computeItem() and the form
+/// for items in a row.
 
 namespace orv::app {
 class MathFunctionCallBack;
@@ -20,6 +24,7 @@ class SumFunction : public orv::ug::CustomResultFunction {
 public:
     explicit SumFunction(unsigned long dimension);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -30,6 +35,7 @@ class SubtractFunction : public orv::ug::CustomResultFunction {
 public:
     explicit SubtractFunction(unsigned long dimension);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -40,6 +46,7 @@ class OppositeFunction : public orv::ug::CustomResultFunction {
 public:
     explicit OppositeFunction(unsigned long dimension);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -50,6 +57,7 @@ class DivisionOfScalars : public orv::ug::CustomResultFunction {
 public:
     DivisionOfScalars();
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 };
 
 /// The product of scalars and the dot product of vectors; undefined when any component is. Items of another dimension
@@ -74,6 +82,7 @@ class MultiplyByConstantFunction : public orv::ug::CustomResultFunction {
 public:
     MultiplyByConstantFunction(unsigned long dimension, double constant);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -85,6 +94,7 @@ class AddConstantFunction : public orv::ug::CustomResultFunction {
 public:
     AddConstantFunction(unsigned long dimension, double constant);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -96,6 +106,7 @@ class SubtractConstantFunction : public orv::ug::CustomResultFunction {
 public:
     SubtractConstantFunction(unsigned long dimension, double constant);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -107,6 +118,7 @@ class DivideByConstantFunction : public orv::ug::CustomResultFunction {
 public:
     DivideByConstantFunction(unsigned long dimension, double constant);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -154,6 +166,7 @@ class AverageFunction : public orv::ug::CustomResultFunction {
 public:
     explicit AverageFunction(unsigned long dimension);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -165,6 +178,7 @@ class MinFunction : public orv::ug::CustomResultFunction {
 public:
     explicit MinFunction(unsigned long dimension);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -176,6 +190,7 @@ class MaxFunction : public orv::ug::CustomResultFunction {
 public:
     explicit MaxFunction(unsigned long dimension);
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
+    bool computeComponents(const std::vector<const double*>& inputs, unsigned long count, double* output) const;
 
 private:
     unsigned long m_dimension;
@@ -184,6 +199,7 @@ private:
 /// The equivalent stress of a tensor. Not reentrant, not even for two objects: the tensor is static.
 class VonMisesFunction : public orv::ug::CustomResultFunction {
 public:
+    VonMisesFunction();
     bool computeItem(const std::vector<const double*>& inputs, double* output) override;
 };
 

@@ -224,22 +224,30 @@ bool CustomResultGenerator::generatePart(unsigned long partIndex, unsigned long 
         !getOutputValuePointer(partIndex, output, input, itemCount, &out)) {
         return false;
     }
-    CustomResultFunction* function = m_function.get();
-    std::vector<const double*> items = input.values;
-    double* outputItem = out.values;
-    for (unsigned long i = 0; i < itemCount; ++i) {
-        if (!function->computeItem(items, outputItem)) {
-            return false;
-        }
-        for (std::size_t a = 0; a < items.size(); ++a) {
-            items[a] += input.dimensions[a];
-        }
-        outputItem += out.dimension;
-    }
-    if (output.scalar) {
-        output.scalar->part(partIndex)->updateMinMax();
-    }
+    computeBlocks({input.values, input.dimensions}, out, output.scalar ? output.scalar->part(partIndex) : nullptr);
     return true;
+}
+
+// The range of a block is taken while the block is still in the processor's nearest cache: a second pass over all items
+// would cost as much as the arithmetic.
+void CustomResultGenerator::computeBlocks(CustomResultFunction::InputItems input, const OutputValueData& out,
+                                          DataPartScalar* scalar) {
+    constexpr unsigned long blockSize = 512;
+    if (scalar) {
+        scalar->clearMinMax();
+    }
+    double* output = out.values;
+    for (unsigned long begin = 0; begin < out.count; begin += blockSize) {
+        const unsigned long count = std::min(blockSize, out.count - begin);
+        m_function->computeItems(input, count, output);
+        if (scalar) {
+            scalar->extendMinMax({output, count});
+        }
+        output += count * out.dimension;
+        for (std::size_t k = 0; k < input.values.size(); ++k) {
+            input.values[k] += count * input.dimensions[k];
+        }
+    }
 }
 
 } // namespace orv::ug

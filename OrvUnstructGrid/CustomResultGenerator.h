@@ -70,10 +70,11 @@ public:
 
     /// Writes the values of `result` into `state`. What the arguments rest on in the file must be loaded in the state;
     /// arguments that are custom are computed when they are not there, and stay. A result without arguments gets one
-    /// item for each node or element, as its mapping says.
+    /// item for each node or element, as its mapping says. Items that the function refuses are undefined, and the range
+    /// of a scalar is refreshed.
     /// Asserts "state", "dataSource", "m_function"; false behind a failed assertion.
     /// @return false when the arguments do not fit the generator, lack values, or have other numbers of items than the
-    ///         mapping of `result` asks for, and when the function refuses an item
+    ///         mapping of `result` asks for
     virtual bool generate(const DataSource* dataSource, const ResultInfo& result,
                           const std::vector<ResultInfo>& arguments, DataState* state);
 
@@ -110,6 +111,7 @@ private:
                           const DataGeometry* geometry, DataState* state);
     bool generatePart(unsigned long partIndex, unsigned long itemCount, const std::vector<ResultInfo>& arguments,
                       const InputDataResults& inputs, const OutputDataResult& output);
+    void computeBlocks(CustomResultFunction::InputItems input, const OutputValueData& out, DataPartScalar* scalar);
 
     std::vector<ResultType> m_argumentTypes;
     PtrRef<CustomResultFunction> m_function;

@@ -571,4 +571,79 @@ TEST(ResultFunctions, RefuseAnotherNumberOfInputs) {
     }
 }
 
+/// What computeItems() makes of items in a row; their argument items may be wider than the function looks at.
+Numbers runInARow(const EachFunction& each, const std::vector<Numbers>& inputs, std::size_t inputDimension,
+                  std::size_t count) {
+    CustomResultFunction::InputItems items;
+    for (const Numbers& input : inputs) {
+        items.values.push_back(input.data());
+        items.dimensions.push_back(inputDimension);
+    }
+    Numbers output(count * each.function->outputDimension() + 1, untouched);
+    each.function->computeItems(items, count, output.data());
+    return output;
+}
+
+/// The same by computeItem().
+Numbers runOneByOne(const EachFunction& each, const std::vector<Numbers>& inputs, std::size_t inputDimension,
+                    std::size_t count) {
+    const std::size_t outputDimension = each.function->outputDimension();
+    Numbers output(count * outputDimension + 1, untouched);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::vector<const double*> items;
+        for (const Numbers& input : inputs) {
+            items.push_back(input.data() + i * inputDimension);
+        }
+        EXPECT_TRUE(each.function->computeItem(items, output.data() + i * outputDimension));
+    }
+    return output;
+}
+
+TEST(ResultFunctions, ItemsInARowAreWhatTheyAreOneByOne) {
+    orvtest::PortableRandom random(352);
+    const std::vector<EachFunction> list = eachFunction();
+    for (std::size_t f = 0; f < list.size(); ++f) {
+        for (std::size_t count : {1u, 2u, 3u, 7u, 8u, 64u, 511u}) {
+            SCOPED_TRACE(testing::Message() << f << ' ' << count);
+            const std::size_t dimension = list[f].inputDimension;
+            const std::vector<Numbers> inputs = randomItems(random, list[f], count);
+            ASSERT_TRUE(
+                same(runInARow(list[f], inputs, dimension, count), runOneByOne(list[f], inputs, dimension, count)));
+        }
+    }
+}
+
+TEST(ResultFunctions, ItemsInARowMayBeWiderThanTheFunctionIs) {
+    orvtest::PortableRandom random(353);
+    for (EachFunction each : eachFunction()) {
+        const std::size_t dimension = each.inputDimension + 2;
+        each.inputDimension = dimension;
+        const std::vector<Numbers> inputs = randomItems(random, each, 20);
+        ASSERT_TRUE(same(runInARow(each, inputs, dimension, 20), runOneByOne(each, inputs, dimension, 20)));
+    }
+}
+
+TEST(ResultFunctions, OutputItemsMayBeWiderThanTheFunctionIs) {
+    orvtest::PortableRandom random(354);
+    for (const EachFunction& each : eachFunction()) {
+        if (dynamic_cast<PrincipalsFunction*>(each.function.get())) {
+            continue; // It refuses them.
+        }
+        each.function->setOutputDimension(each.outputDimension + 2);
+        const std::vector<Numbers> inputs = randomItems(random, each, 20);
+        ASSERT_TRUE(
+            same(runInARow(each, inputs, each.inputDimension, 20), runOneByOne(each, inputs, each.inputDimension, 20)));
+    }
+}
+
+TEST(ResultFunctions, ItemsInARowOfAnotherNumberOfInputsAreUndefined) {
+    for (const EachFunction& each : eachFunction()) {
+        const std::size_t count = 4;
+        const Numbers output = runInARow(each, {}, each.inputDimension, count);
+        Numbers expected(count * each.outputDimension, U);
+        expected.push_back(untouched);
+        EXPECT_TRUE(same(output, expected));
+    }
+}
+
 } // namespace

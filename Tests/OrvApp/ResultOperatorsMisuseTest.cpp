@@ -333,6 +333,15 @@ TEST_F(ResultOperatorsMisuseTest, PrincipalsOfAnotherTypeAreDescribed) {
     EXPECT_EQ(results[5].resultMapping(), PER_NODE);
 }
 
+TEST_F(ResultOperatorsMisuseTest, ProductsOfTensorsAreUndefined) {
+    const ResultInfo product = S * S;
+    ASSERT_TRUE(compute(product));
+    for (double value : loaded(product, 0)->values(1)->span()) {
+        EXPECT_EQ(value, orv::UNDEFINED_DOUBLE);
+    }
+    asserts.take();
+}
+
 TEST_F(ResultOperatorsMisuseTest, ArgumentsThatDifferDoNotLoad) {
     for (const ResultInfo& info : {T + V, T + P, V - D, T / P, T * P, N + N}) {
         EXPECT_FALSE(compute(info));

@@ -152,13 +152,90 @@ TEST_F(CustomResultGeneratorTest, AssertsWhatItNeeds) {
     EXPECT_EQ(recorder.take(), (std::vector<FailedAssert>{{here, "m_function", {}}}));
 }
 
-TEST_F(CustomResultGeneratorTest, FailsWhenTheFunctionRefusesAnItem) {
+TEST_F(CustomResultGeneratorTest, ItemsThatTheFunctionRefusesAreUndefined) {
     const ResultInfo info = sumOf("x", {model.pressure});
     orv::PtrRef<SumOfInputs> function(new SumOfInputs);
-    function->refusedCall = 3; // Of 8 elements in all.
+    function->refusedCall = 3; // Of 8 elements in all: the second one of "Column".
     steps->setFunction(function.get());
-    EXPECT_FALSE(steps->generate(model.source.get(), info, info.customResultArguments(), state));
-    EXPECT_EQ(function->calls, 3);
+    EXPECT_TRUE(steps->generate(model.source.get(), info, info.customResultArguments(), state));
+    EXPECT_EQ(function->calls, 8);
+    const DataPartScalar* column = scalarPart(info, 0, 1);
+    EXPECT_EQ(column->value(0), modelValue(2, model.pressure, 1, 0, 0));
+    EXPECT_EQ(column->value(1), orv::UNDEFINED_DOUBLE);
+    EXPECT_EQ(column->maximum(), column->value(0));
+    EXPECT_EQ(scalarPart(info, 0, 2)->value(0), modelValue(2, model.pressure, 2, 0, 0));
+}
+
+TEST_F(CustomResultGeneratorTest, RefusedItemsAreUndefinedInAllComponents) {
+    const ResultInfo info = sumOf("x", {model.stress});
+    orv::PtrRef<SumOfInputs> function(new SumOfInputs);
+    function->refusedCall = 1;
+    steps->setFunction(function.get());
+    EXPECT_TRUE(steps->generate(model.source.get(), info, info.customResultArguments(), state));
+    const DataPartValues* base = group(0)->find(info)->values(0);
+    EXPECT_EQ(std::count(base->span().begin(), base->span().end(), orv::UNDEFINED_DOUBLE), 6);
+}
+
+/// A source with one part of `nodeCount` nodes and a result of that type whose doubles count from 0.
+struct LongPart {
+    LongPart(ResultType type, std::size_t nodeCount) : source(new DataSourceMemory(1)) {
+        source->addGeometry();
+        source->addPart(0, "long")->nodes()->set(std::vector<double>(3 * nodeCount), {});
+        source->addState(StateInfo(1, "", StateInfo::TIME, 0));
+        info = source->addResult(type, "counting", PER_NODE);
+        std::vector<double> values(nodeCount * doublesPerItem(type));
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            values[i] = static_cast<double>(i);
+        }
+        source->setValues(1, info, 0, 0, values, nullptr);
+    }
+
+    orv::PtrRef<DataSourceMemory> source;
+    ResultInfo info;
+};
+
+TEST_F(CustomResultGeneratorTest, PartsMayHaveAnyNumberOfItems) {
+    for (std::size_t nodeCount : {1u, 511u, 512u, 513u, 1024u, 2000u}) {
+        for (ResultType type : {SCALAR, VECTOR, SYMMETRIC_TENSOR}) {
+            const LongPart part(type, nodeCount);
+            DataState* only = part.source->state(0);
+            const ResultInfo sum = sumOf("x", {part.info, part.info});
+            ASSERT_TRUE(CustomResultGenerator::compute(part.source.get(), sum, only));
+            const DataPartValues* values = only->results(only->geometry(0))->find(sum)->values(0);
+            ASSERT_EQ(values->itemCount(), nodeCount);
+            for (std::size_t i = 0; i < values->span().size(); ++i) {
+                ASSERT_EQ(values->span()[i], 2.0 * static_cast<double>(i));
+            }
+        }
+    }
+}
+
+TEST_F(CustomResultGeneratorTest, RangeCoversAllItemsOfALongPart) {
+    const LongPart part(SCALAR, 2000);
+    DataState* only = part.source->state(0);
+    const ResultInfo sum = sumOf("x", {part.info, part.info});
+    for (int run = 0; run < 2; ++run) {
+        ASSERT_TRUE(CustomResultGenerator::compute(part.source.get(), sum, only));
+        const auto* values = static_cast<const DataPartScalar*>(only->results(only->geometry(0))->find(sum)->values(0));
+        EXPECT_EQ(values->minimum(), 0.0);
+        EXPECT_EQ(values->maximum(), 3998.0);
+    }
+}
+
+TEST_F(CustomResultGeneratorTest, RangeIsThatOfTheLatestRun) {
+    orv::PtrRef<CustomResultGenerator> generator(new CustomResultGenerator(1));
+    const ResultInfo info = sumOf("x", {model.pressure}, generator);
+    ASSERT_TRUE(compute(info));
+    class Zero : public CustomResultFunction {
+        bool computeItem(const std::vector<const double*>&, double* output) override {
+            *output = 0;
+            return true;
+        }
+    };
+    generator->setFunction(new Zero);
+    ASSERT_TRUE(compute(info));
+    EXPECT_EQ(scalarPart(info, 0, 1)->minimum(), 0.0);
+    EXPECT_EQ(scalarPart(info, 0, 1)->maximum(), 0.0);
 }
 
 TEST_F(CustomResultGeneratorTest, FailsWhenCountsDiffer) {
