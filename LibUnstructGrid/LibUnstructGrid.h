@@ -13,10 +13,12 @@
 /// - Numerics: tolerances, missing values, rounding, quaternions, stress tensors, interpolation (VTOMath).
 /// - VTPlane, a plane by its four coefficients.
 /// - Rays and lines against planes, polygons, spheres and cylinders; clean-up of polygon meshes (VTOGeometryMath).
+/// - VTBox and VTOrientedBoundingBox, boxes along the axes of the model and along their own (VTOBoundingBox).
 /// - VTRvfConvertApi goes between this family and the core's.
 
 #include "LibUnstructGrid/VTOArray.h"
 #include "LibUnstructGrid/VTOBaseTypes.h"
+#include "LibUnstructGrid/VTOBoundingBox.h"
 #include "LibUnstructGrid/VTOFile.h"
 #include "LibUnstructGrid/VTOGeometryMath.h"
 #include "LibUnstructGrid/VTOLinAlgebra.h"

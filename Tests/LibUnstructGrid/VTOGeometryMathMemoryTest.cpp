@@ -1,49 +1,17 @@
 #include "LibUnstructGrid/VTOGeometryMath.h"
 
 #include "LibUnstructGrid/VTOLinAlgebra.h"
+#include "Tests/LibUnstructGrid/NewWatch.h"
 
 #include <gtest/gtest.h>
 
 #include <new>
 #include <vector>
 
-namespace {
-
-std::vector<std::size_t>* recordedSizes = nullptr;
-
-/// The number of the allocation that fails, counted from here; 0 for none.
-int failingAllocation = 0;
-
-} // namespace
-
-// operator new, which the linker leads here.
-extern "C" {
-
-void* __real__Znwm(std::size_t size);
-
-void* __wrap__Znwm(std::size_t size) {
-    if (recordedSizes) {
-        recordedSizes->push_back(size);
-    }
-    if (failingAllocation > 0 && --failingAllocation == 0) {
-        throw std::bad_alloc();
-    }
-    return __real__Znwm(size);
-}
-}
+using orvtest::allocations;
+using orvtest::NewWatch;
 
 namespace {
-
-/// Sizes of what is allocated in `call`, in order.
-template <typename Call>
-std::vector<std::size_t> allocations(Call call) {
-    std::vector<std::size_t> sizes;
-    sizes.reserve(100);
-    recordedSizes = &sizes;
-    call();
-    recordedSizes = nullptr;
-    return sizes;
-}
 
 TEST(GeometryMathMemory, RaysAllocateNothing) {
     const VTVector triangle[] = {{0, 0, 3}, {4, 0, 3}, {0, 4, 3}};
@@ -83,9 +51,11 @@ TEST(GeometryMathMemory, WithoutMemoryThePolygonsStay) {
     const int order[] = {0, 1, 2};
     int polygons[] = {5, 50};
     for (const int failing : {1, 2}) {
-        failingAllocation = failing;
-        EXPECT_THROW(VTRemoveDuplicatedNodes(polygons, 2, nodes.data(), 100), std::bad_alloc);
-        failingAllocation = failing;
+        {
+            const NewWatch watch(failing);
+            EXPECT_THROW(VTRemoveDuplicatedNodes(polygons, 2, nodes.data(), 100), std::bad_alloc);
+        }
+        const NewWatch watch(failing);
         EXPECT_THROW(VTRemoveDuplicatedNodes(polygons, 2, nodes.data(), 100, 1, order), std::bad_alloc);
     }
     EXPECT_EQ(polygons[0], 5);
