@@ -41,7 +41,8 @@ void loadEverything(FrdReader& reader, const CaeContents& contents) {
         for (const std::size_t result : described.results) {
             ug::Error error;
             std::vector<Str> warnings;
-            const bool isRead = reader.readResult(contents.results.at(result), &state, &warnings, &error);
+            const ug::ResultInfo& info = contents.results.at(result);
+            const bool isRead = reader.readResult(info, state.id(), info, &state, &warnings, &error);
             expect(isRead == error.isEmpty());
         }
     }

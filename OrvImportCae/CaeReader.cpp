@@ -1,6 +1,30 @@
 #include "OrvImportCae/CaeReader.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace orv::imp::cae {
+
+std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& states) {
+    std::vector<ug::StateInfo::ReferenceType> types;
+    std::vector<std::vector<int>> ids;
+    for (const ug::StateInfo& state : states) {
+        const auto found = std::find(types.begin(), types.end(), state.referenceType());
+        const std::size_t group = std::size_t(found - types.begin());
+        if (found == types.end()) {
+            types.push_back(state.referenceType());
+            ids.emplace_back();
+        }
+        ids[group].push_back(state.id());
+    }
+    std::vector<ug::StateGroupInfo> groups;
+    if (types.size() > 1) {
+        for (std::vector<int>& group : ids) {
+            groups.emplace_back(std::move(group));
+        }
+    }
+    return groups;
+}
 
 CaeReader::~CaeReader() = default;
 

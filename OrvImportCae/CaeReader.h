@@ -34,6 +34,9 @@ struct CaeContents {
     std::vector<Str> warnings;
 };
 
+/// A group of states for each type of reference value, in the order of appearance; none when there is but one type.
+std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& states);
+
 /// Reads the result files of one program.
 class CaeReader {
 public:
@@ -46,13 +49,17 @@ public:
     /// Reads structure and directory, no values. Once per object.
     virtual bool open(const Str& filename, CaeContents* contents, ug::Error* error) = 0;
 
-    /// Adds a further file to what is open.
-    virtual bool openSecondary(const Str& filename, ug::Error* error) = 0;
+    /// Reads into this geometry from now on. It has the parts, nodes and elements of the one that open() described,
+    /// whose memory is given back.
+    virtual void adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) = 0;
 
-    /// Reads one result into one state, all parts. Both came out of open(), and the state has the result.
+    /// Reads one result of one state, all parts. Both go by the ids that open() gave them, and the state has the
+    /// result.
+    /// @param intoInfo what the result is called where it goes
+    /// @param state where it goes
     /// @param warnings what had to be left out is appended, once however often it is read
-    virtual bool readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
-                            ug::Error* error) = 0;
+    virtual bool readResult(const ug::ResultInfo& info, int stateId, const ug::ResultInfo& intoInfo,
+                            ug::DataState* state, std::vector<Str>* warnings, ug::Error* error) = 0;
 
     /// Reads single values of a scalar as DataSourceLazy::readScalars() does. This form answers that it cannot.
     virtual bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,

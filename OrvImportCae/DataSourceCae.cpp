@@ -1,11 +1,56 @@
 #include "OrvImportCae/DataSourceCae.h"
 
+#include "OrvImportCae/CaeMeshDifference.h"
 #include "OrvImportCae/CaeReader.h"
 #include "OrvImportCae/CaeReaders.h"
 
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace orv::imp::cae {
+namespace {
+
+using ResultKey = std::pair<ug::ResultType, int>;
+
+constexpr ug::ResultType TYPES[] = {ug::SCALAR, ug::VECTOR, ug::DISPLACEMENT, ug::SYMMETRIC_TENSOR};
+constexpr const char* TYPE_NAMES[] = {"scalar", "vector", "displacement", "symmetric tensor"};
+
+ResultKey keyOf(const ug::ResultInfo& info) {
+    return {info.type(), info.id()};
+}
+
+Str typeName(const ug::ResultInfo& info) {
+    return TYPE_NAMES[info.type() - 1];
+}
+
+Str nameWithoutFolder(const Str& filename) {
+    const std::string name = filename.toStdString();
+    return Str(name.substr(name.find_last_of('/') + 1)); // npos + 1 is 0.
+}
+
+std::vector<ug::ResultInfo> fileResults(const ug::DataSourceDirectory& directory, ug::ResultType type) {
+    std::vector<ug::ResultInfo> infos = directory.resultInfos(type);
+    std::erase_if(infos, [](const ug::ResultInfo& info) { return info.isCustom(); });
+    return infos;
+}
+
+bool checkSameMesh(const CaeMesh& further, const CaeMesh& open, ug::Error* error) {
+    const Str difference = tellMeshDifference(further, open);
+    return difference.isEmpty() || ug::fail(error, "cannot add \"" + further.filename + "\" to \"" + open.filename +
+                                                       "\": its mesh is another one, as " + difference);
+}
+
+} // namespace
+
+/// A file, and what its results are there, by what they are in the directory.
+struct DataSourceCae::File {
+    Str name;
+    std::unique_ptr<CaeReader> reader;
+    std::map<ResultKey, ug::ResultInfo> results;
+};
 
 DataSourceCae::DataSourceCae(int id) : DataSourceLazy(id) {}
 
@@ -15,34 +60,38 @@ bool DataSourceCae::openFiles(const std::vector<Str>& filenames, ug::Error* erro
     if (filenames.empty()) {
         return ug::fail(error, "no file to open is named");
     }
-    if (m_reader) {
+    if (!m_files.empty()) {
         return ug::fail(error, Str("cannot open \"") + filenames[0] + "\": this data source holds \"" +
                                    directory()->simulationInfo().filename() + "\" already");
     }
-    const CaeReaderEntry* entry = findCaeReader(filenames[0], error);
-    if (!entry) {
-        return false;
-    }
-    std::unique_ptr<CaeReader> reader = entry->create();
-    CaeContents contents;
-    if (!reader->open(filenames[0], &contents, error)) {
-        return false;
-    }
-    for (std::size_t i = 1; i < filenames.size(); ++i) {
-        if (!reader->openSecondary(filenames[i], error)) {
+    std::vector<std::unique_ptr<File>> files;
+    std::vector<CaeContents> contents(filenames.size());
+    for (std::size_t i = 0; i < filenames.size(); ++i) {
+        files.push_back(openFile(filenames[i], &contents[i], error));
+        const CaeMesh first = {filenames[0], contents[0].geometry.get(), contents[0].parts};
+        if (!files[i] ||
+            (i > 0 && !checkSameMesh({filenames[i], contents[i].geometry.get(), contents[i].parts}, first, error))) {
             return false;
         }
     }
-    install(filenames[0], contents);
-    m_reader = std::move(reader);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        install(std::move(files[i]), contents[i]);
+    }
     return true;
 }
 
 bool DataSourceCae::openSecondaryFile(const Str& filename, ug::Error* error) {
-    if (!m_reader) {
+    if (m_files.empty()) {
         return ug::fail(error, Str("cannot add \"") + filename + "\": no file is open that it could be added to");
     }
-    return m_reader->openSecondary(filename, error);
+    CaeContents contents;
+    std::unique_ptr<File> file = openFile(filename, &contents, error);
+    if (!file || !checkSameMesh({filename, contents.geometry.get(), contents.parts},
+                                {m_files[0]->name, m_geometry.get(), directory()->partInfos(0)}, error)) {
+        return false;
+    }
+    install(std::move(file), contents);
+    return true;
 }
 
 std::vector<ReaderInfo> DataSourceCae::supportedFormats() {
@@ -54,8 +103,10 @@ std::vector<ReaderInfo> DataSourceCae::supportedFormats() {
 }
 
 bool DataSourceCae::readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) {
+    const StateSource& source = m_stateSources.at(state->id());
     std::vector<Str> warnings;
-    const bool isRead = m_reader->readResult(info, state, &warnings, error);
+    const bool isRead = source.file->reader->readResult(source.file->results.at(keyOf(info)), source.stateId, info,
+                                                        state, &warnings, error);
     for (const Str& warning : warnings) {
         directory()->addWarning(warning);
     }
@@ -64,26 +115,93 @@ bool DataSourceCae::readResult(const ug::ResultInfo& info, ug::DataState* state,
 
 bool DataSourceCae::readScalars(const ug::ResultInfo& info, const ug::DataState& state, const ug::ScalarPlace& place,
                                 std::span<double> values) {
-    return m_reader->readScalars(info, state.id(), place, values);
+    const StateSource& source = m_stateSources.at(state.id());
+    return source.file->reader->readScalars(source.file->results.at(keyOf(info)), source.stateId, place, values);
 }
 
-void DataSourceCae::install(const Str& filename, const CaeContents& contents) {
-    directory()->setSimulationInfo(ug::SimulationInfo(filename, contents.title));
-    directory()->addGeometryPartInfos(contents.parts);
-    for (const ug::ResultInfo& info : contents.results) {
-        directory()->addResultInfo(info);
+std::unique_ptr<DataSourceCae::File> DataSourceCae::openFile(const Str& filename, CaeContents* contents,
+                                                             ug::Error* error) {
+    const CaeReaderEntry* entry = findCaeReader(filename, error);
+    if (!entry) {
+        return nullptr;
     }
-    for (const CaeContents::State& state : contents.states) {
-        addState(state.info, {contents.geometry});
-        for (const std::size_t result : state.results) {
-            directory()->setHasResult(state.info.id(), contents.results[result]);
-        }
-    }
-    for (const ug::StateGroupInfo& group : contents.stateGroups) {
-        directory()->addStateGroupInfo(group);
+    auto file = std::make_unique<File>();
+    file->name = filename;
+    file->reader = entry->create();
+    return file->reader->open(filename, contents, error) ? std::move(file) : nullptr;
+}
+
+// The first file brings mesh and heading, and its results and states keep their ids.
+void DataSourceCae::install(std::unique_ptr<File> file, const CaeContents& contents) {
+    const bool isFirst = m_files.empty();
+    if (isFirst) {
+        m_geometry = contents.geometry;
+        directory()->setSimulationInfo(ug::SimulationInfo(file->name, contents.title));
+        directory()->addGeometryPartInfos(contents.parts);
+    } else {
+        file->reader->adoptGeometry(m_geometry);
     }
     for (const Str& warning : contents.warnings) {
         directory()->addWarning(warning);
+    }
+    const std::vector<ug::ResultInfo> results = addResults(contents.results, file.get());
+    addStates(contents, results, file.get());
+    directory()->setStateGroupInfos(isFirst ? contents.stateGroups : groupStates(directory()->stateInfos()));
+    m_files.push_back(std::move(file));
+}
+
+std::vector<ug::ResultInfo> DataSourceCae::addResults(const std::vector<ug::ResultInfo>& infos, File* file) {
+    std::vector<ug::ResultInfo> results;
+    for (const ug::ResultInfo& info : infos) {
+        const ug::ResultInfo result = m_files.empty() ? info : findOrName(info, file->name);
+        if (!directory()->findResultInfo(result.type(), result.id()).isValid()) {
+            directory()->addResultInfo(result);
+        }
+        file->results[keyOf(result)] = info;
+        results.push_back(result);
+    }
+    return results;
+}
+
+// The result that the directory has under that name, or a new one.
+ug::ResultInfo DataSourceCae::findOrName(const ug::ResultInfo& info, const Str& filename) {
+    int largestId = 0;
+    for (const ug::ResultInfo& known : fileResults(*directory(), info.type())) {
+        largestId = std::max(largestId, known.id());
+        if (known.name() == info.name() && known.resultMapping() == info.resultMapping()) {
+            return known;
+        }
+    }
+    for (const ug::ResultType type : TYPES) {
+        for (const ug::ResultInfo& known : fileResults(*directory(), type)) {
+            if (type != info.type() && known.name() == info.name()) {
+                directory()->addWarning("\"" + filename + "\" has a " + typeName(info) + " '" + info.name() +
+                                        "', which is a " + typeName(known) + " in what was open; both are kept");
+            }
+        }
+    }
+    return ug::ResultInfo(info.type(), largestId + 1, info.name(), info.resultMapping());
+}
+
+void DataSourceCae::addStates(const CaeContents& contents, const std::vector<ug::ResultInfo>& results, File* file) {
+    std::set<Str> names;
+    int largestId = 0;
+    for (const ug::StateInfo& info : directory()->stateInfos()) {
+        names.insert(info.name());
+        largestId = std::max(largestId, info.id());
+    }
+    for (const CaeContents::State& state : contents.states) {
+        ug::StateInfo info = state.info;
+        if (!m_files.empty()) {
+            const Str suffix = " (" + nameWithoutFolder(file->name) + ", state " + std::to_string(++largestId) + ")";
+            const Str name = names.contains(info.name()) ? info.name() + suffix : info.name();
+            info = ug::StateInfo(largestId, name, info.referenceType(), info.referenceValue());
+        }
+        addState(info, {m_geometry});
+        m_stateSources[info.id()] = {file, state.info.id()};
+        for (const std::size_t result : state.results) {
+            directory()->setHasResult(info.id(), results[result]);
+        }
     }
 }
 

@@ -7,11 +7,11 @@
 
 #include <memory>
 #include <span>
+#include <unordered_map>
 #include <vector>
 
 namespace orv::imp::cae {
 
-class CaeReader;
 struct CaeContents;
 
 /// A data source that is a result file of another program, see supportedFormats().
@@ -25,11 +25,20 @@ public:
     ~DataSourceCae() override;
 
     /// Opens the first file by its extension, in small or capital letters, and adds the others as openSecondaryFile()
-    /// does. Works once: a source that holds a file refuses. When it fails the source is as empty as before, and
-    /// another file can be tried.
+    /// does. Works once: a source that holds a file refuses. When it fails, for whichever file, the source is as empty
+    /// as before, and another file can be tried.
     virtual bool openFiles(const std::vector<Str>& filenames, ug::Error* error);
 
-    /// Adds a further result file to the open one. CalculiX's files refuse that, as each has its own mesh.
+    /// Adds the states and results of a further result file on the same mesh.
+    ///
+    /// Its states come behind those that are there and get new ids, above all others. A state whose name is taken gets
+    /// the file's name and its id behind it. Results of the same name, type and mapping are one result from then on;
+    /// others are new, and a warning tells where a name stands for another type than before. When states of different
+    /// reference types come together, each type has a group of states.
+    ///
+    /// Refuses a file with another mesh, and names the first difference: parts, then for each part nodes with their
+    /// numbers and coordinates, and elements with their numbers, types and nodes. Coordinates may differ by a part in
+    /// 100,000, which is what is lost in text files. A failure leaves the source as it was.
     virtual bool openSecondaryFile(const Str& filename, ug::Error* error);
 
     /// The kinds of files that openFiles() reads.
@@ -41,9 +50,21 @@ protected:
                      std::span<double> values) override;
 
 private:
-    void install(const Str& filename, const CaeContents& contents);
+    struct File;
+    struct StateSource {
+        File* file;
+        int stateId; ///< In that file.
+    };
 
-    std::unique_ptr<CaeReader> m_reader;
+    static std::unique_ptr<File> openFile(const Str& filename, CaeContents* contents, ug::Error* error);
+    void install(std::unique_ptr<File> file, const CaeContents& contents);
+    std::vector<ug::ResultInfo> addResults(const std::vector<ug::ResultInfo>& infos, File* file);
+    ug::ResultInfo findOrName(const ug::ResultInfo& info, const Str& filename);
+    void addStates(const CaeContents& contents, const std::vector<ug::ResultInfo>& results, File* file);
+
+    std::vector<std::unique_ptr<File>> m_files; ///< The primary one first.
+    PtrRef<ug::DataGeometry> m_geometry;        ///< What all files share.
+    std::unordered_map<int, StateSource> m_stateSources;
 };
 
 } // namespace orv::imp::cae

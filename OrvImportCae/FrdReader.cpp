@@ -35,10 +35,8 @@ bool FrdReader::openDescriptor(int descriptor, const Str& filename, CaeContents*
     return m_file.openDescriptor(descriptor, filename.toStdString(), error) && readStructure(contents, error);
 }
 
-bool FrdReader::openSecondary(const Str& filename, ug::Error* error) {
-    return ug::fail(error,
-                    Str("cannot add \"") + filename + Str("\" to " + m_file.name()) +
-                        ": an .frd file holds a mesh of its own and all its states; open it as a model of its own");
+void FrdReader::adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) {
+    m_mesh.geometry = geometry;
 }
 
 bool FrdReader::readStructure(CaeContents* contents, ug::Error* error) {
@@ -73,16 +71,16 @@ void FrdReader::describe(const std::vector<std::string>& warnings, CaeContents* 
     contents->warnings.assign(warnings.begin(), warnings.end());
 }
 
-bool FrdReader::readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
-                           ug::Error* error) {
-    const FrdSource source = findSource(state->id(), info);
+bool FrdReader::readResult(const ug::ResultInfo& info, int stateId, const ug::ResultInfo& intoInfo,
+                           ug::DataState* state, std::vector<Str>* warnings, ug::Error* error) {
+    const FrdSource source = findSource(stateId, info);
     if (!source.block) {
         return ug::fail(error, Str(m_file.name() + " has no such values"));
     }
     if (!m_file.checkUnchanged(error)) {
         return false;
     }
-    ug::DataResult* result = state->results(m_mesh.geometry.get())->findOrAdd(info);
+    ug::DataResult* result = state->results(m_mesh.geometry.get())->findOrAdd(intoInfo);
     const std::vector<double*> parts = allocate(*m_mesh.geometry, result);
     const std::size_t storedCount = m_index.layouts[source.block->layout].components.size();
     FrdLeftOut leftOut;

@@ -30,12 +30,11 @@ public:
     /// The same for an open descriptor, such as one of a file in memory. It is closed in the end in any case.
     bool openDescriptor(int descriptor, const Str& filename, CaeContents* contents, ug::Error* error);
 
-    /// Refuses: a file brings its own mesh, and nothing tells whether two files belong to the same one.
-    bool openSecondary(const Str& filename, ug::Error* error) override;
+    void adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) override;
 
     /// Fails too when the file has changed since it was opened.
-    bool readResult(const ug::ResultInfo& info, ug::DataState* state, std::vector<Str>* warnings,
-                    ug::Error* error) override;
+    bool readResult(const ug::ResultInfo& info, int stateId, const ug::ResultInfo& intoInfo, ug::DataState* state,
+                    std::vector<Str>* warnings, ug::Error* error) override;
 
     /// Reads the node's row and nothing else, in a block that has the rows of all nodes in the order of the mesh.
     bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,

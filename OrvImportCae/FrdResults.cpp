@@ -1,6 +1,7 @@
 #include "OrvImportCae/FrdResults.h"
 
 #include "OrvCore/Defines.h"
+#include "OrvImportCae/CaeReader.h"
 
 #include <algorithm>
 #include <array>
@@ -252,26 +253,12 @@ std::vector<FrdState> describeStates(const FrdIndex& index, std::vector<StateBlo
     return described;
 }
 
-// One group for each type of reference value, in the order of appearance; none when there is but one type.
-std::vector<ug::StateGroupInfo> groupStates(const std::vector<FrdState>& states) {
-    std::vector<ug::StateInfo::ReferenceType> types;
-    std::vector<std::vector<int>> ids;
+std::vector<ug::StateInfo> infosOf(const std::vector<FrdState>& states) {
+    std::vector<ug::StateInfo> infos;
     for (const FrdState& state : states) {
-        const auto found = std::find(types.begin(), types.end(), state.info.referenceType());
-        const std::size_t group = std::size_t(found - types.begin());
-        if (found == types.end()) {
-            types.push_back(state.info.referenceType());
-            ids.emplace_back();
-        }
-        ids[group].push_back(state.info.id());
+        infos.push_back(state.info);
     }
-    std::vector<ug::StateGroupInfo> groups;
-    if (types.size() > 1) {
-        for (std::vector<int>& group : ids) {
-            groups.emplace_back(std::move(group));
-        }
-    }
-    return groups;
+    return infos;
 }
 
 } // namespace
@@ -284,7 +271,7 @@ FrdResults makeFrdResults(const FrdFile& file, const FrdIndex& index, std::vecto
     }
     results.infos = resultRegister.take();
     results.states = describeStates(index, StateGatherer(file, index).run(warnings));
-    results.stateGroups = groupStates(results.states);
+    results.stateGroups = groupStates(infosOf(results.states));
     return results;
 }
 

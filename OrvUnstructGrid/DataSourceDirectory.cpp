@@ -183,6 +183,10 @@ void DataSourceDirectory::addStateGroupInfo(const StateGroupInfo& info) {
     m_stateGroups.push_back(info);
 }
 
+void DataSourceDirectory::setStateGroupInfos(std::vector<StateGroupInfo> infos) {
+    m_stateGroups = std::move(infos);
+}
+
 void DataSourceDirectory::addGeometryPartInfos(std::vector<PartInfo> parts) {
     m_parts.push_back(std::move(parts));
 }

@@ -87,6 +87,8 @@ public:
     /// behind a failed assertion.
     void addStateInfo(const StateInfo& info);
     void addStateGroupInfo(const StateGroupInfo& info);
+    /// Replaces all groups.
+    void setStateGroupInfos(std::vector<StateGroupInfo> infos);
     /// Appends the records of the next geometry.
     void addGeometryPartInfos(std::vector<PartInfo> parts);
     /// Appends a record to the parts of a geometry. Asserts "geometryIndex < geometryCountPerState()"; nothing happens

@@ -7,6 +7,7 @@
 #include "OrvUnstructGrid/DataSourceZTF.h"
 #include "OrvUnstructGrid/DataSourceZTFx.h"
 #include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/ResultsQuery.h"
 #include "Tests/OrvApp/CatalogueTest.h"
 #include "Tests/Support/ScratchFolder.h"
 
@@ -73,6 +74,15 @@ std::string frdText(int stateCount) {
         text += " -3\n";
     }
     return text + " 9999\n";
+}
+
+/// A point with the scalar 6 in each of `stateCount` states, whose ids begin with 4.
+std::string ztfText(int stateCount) {
+    std::string text = "ztf 1\nresult scalar 6 \"p\" node\ngeometry 1\npart 1 \"\"\nnodes 1\n0 0 0\n";
+    for (int state = 4; state < 4 + stateCount; ++state) {
+        text += "state " + std::to_string(state) + " \"\" time 0\ngeometries 1\n1\nfield scalar 6\nvalues 1 1\n7\n";
+    }
+    return text + "end\n";
 }
 
 class ModelLoadingTest : public orvtest::CatalogueTest {
@@ -478,7 +488,7 @@ TEST_F(ModelLoadingTest, ASecondaryFileNeedsAModelFromTheImporter) {
     }
 }
 
-/// Takes any further file: the readers of today refuse them all.
+/// Takes any further file, and tells which.
 class TakingSource : public imp::cae::DataSourceCae {
 public:
     TakingSource() : DataSourceCae(1) {}
@@ -508,7 +518,7 @@ TEST_F(ModelLoadingTest, ASecondaryFileGoesToTheImporterAndChangesNothingElse) {
 TEST_F(ModelLoadingTest, ASecondaryFileThatIsRefusedIsToldByTheImporter) {
     ug::UnstructGridModel* model = open(write("a.frd", 2));
     model->modelSpec().setStateId(2);
-    const Str file = write("more.frd", 2);
+    const Str file = folder.write("more.frd", "something else\n");
     PtrRef<imp::cae::DataSourceCae> twin = new imp::cae::DataSourceCae(1);
     ug::Error expected, error;
     ASSERT_TRUE(twin->openFiles({path("a.frd")}, &expected));
@@ -516,6 +526,113 @@ TEST_F(ModelLoadingTest, ASecondaryFileThatIsRefusedIsToldByTheImporter) {
     EXPECT_FALSE(models->openSecondary(file, &error));
     EXPECT_EQ(error.message(), expected.message());
     EXPECT_EQ(model->currentStateId(), 2);
+    EXPECT_EQ(model->dataSource()->stateCount(), 2u);
+}
+
+TEST_F(ModelLoadingTest, ASecondaryFileBringsItsStatesIntoTheModel) {
+    ug::UnstructGridModel* model = open(write("a.frd", 2));
+    model->modelSpec().setStateId(2);
+    ug::Error error;
+    ASSERT_TRUE(models->openSecondary(write("more.frd", 3), &error)) << error.message();
+    EXPECT_EQ(model->currentStateId(), 2);
+    EXPECT_EQ(models->count(), 1u);
+    const std::vector<ug::StateInfo> states = model->dataSource()->directory()->stateInfos();
+    ASSERT_EQ(states.size(), 5u);
+    EXPECT_EQ(states[4].id(), 5);
+
+    // The third state of the second file has 3 everywhere.
+    ug::ResultsQuery query(model->dataSource());
+    const std::vector<ug::ResultsQueryItem> items = {{0, 1}};
+    std::vector<ug::ResultsQueryResult> results;
+    ASSERT_TRUE(query.scalars(model->modelSpec().fringesResultId(), 5, 0, &items, &results));
+    EXPECT_EQ(results[0].averageSubItemScalar(), 3.0);
+}
+
+// The older format.
+
+TEST_F(ModelLoadingTest, TheOlderFormatOpensInSmallAndCapitalLetters) {
+    for (const char* name : {"a.ztf", "A.ZTF", "b.c.Ztf"}) {
+        const Str file = folder.write(name, ztfText(2));
+        ug::UnstructGridModel* model = open(file);
+        ASSERT_TRUE(model) << name;
+        EXPECT_TRUE(dynamic_cast<ug::DataSourceZTF*>(model->dataSource()));
+        EXPECT_EQ(model->dataSource()->id(), 1);
+        EXPECT_EQ(model->currentStateId(), 4);
+        EXPECT_EQ(model->modelSpec().fringesResultId(), 6);
+        EXPECT_EQ(models->currentInfo().filename(), file);
+    }
+    EXPECT_EQ(models->count(), 3u);
+}
+
+TEST_F(ModelLoadingTest, TheOlderFormatHasNoCases) {
+    folder.write("a.ztf", ztfText(1));
+    ug::Error error;
+    EXPECT_EQ(models->open(path("a.ztf|3"), &error), nullptr);
+    EXPECT_TRUE(error.message().find("no reader for the extension \"ztf|3\"", 0) != Str::npos) << error.message();
+    // A file of that very name does not change it.
+    folder.write("a.ztf|3", ztfText(1));
+    EXPECT_EQ(models->open(path("a.ztf|3"), &error), nullptr);
+}
+
+TEST_F(ModelLoadingTest, AnOlderFileThatIsOpenIsNotReadAgain) {
+    const Str file = folder.write("a.ztf", ztfText(2));
+    ug::UnstructGridModel* first = open(file);
+    first->modelSpec().setStateId(5);
+    remove("a.ztf");
+    ug::Error error;
+    ug::UnstructGridModel* second = models->open(file, "ignored", &error);
+    ASSERT_TRUE(second) << error.message();
+    EXPECT_EQ(second->dataSource(), first->dataSource());
+    EXPECT_EQ(second->currentStateId(), 4);
+    ASSERT_TRUE(models->reopen(first, file, &error)) << error.message();
+    EXPECT_EQ(first->currentStateId(), 4);
+    EXPECT_EQ(first->modelSpec().fringesResultId(), 6);
+}
+
+TEST_F(ModelLoadingTest, OnlyTheFirstOfSeveralOlderFilesIsRead) {
+    const Str file = folder.write("a.ztf", ztfText(1));
+    ug::Error error;
+    EXPECT_NE(models->open(std::vector<Str>{file, path("missing.ztf")}, &error), nullptr) << error.message();
+}
+
+TEST_F(ModelLoadingTest, AnOlderFileWithoutStatesIsNoModel) {
+    const Str file = folder.write("a.ztf", ztfText(0));
+    ug::Error error;
+    EXPECT_EQ(models->open(file, &error), nullptr);
+    EXPECT_EQ(logs.take(), std::vector<LogMessage>{noStates});
+    EXPECT_TRUE(error.isEmpty());
+    // Its source stays listed, so the file is not looked at until all are closed.
+    folder.write("a.ztf", ztfText(1));
+    EXPECT_EQ(models->open(file, &error), nullptr);
+    EXPECT_EQ(logs.take(), std::vector<LogMessage>{noStates});
+    models->closeAll();
+    EXPECT_NE(open(file), nullptr);
+}
+
+TEST_F(ModelLoadingTest, ADamagedOlderFileLeavesTheCatalogueUnchanged) {
+    ug::UnstructGridModel* model = open(folder.write("a.ztf", ztfText(2)));
+    const std::string whole = ztfText(1);
+    const Str file = path("b.ztf");
+    for (std::size_t end = whole.find('\n'); end + 4 < whole.size(); end = whole.find('\n', end + 1)) {
+        std::filesystem::remove(folder / "b.ztf");
+        folder.write("b.ztf", whole.substr(0, end + 1));
+        ug::Error error;
+        EXPECT_EQ(models->open(file, &error), nullptr);
+        EXPECT_TRUE(error.message().find("b.ztf, line ", 0) != Str::npos) << error.message();
+        EXPECT_EQ(models->count(), 1u);
+        EXPECT_EQ(models->current(), model);
+    }
+    ug::Error error;
+    EXPECT_FALSE(models->reopen(model, file, &error));
+    EXPECT_FALSE(error.isEmpty());
+    EXPECT_EQ(model->dataSource()->stateCount(), 2u);
+    EXPECT_EQ(model->currentStateId(), -1);
+}
+
+TEST_F(ModelLoadingTest, ASecondaryFileNeedsTheImporterNotTheOlderFormat) {
+    open(folder.write("a.ztf", ztfText(1)));
+    EXPECT_FALSE(models->openSecondary(write("more.frd", 1), nullptr));
+    EXPECT_EQ(logs.take(), std::vector<LogMessage>{notCae});
 }
 
 } // namespace

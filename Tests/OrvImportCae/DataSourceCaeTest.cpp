@@ -150,23 +150,6 @@ TEST(DataSourceCae, OpensOnce) {
     EXPECT_EQ(source->stateCount(), 1u);
 }
 
-TEST(DataSourceCae, RefusesFurtherFiles) {
-    const std::string expected = "cannot add \"b.frd\" to " + solverFile("cube_static.frd") +
-                                 ": an .frd file holds a mesh of its own and all its states; open it as a model of its "
-                                 "own";
-    const PtrRef<imp::cae::DataSourceCae> source = makeSource();
-    ug::Error error;
-    EXPECT_FALSE(source->openFiles({solverFile("cube_static.frd"), "b.frd"}, &error));
-    EXPECT_EQ(error.message(), Str(expected));
-    EXPECT_EQ(source->stateCount(), 0u);
-
-    ASSERT_TRUE(source->openFiles({solverFile("cube_static.frd")}, nullptr));
-    error.clear();
-    EXPECT_FALSE(source->openSecondaryFile("b.frd", &error));
-    EXPECT_EQ(error.message(), Str(expected));
-    EXPECT_EQ(source->stateCount(), 1u);
-}
-
 TEST(DataSourceCae, HasNothingToAddToBeforeItOpens) {
     ug::Error error;
     EXPECT_FALSE(makeSource()->openSecondaryFile("b.frd", &error));

@@ -100,6 +100,9 @@ TEST_F(DataSourceDirectoryTest, KeepsGroupsSimulationAndWarnings) {
     directory.addStateGroupInfo(StateGroupInfo({20}));
     ASSERT_EQ(directory.stateGroupInfos().size(), 2u);
     EXPECT_TRUE(directory.stateGroupInfos()[1].hasStateId(20));
+    directory.setStateGroupInfos({StateGroupInfo({10, 20})});
+    ASSERT_EQ(directory.stateGroupInfos().size(), 1u);
+    EXPECT_EQ(directory.stateGroupInfos()[0].stateCount(), 2u);
     directory.setSimulationInfo(SimulationInfo("beam.frd", "Cantilever"));
     EXPECT_EQ(directory.simulationInfo().filename(), "beam.frd");
     directory.addWarning("first");
