@@ -173,6 +173,11 @@ TEST(VTVectorArray, CopyComponentChecksItsArguments) {
     check(0, 1, 2, 0, "iStartDstIndex < m_iNumItems");
     check(0, 1, 0, -1, "iStartSrcIndex >= 0");
     check(0, 0, 0, 1, "iStartSrcIndex < afValues.GetNumItems()");
+    // Only a negative count lets a place fail both of its checks.
+    VTVectorArray negative;
+    assertsUntil(0, [&] { negative.SetNumItems(-5); });
+    EXPECT_EQ(assertsUntil(2, [&] { negative.CopyComponent(0, afValues, 1, -1, 0); }),
+              failed({"iStartDstIndex >= 0", "iStartDstIndex < m_iNumItems"}));
     EXPECT_EQ(assertsUntil(2, [&] { array.CopyComponent(0, VTFloatArray(), -1, 0, 0); }),
               failed({"iStartSrcIndex < afValues.GetNumItems()", "pSrcData"}));
     EXPECT_EQ(assertsUntil(2, [&] { array.CopyComponent(0, afValues, 2, 0, -1); }),

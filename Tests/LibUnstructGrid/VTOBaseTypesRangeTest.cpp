@@ -28,6 +28,7 @@ struct Traits<VTFloatRange> {
     static constexpr float limit = VT_UNDEFINED_FLOAT_LIMIT;
     static constexpr float tolerance = VT_FLOAT_TOLERANCE;
     static constexpr float invalidBound = 1e30f;
+    static constexpr float none = 5e-31f; // What VTFeqZero() takes for nothing.
 };
 
 template <>
@@ -38,6 +39,7 @@ struct Traits<VTRealRange> {
     static constexpr double limit = VT_UNDEFINED_DOUBLE_LIMIT;
     static constexpr double tolerance = VT_DOUBLE_TOLERANCE;
     static constexpr double invalidBound = 1.0000000150474662e30; // The float, not the double 1e30.
+    static constexpr double none = 5e-61;                         // What VTFeqZero() takes for nothing.
 };
 
 template <typename Range>
@@ -167,6 +169,8 @@ TYPED_TEST(FloatingRange, GetRelativeValueOfAnEmptyRangeIsUndefined) {
     EXPECT_EQ(range.GetRelativeValue(6), 1);
     EXPECT_EQ(range.GetRelativeValue(0), -0.5);
     EXPECT_EQ(TypeParam(2, 2).GetRelativeValue(2), TestFixture::Facts::undefined);
+    EXPECT_EQ(TypeParam(0, TestFixture::Facts::none).GetRelativeValue(0), TestFixture::Facts::undefined);
+    EXPECT_EQ(TypeParam(0, 4 * TestFixture::Facts::none).GetRelativeValue(0), 0);
 }
 
 TYPED_TEST(FloatingRange, UpdateExtends) {
@@ -249,10 +253,12 @@ TYPED_TEST(FloatingRange, MinMaxTakesAnother) {
     EXPECT_EQ(minMax, made(3, 10, 6, 21));
     EXPECT_TRUE(minMax.Update(made(2, 30, 4, 31), false));
     EXPECT_EQ(minMax, made(2, 30, 6, 21));
+    EXPECT_TRUE(minMax.Update(made(1, 35, 6, 36), false)); // At the maximum a tie.
+    EXPECT_EQ(minMax, made(1, 35, 6, 21));
     MinMax undefined = made(0, 40, 0, 41);
     undefined.SetMax(TestFixture::Facts::undefined, 41);
     EXPECT_FALSE(minMax.Update(undefined, true));
-    EXPECT_EQ(minMax, made(2, 30, 6, 21));
+    EXPECT_EQ(minMax, made(1, 35, 6, 21));
 }
 
 TEST(VTIntRange, IsInvalidAtFirst) {

@@ -1,5 +1,6 @@
 #include "LibUnstructGrid/VTOString.h"
 
+#include "LibUnstructGrid/VTOArrayString.h"
 #include "Tests/LibUnstructGrid/VTOStringSupport.h"
 
 #include <gtest/gtest.h>
@@ -155,6 +156,18 @@ TEST(VTOStringMemory, AppendAllocatesOnlyWithoutRoom) {
     EXPECT_EQ(sText.Length(), 100);
     sText += sPiece;
     EXPECT_EQ(allocations, 1);
+}
+
+// The empty text it begins with, and the room for all.
+TEST(VTOStringMemory, JoinedTextsTakeTheirRoomAtOnce) {
+    VTStringArray asPieces;
+    asPieces.Alloc(20, -1, true);
+    asPieces.SetAllItems(L"piece");
+    const VTString sSeparator(L", ");
+    allocations = 0;
+    const VTString sText = asPieces.GetAsString(sSeparator);
+    EXPECT_EQ(allocations, 2);
+    EXPECT_EQ(sText.Length(), 20 * 5 + 19 * 2);
 }
 
 TEST(VTOStringMemory, NarrowTextGivesNull) {
