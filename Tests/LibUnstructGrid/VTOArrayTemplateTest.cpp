@@ -98,6 +98,9 @@ TEST(VTOArrayTemplate, GrowthStepIsKeptUntilSetAgain) {
     array.SetSize(30, 2);
     // The capacity is 31 by now.
     EXPECT_EQ(movesWhileAdding(array, 35), (std::vector<int>{32, 34}));
+    // A step of 0 is the heuristic one, from a capacity of 35.
+    array.SetSize(35, 0);
+    EXPECT_EQ(movesWhileAdding(array, 41), (std::vector<int>{36, 40}));
 }
 
 TEST(VTOArrayTemplate, SizeZeroReleasesTheBuffer) {
