@@ -55,6 +55,8 @@ public:
 protected:
     VTArray() = default;
 
+    friend struct VTArrayBuffer;
+
     int m_iNumItems = 0;
     int m_iNumAllocated = 0;
     int m_iGrowBy = -1;

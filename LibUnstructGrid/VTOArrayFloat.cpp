@@ -26,15 +26,7 @@ VTFloatArray::~VTFloatArray() {
 VTFloatArray& VTFloatArray::operator=(const VTFloatArray& other) {
     RVF_ASSERT(!m_bSharedData);
     RVF_ASSERT(this != &other);
-    if (other.GetNumAllocated() < 1) {
-        Free();
-        return *this;
-    }
-    Alloc(other.GetNumAllocated(), other.m_iGrowBy, true);
-    VTArrayLoops::copyBlock(other.m_pfData, other.m_iNumAllocated, m_pfData);
-    m_iNumAllocated = other.m_iNumAllocated;
-    m_iNumItems = other.m_iNumItems;
-    m_iGrowBy = other.m_iGrowBy;
+    VTArrayBuffer::assign(this, &m_pfData, other, other.m_pfData);
     return *this;
 }
 
@@ -47,54 +39,23 @@ bool VTFloatArray::operator==(const VTFloatArray& other) const {
 void VTFloatArray::Alloc(int iNumItems, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT(iNumItems > 0);
     RVF_ASSERT(!m_bSharedData);
-    if (iNumItems != m_iNumAllocated) {
-        delete[] m_pfData;
-        m_pfData = nullptr;
-        m_pfData = VTArrayLoops::allocate<float>(iNumItems);
-    }
-    m_iGrowBy = iGrowBy;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = bSetNumItems ? m_iNumAllocated : 0;
+    VTArrayBuffer::alloc(this, &m_pfData, iNumItems, iGrowBy, bSetNumItems);
 }
 
 void VTFloatArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT((iNewSize > 0) || (iNewSize == -1));
     RVF_ASSERT(!m_bSharedData);
-    m_iGrowBy = iGrowBy;
-    if (iNewSize < 0) {
-        iNewSize = m_iNumItems;
-    }
-    if (iNewSize != m_iNumAllocated) {
-        if (iNewSize == 0) {
-            Free();
-            return;
-        }
-        VTArrayLoops::resize(m_pfData, m_iNumAllocated, iNewSize);
-        m_iNumAllocated = iNewSize;
-        m_iNumItems = std::clamp(m_iNumItems, 0, m_iNumAllocated);
-    }
-    if (bSetNumItems) {
-        m_iNumItems = m_iNumAllocated;
-    }
+    VTArrayBuffer::realloc(this, &m_pfData, iNewSize, iGrowBy, bSetNumItems);
 }
 
 void VTFloatArray::Free() {
-    if (!m_bSharedData) {
-        delete[] m_pfData;
-    }
-    m_bSharedData = false;
-    m_pfData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
+    VTArrayBuffer::free(this, &m_pfData);
 }
 
 void VTFloatArray::SetDataPtr(float* pData, int iNumItems) {
     RVF_ASSERT(pData);
     RVF_ASSERT(iNumItems > 0);
-    Free();
-    m_pfData = pData;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = iNumItems;
+    VTArrayBuffer::take(this, &m_pfData, pData, iNumItems);
 }
 
 void VTFloatArray::SetSharedDataPtr(float* pData, int iNumItems) {
@@ -103,11 +64,7 @@ void VTFloatArray::SetSharedDataPtr(float* pData, int iNumItems) {
 }
 
 float* VTFloatArray::StealData() {
-    float* pfData = m_pfData;
-    m_pfData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
-    return pfData;
+    return VTArrayBuffer::steal(this, &m_pfData);
 }
 
 void VTFloatArray::SetAllItems(float fValue) {

@@ -36,15 +36,7 @@ VTIntArray::~VTIntArray() {
 VTIntArray& VTIntArray::operator=(const VTIntArray& other) {
     RVF_ASSERT(!m_bSharedData);
     RVF_ASSERT(this != &other);
-    if (other.GetNumAllocated() < 1) {
-        Free();
-        return *this;
-    }
-    Alloc(other.GetNumAllocated(), other.m_iGrowBy, true);
-    VTArrayLoops::copyBlock(other.m_piData, other.m_iNumAllocated, m_piData);
-    m_iNumAllocated = other.m_iNumAllocated;
-    m_iNumItems = other.m_iNumItems;
-    m_iGrowBy = other.m_iGrowBy;
+    VTArrayBuffer::assign(this, &m_piData, other, other.m_piData);
     return *this;
 }
 
@@ -68,54 +60,23 @@ VTIntArray VTIntArray::Make(int iItem0, int iItem1, int iItem2, int iItem3, int 
 void VTIntArray::Alloc(int iNumItems, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT(iNumItems > 0);
     RVF_ASSERT(!m_bSharedData);
-    if (iNumItems != m_iNumAllocated) {
-        delete[] m_piData;
-        m_piData = nullptr;
-        m_piData = VTArrayLoops::allocate<int>(iNumItems);
-    }
-    m_iGrowBy = iGrowBy;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = bSetNumItems ? m_iNumAllocated : 0;
+    VTArrayBuffer::alloc(this, &m_piData, iNumItems, iGrowBy, bSetNumItems);
 }
 
 void VTIntArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT((iNewSize > 0) || (iNewSize == -1));
     RVF_ASSERT(!m_bSharedData);
-    m_iGrowBy = iGrowBy;
-    if (iNewSize < 0) {
-        iNewSize = m_iNumItems;
-    }
-    if (iNewSize != m_iNumAllocated) {
-        if (iNewSize == 0) {
-            Free();
-            return;
-        }
-        VTArrayLoops::resize(m_piData, m_iNumAllocated, iNewSize);
-        m_iNumAllocated = iNewSize;
-        m_iNumItems = std::clamp(m_iNumItems, 0, m_iNumAllocated);
-    }
-    if (bSetNumItems) {
-        m_iNumItems = m_iNumAllocated;
-    }
+    VTArrayBuffer::realloc(this, &m_piData, iNewSize, iGrowBy, bSetNumItems);
 }
 
 void VTIntArray::Free() {
-    if (!m_bSharedData) {
-        delete[] m_piData;
-    }
-    m_bSharedData = false;
-    m_piData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
+    VTArrayBuffer::free(this, &m_piData);
 }
 
 void VTIntArray::SetDataPtr(int* pData, int iNumItems) {
     RVF_ASSERT(pData);
     RVF_ASSERT(iNumItems > 0);
-    Free();
-    m_piData = pData;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = iNumItems;
+    VTArrayBuffer::take(this, &m_piData, pData, iNumItems);
 }
 
 void VTIntArray::SetSharedDataPtr(int* pData, int iNumItems) {
@@ -124,11 +85,7 @@ void VTIntArray::SetSharedDataPtr(int* pData, int iNumItems) {
 }
 
 int* VTIntArray::StealData() {
-    int* piData = m_piData;
-    m_piData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
-    return piData;
+    return VTArrayBuffer::steal(this, &m_piData);
 }
 
 void VTIntArray::SetAllItems(int iValue) {

@@ -25,15 +25,7 @@ VTStringArray::~VTStringArray() {
 VTStringArray& VTStringArray::operator=(const VTStringArray& other) {
     RVF_ASSERT(this != &other);
     RVF_ASSERT(!m_bSharedData);
-    if (other.GetNumAllocated() < 1) {
-        Free();
-        return *this;
-    }
-    Alloc(other.GetNumAllocated(), other.m_iGrowBy, true);
-    VTArrayLoops::copy(other.m_psData, other.m_iNumAllocated, m_psData);
-    m_iNumAllocated = other.m_iNumAllocated;
-    m_iNumItems = other.m_iNumItems;
-    m_iGrowBy = other.m_iGrowBy;
+    VTArrayBuffer::assign(this, &m_psData, other, other.m_psData);
     return *this;
 }
 
@@ -52,54 +44,23 @@ bool VTStringArray::operator==(const VTStringArray& other) const {
 void VTStringArray::Alloc(int iNumItems, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT(iNumItems > 0);
     RVF_ASSERT(!m_bSharedData);
-    if (iNumItems != m_iNumAllocated) {
-        delete[] m_psData;
-        m_psData = nullptr;
-        m_psData = VTArrayLoops::allocate<VTString>(iNumItems);
-    }
-    m_iGrowBy = iGrowBy;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = bSetNumItems ? m_iNumAllocated : 0;
+    VTArrayBuffer::alloc(this, &m_psData, iNumItems, iGrowBy, bSetNumItems);
 }
 
 void VTStringArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT((iNewSize > 0) || (iNewSize == -1));
     RVF_ASSERT(!m_bSharedData);
-    m_iGrowBy = iGrowBy;
-    if (iNewSize < 0) {
-        iNewSize = m_iNumItems;
-    }
-    if (iNewSize != m_iNumAllocated) {
-        if (iNewSize == 0) {
-            Free();
-            return;
-        }
-        VTArrayLoops::resize(m_psData, m_iNumAllocated, iNewSize);
-        m_iNumAllocated = iNewSize;
-        m_iNumItems = std::clamp(m_iNumItems, 0, m_iNumAllocated);
-    }
-    if (bSetNumItems) {
-        m_iNumItems = m_iNumAllocated;
-    }
+    VTArrayBuffer::realloc(this, &m_psData, iNewSize, iGrowBy, bSetNumItems);
 }
 
 void VTStringArray::Free() {
-    if (!m_bSharedData) {
-        delete[] m_psData;
-    }
-    m_bSharedData = false;
-    m_psData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
+    VTArrayBuffer::free(this, &m_psData);
 }
 
 void VTStringArray::SetDataPtr(VTString* pData, int iNumItems) {
     RVF_ASSERT(pData);
     RVF_ASSERT(iNumItems > 0);
-    Free();
-    m_psData = pData;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = iNumItems;
+    VTArrayBuffer::take(this, &m_psData, pData, iNumItems);
 }
 
 void VTStringArray::SetSharedDataPtr(VTString* pData, int iNumItems) {
@@ -108,11 +69,7 @@ void VTStringArray::SetSharedDataPtr(VTString* pData, int iNumItems) {
 }
 
 VTString* VTStringArray::StealData() {
-    VTString* psData = m_psData;
-    m_psData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
-    return psData;
+    return VTArrayBuffer::steal(this, &m_psData);
 }
 
 void VTStringArray::SetAllItems(const VTString& sValue) {

@@ -16,15 +16,7 @@ VTUbyteArray::~VTUbyteArray() {
 VTUbyteArray& VTUbyteArray::operator=(const VTUbyteArray& other) {
     RVF_ASSERT(!m_bSharedData);
     RVF_ASSERT(this != &other);
-    if (other.GetNumAllocated() < 1) {
-        Free();
-        return *this;
-    }
-    Alloc(other.GetNumAllocated(), other.m_iGrowBy, true);
-    VTArrayLoops::copyBlock(other.m_pubData, other.m_iNumAllocated, m_pubData);
-    m_iNumAllocated = other.m_iNumAllocated;
-    m_iNumItems = other.m_iNumItems;
-    m_iGrowBy = other.m_iGrowBy;
+    VTArrayBuffer::assign(this, &m_pubData, other, other.m_pubData);
     return *this;
 }
 
@@ -35,45 +27,17 @@ bool VTUbyteArray::operator==(const VTUbyteArray& other) const {
 void VTUbyteArray::Alloc(int iNumItems, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT(iNumItems > 0);
     RVF_ASSERT(!m_bSharedData);
-    if (iNumItems != m_iNumAllocated) {
-        delete[] m_pubData;
-        m_pubData = nullptr;
-        m_pubData = VTArrayLoops::allocate<unsigned char>(iNumItems);
-    }
-    m_iGrowBy = iGrowBy;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = bSetNumItems ? m_iNumAllocated : 0;
+    VTArrayBuffer::alloc(this, &m_pubData, iNumItems, iGrowBy, bSetNumItems);
 }
 
 void VTUbyteArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT((iNewSize > 0) || (iNewSize == -1));
     RVF_ASSERT(!m_bSharedData);
-    m_iGrowBy = iGrowBy;
-    if (iNewSize < 0) {
-        iNewSize = m_iNumItems;
-    }
-    if (iNewSize != m_iNumAllocated) {
-        if (iNewSize == 0) {
-            Free();
-            return;
-        }
-        VTArrayLoops::resize(m_pubData, m_iNumAllocated, iNewSize);
-        m_iNumAllocated = iNewSize;
-        m_iNumItems = std::clamp(m_iNumItems, 0, m_iNumAllocated);
-    }
-    if (bSetNumItems) {
-        m_iNumItems = m_iNumAllocated;
-    }
+    VTArrayBuffer::realloc(this, &m_pubData, iNewSize, iGrowBy, bSetNumItems);
 }
 
 void VTUbyteArray::Free() {
-    if (!m_bSharedData) {
-        delete[] m_pubData;
-    }
-    m_bSharedData = false;
-    m_pubData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
+    VTArrayBuffer::free(this, &m_pubData);
 }
 
 void VTUbyteArray::Set(int iIndex, const unsigned char* pData, int iNumItems) {
@@ -92,10 +56,7 @@ void VTUbyteArray::Set(int iIndex, const unsigned char* pData, int iNumItems) {
 void VTUbyteArray::SetDataPtr(unsigned char* pData, int iNumItems) {
     RVF_ASSERT(pData);
     RVF_ASSERT(iNumItems > 0);
-    Free();
-    m_pubData = pData;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = iNumItems;
+    VTArrayBuffer::take(this, &m_pubData, pData, iNumItems);
 }
 
 void VTUbyteArray::SetSharedDataPtr(unsigned char* pData, int iNumItems) {
@@ -104,11 +65,7 @@ void VTUbyteArray::SetSharedDataPtr(unsigned char* pData, int iNumItems) {
 }
 
 unsigned char* VTUbyteArray::StealData() {
-    unsigned char* pubData = m_pubData;
-    m_pubData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
-    return pubData;
+    return VTArrayBuffer::steal(this, &m_pubData);
 }
 
 void VTUbyteArray::SetAllItems(unsigned char ubValue) {

@@ -18,15 +18,7 @@ VTVectorArray::~VTVectorArray() {
 VTVectorArray& VTVectorArray::operator=(const VTVectorArray& other) {
     RVF_ASSERT(!m_bSharedData);
     RVF_ASSERT(this != &other);
-    if (other.GetNumAllocated() < 1) {
-        Free();
-        return *this;
-    }
-    Alloc(other.GetNumAllocated(), other.m_iGrowBy, true);
-    VTArrayLoops::copyBlock(other.m_pData, other.m_iNumAllocated, m_pData);
-    m_iNumAllocated = other.m_iNumAllocated;
-    m_iNumItems = other.m_iNumItems;
-    m_iGrowBy = other.m_iGrowBy;
+    VTArrayBuffer::assign(this, &m_pData, other, other.m_pData);
     return *this;
 }
 
@@ -51,14 +43,7 @@ VTVectorArray VTVectorArray::Make(VTVector value) {
 void VTVectorArray::Alloc(int iNumItems, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT(iNumItems > 0);
     RVF_ASSERT(!m_bSharedData);
-    if (iNumItems != m_iNumAllocated) {
-        delete[] m_pData;
-        m_pData = nullptr;
-        m_pData = VTArrayLoops::allocate<VTVector>(iNumItems);
-    }
-    m_iGrowBy = iGrowBy;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = bSetNumItems ? m_iNumAllocated : 0;
+    VTArrayBuffer::alloc(this, &m_pData, iNumItems, iGrowBy, bSetNumItems);
 }
 
 void VTVectorArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
@@ -67,16 +52,7 @@ void VTVectorArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
     m_iGrowBy = iGrowBy;
     // Before -1 is resolved: fitting a full array moves it all the same.
     if (iNewSize != m_iNumAllocated) {
-        if (iNewSize < 0) {
-            iNewSize = m_iNumItems;
-        }
-        if (iNewSize == 0) {
-            Free();
-            return;
-        }
-        VTArrayLoops::resize(m_pData, m_iNumAllocated, iNewSize);
-        m_iNumAllocated = iNewSize;
-        m_iNumItems = std::clamp(m_iNumItems, 0, m_iNumAllocated);
+        VTArrayBuffer::move(this, &m_pData, iNewSize < 0 ? m_iNumItems : iNewSize);
     }
     if (bSetNumItems) {
         m_iNumItems = m_iNumAllocated;
@@ -84,22 +60,13 @@ void VTVectorArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
 }
 
 void VTVectorArray::Free() {
-    if (!m_bSharedData) {
-        delete[] m_pData;
-    }
-    m_bSharedData = false;
-    m_pData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
+    VTArrayBuffer::free(this, &m_pData);
 }
 
 void VTVectorArray::SetDataPtr(VTVector* pData, int iNumItems) {
     RVF_ASSERT(pData);
     RVF_ASSERT(iNumItems > 0);
-    Free();
-    m_pData = pData;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = iNumItems;
+    VTArrayBuffer::take(this, &m_pData, pData, iNumItems);
 }
 
 void VTVectorArray::SetSharedDataPtr(VTVector* pData, int iNumItems) {
@@ -108,11 +75,7 @@ void VTVectorArray::SetSharedDataPtr(VTVector* pData, int iNumItems) {
 }
 
 VTVector* VTVectorArray::StealData() {
-    VTVector* pData = m_pData;
-    m_pData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
-    return pData;
+    return VTArrayBuffer::steal(this, &m_pData);
 }
 
 void VTVectorArray::SetAllItems(const VTVector& value) {

@@ -24,15 +24,7 @@ VTVectorFloatArray::~VTVectorFloatArray() {
 VTVectorFloatArray& VTVectorFloatArray::operator=(const VTVectorFloatArray& other) {
     RVF_ASSERT(!m_bSharedData);
     RVF_ASSERT(this != &other);
-    if (other.GetNumAllocated() < 1) {
-        Free();
-        return *this;
-    }
-    Alloc(other.GetNumAllocated(), other.m_iGrowBy, true);
-    VTArrayLoops::copyBlock(other.m_pData, other.m_iNumAllocated, m_pData);
-    m_iNumAllocated = other.m_iNumAllocated;
-    m_iNumItems = other.m_iNumItems;
-    m_iGrowBy = other.m_iGrowBy;
+    VTArrayBuffer::assign(this, &m_pData, other, other.m_pData);
     return *this;
 }
 
@@ -46,54 +38,23 @@ bool VTVectorFloatArray::operator==(const VTVectorFloatArray& other) const {
 void VTVectorFloatArray::Alloc(int iNumItems, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT(iNumItems > 0);
     RVF_ASSERT(!m_bSharedData);
-    if (iNumItems != m_iNumAllocated) {
-        delete[] m_pData;
-        m_pData = nullptr;
-        m_pData = VTArrayLoops::allocate<VTVectorFloat>(iNumItems);
-    }
-    m_iGrowBy = iGrowBy;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = bSetNumItems ? m_iNumAllocated : 0;
+    VTArrayBuffer::alloc(this, &m_pData, iNumItems, iGrowBy, bSetNumItems);
 }
 
 void VTVectorFloatArray::Realloc(int iNewSize, int iGrowBy, bool bSetNumItems) {
     RVF_ASSERT((iNewSize > 0) || (iNewSize == -1));
     RVF_ASSERT(!m_bSharedData);
-    m_iGrowBy = iGrowBy;
-    if (iNewSize < 0) {
-        iNewSize = m_iNumItems;
-    }
-    if (iNewSize != m_iNumAllocated) {
-        if (iNewSize == 0) {
-            Free();
-            return;
-        }
-        VTArrayLoops::resize(m_pData, m_iNumAllocated, iNewSize);
-        m_iNumAllocated = iNewSize;
-        m_iNumItems = std::clamp(m_iNumItems, 0, m_iNumAllocated);
-    }
-    if (bSetNumItems) {
-        m_iNumItems = m_iNumAllocated;
-    }
+    VTArrayBuffer::realloc(this, &m_pData, iNewSize, iGrowBy, bSetNumItems);
 }
 
 void VTVectorFloatArray::Free() {
-    if (!m_bSharedData) {
-        delete[] m_pData;
-    }
-    m_bSharedData = false;
-    m_pData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
+    VTArrayBuffer::free(this, &m_pData);
 }
 
 void VTVectorFloatArray::SetDataPtr(VTVectorFloat* pData, int iNumItems) {
     RVF_ASSERT(pData);
     RVF_ASSERT(iNumItems > 0);
-    Free();
-    m_pData = pData;
-    m_iNumAllocated = iNumItems;
-    m_iNumItems = iNumItems;
+    VTArrayBuffer::take(this, &m_pData, pData, iNumItems);
 }
 
 void VTVectorFloatArray::SetSharedDataPtr(VTVectorFloat* pData, int iNumItems) {
@@ -102,11 +63,7 @@ void VTVectorFloatArray::SetSharedDataPtr(VTVectorFloat* pData, int iNumItems) {
 }
 
 VTVectorFloat* VTVectorFloatArray::StealData() {
-    VTVectorFloat* pData = m_pData;
-    m_pData = nullptr;
-    m_iNumAllocated = 0;
-    m_iNumItems = 0;
-    return pData;
+    return VTArrayBuffer::steal(this, &m_pData);
 }
 
 void VTVectorFloatArray::SetAllItems(const VTVectorFloat& value) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LibUnstructGrid/VTOArrayBase.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -43,17 +45,14 @@ void copyBlock(const Item* pSource, int iNumItems, Item* pTarget) {
     }
 }
 
-/// Moves the buffer to one of another size, with all slots that fit.
+/// The bytes where items are nothing else, item after item where they are.
 template <typename Item>
-void resize(Item*& pData, int iOldSize, int iNewSize) {
-    Item* pNewData = allocate<Item>(iNewSize);
+void copySlots(const Item* pSource, int iNumItems, Item* pTarget) {
     if constexpr (isPlain<Item>) {
-        copyBlock(pData, std::min(iOldSize, iNewSize), pNewData);
+        copyBlock(pSource, iNumItems, pTarget);
     } else {
-        copy(pData, std::min(iOldSize, iNewSize), pNewData);
+        copy(pSource, iNumItems, pTarget);
     }
-    delete[] pData;
-    pData = pNewData;
 }
 
 template <typename Item>
@@ -149,3 +148,86 @@ void changeBelow(Item* pData, int iNumItems, Item limit, const Function& functio
 }
 
 } // namespace VTArrayLoops
+
+/// What the arrays do with their buffers once their checks are made. `ppData` is where the array holds its buffer.
+struct VTArrayBuffer {
+    template <typename Item>
+    static void assign(VTArray* pArray, Item** ppData, const VTArray& other, const Item* pOtherData) {
+        if (other.m_iNumAllocated < 1) {
+            pArray->Free();
+            return;
+        }
+        pArray->Alloc(other.m_iNumAllocated, other.m_iGrowBy, true);
+        VTArrayLoops::copySlots(pOtherData, other.m_iNumAllocated, *ppData);
+        pArray->m_iNumAllocated = other.m_iNumAllocated;
+        pArray->m_iNumItems = other.m_iNumItems;
+        pArray->m_iGrowBy = other.m_iGrowBy;
+    }
+
+    template <typename Item>
+    static void alloc(VTArray* pArray, Item** ppData, int iNumItems, int iGrowBy, bool bSetNumItems) {
+        if (iNumItems != pArray->m_iNumAllocated) {
+            delete[] * ppData;
+            *ppData = nullptr; // Should there be no memory.
+            *ppData = VTArrayLoops::allocate<Item>(iNumItems);
+        }
+        pArray->m_iGrowBy = iGrowBy;
+        pArray->m_iNumAllocated = iNumItems;
+        pArray->m_iNumItems = bSetNumItems ? iNumItems : 0;
+    }
+
+    template <typename Item>
+    static void realloc(VTArray* pArray, Item** ppData, int iNewSize, int iGrowBy, bool bSetNumItems) {
+        pArray->m_iGrowBy = iGrowBy;
+        if (iNewSize < 0) {
+            iNewSize = pArray->m_iNumItems;
+        }
+        if (iNewSize != pArray->m_iNumAllocated) {
+            move(pArray, ppData, iNewSize);
+        }
+        if (bSetNumItems) {
+            pArray->m_iNumItems = pArray->m_iNumAllocated;
+        }
+    }
+
+    /// To a buffer of `iNewSize` slots, with all slots that fit; without a slot the array is freed.
+    template <typename Item>
+    static void move(VTArray* pArray, Item** ppData, int iNewSize) {
+        if (iNewSize == 0) {
+            pArray->Free();
+            return;
+        }
+        Item* pNewData = VTArrayLoops::allocate<Item>(iNewSize);
+        VTArrayLoops::copySlots(*ppData, std::min(pArray->m_iNumAllocated, iNewSize), pNewData);
+        delete[] * ppData;
+        *ppData = pNewData;
+        pArray->m_iNumAllocated = iNewSize;
+        pArray->m_iNumItems = std::clamp(pArray->m_iNumItems, 0, iNewSize);
+    }
+
+    template <typename Item>
+    static void free(VTArray* pArray, Item** ppData) {
+        if (!pArray->m_bSharedData) {
+            delete[] * ppData;
+        }
+        pArray->m_bSharedData = false;
+        steal(pArray, ppData);
+    }
+
+    /// Takes over a buffer that is full of items.
+    template <typename Item>
+    static void take(VTArray* pArray, Item** ppData, Item* pNewData, int iNumItems) {
+        pArray->Free();
+        *ppData = pNewData;
+        pArray->m_iNumAllocated = iNumItems;
+        pArray->m_iNumItems = iNumItems;
+    }
+
+    /// Gives the buffer away.
+    template <typename Item>
+    static Item* steal(VTArray* pArray, Item** ppData) {
+        pArray->m_iNumAllocated = 0;
+        pArray->m_iNumItems = 0;
+        return std::exchange(*ppData, nullptr);
+    }
+};
