@@ -244,7 +244,7 @@ void makeNodes() {
 } // namespace
 
 int main(int argc, char** argv) {
-    orvbench::Claims claims;
+    orvbench::Claims claims(9);
     claims.add("VTPlaneRayIntersect(10M)", 1.2,
                {makeCases,
                 [] {
@@ -281,7 +281,7 @@ int main(int argc, char** argv) {
                         return cylinderByHand(one.base, one.top, 1, one.origin, one.dir, point, t);
                     });
                 }});
-    claims.add("VTRemoveDuplicatedNodes(1M)", 1.5,
+    claims.add("VTRemoveDuplicatedNodes(1M)", 2.0,
                {makeNodes, [] { VTRemoveDuplicatedNodes(polygons.data(), nodeCount, nodes.data(), nodeCount); }},
                {makeNodes, [] {
                     const int components[] = {0, 1, 2};

@@ -22,7 +22,7 @@ bool VTPointOnLineSegment(const VTVector& a, const VTVector& b, const VTVector& 
     }
     const VTVector along = b - a;
     const VTVector offset = p - a;
-    if (along.IsZero(true) || !VTVectorsParallell(offset, along)) {
+    if (!VTVectorsParallell(offset, along)) {
         return false;
     }
     for (int i = 0; i < 3; ++i) {

@@ -44,6 +44,11 @@ TEST(GeometryMathMemory, RemovingDuplicatesTakesTwoIntsPerNode) {
     EXPECT_EQ(allocations([&] { VTRemoveDuplicatedNodes(polygons, 2, nodes.data(), 100); }),
               std::vector<std::size_t>(2, 100 * sizeof(int)));
     EXPECT_EQ(polygons[0], polygons[1]);
+    EXPECT_TRUE(allocations([&] {
+                    VTRemoveDuplicatedNodes(polygons, 0, nodes.data(), 100);
+                    VTRemoveDuplicatedNodes(polygons, 2, nodes.data(), 0);
+                }).empty())
+        << "nothing to do";
 }
 
 TEST(GeometryMathMemory, WithoutMemoryThePolygonsStay) {

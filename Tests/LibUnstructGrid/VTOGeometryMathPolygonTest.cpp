@@ -160,6 +160,12 @@ TEST(PointInPolygon, BorderBelongsToWhatLiesBelow) {
         EXPECT_EQ(isInside(VT_ZAXIS_VEC, {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {0, 4, 0}}, {row.u, row.v, 0}), row.inside)
             << row.u << ", " << row.v;
     }
+    // Only at the corner on the right an edge comes from below and ends at the point itself.
+    const Row diamond[] = {{4, 2, true}, {2, 0, false}, {0, 2, false}, {2, 4, false}};
+    for (const Row& row : diamond) {
+        EXPECT_EQ(isInside(VT_ZAXIS_VEC, {{2, 0, 0}, {4, 2, 0}, {2, 4, 0}, {0, 2, 0}}, {row.u, row.v, 0}), row.inside)
+            << row.u << ", " << row.v;
+    }
     // The diagonal of that square, from either triangle, and just beside it.
     const std::vector<VTVector> lower = {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}};
     const std::vector<VTVector> upper = {{4, 4, 0}, {0, 4, 0}, {4, 0, 0}};

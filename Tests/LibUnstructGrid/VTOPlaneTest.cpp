@@ -246,10 +246,19 @@ TEST(Plane, FromPolygonWithoutANormalIsAllZero) {
         EXPECT_FALSE(plane.SetFromPolygon(points)) << points.GetNumItems();
         expectCoefficients(plane, 0, 0, 0, 0);
     }
-    // Any length above 0 is one: (0, 0, 2e-32) has a square of 4e-64, which VTVector::Normalize() refuses.
-    VTPlane plane;
-    EXPECT_TRUE(plane.SetFromPolygon(arrayOf({{0, 0, 0}, {1e-16, 0, 0}, {1e-16, 1e-16, 0}, {0, 1e-16, 0}})));
-    expectCoefficients(plane, 0, 0, 1, 0);
+}
+
+// The square has a normal of length 2e-32, whose square of 4e-64 VTVector::Normalize() refuses.
+TEST(Plane, FromPolygonTakesAnyLengthAboveZero) {
+    for (int axis = 0; axis < 3; ++axis) {
+        VTVector u = VT_ZERO_VEC;
+        VTVector v = VT_ZERO_VEC;
+        u[(axis + 1) % 3] = 1e-16;
+        v[(axis + 2) % 3] = 1e-16;
+        VTPlane plane;
+        EXPECT_TRUE(plane.SetFromPolygon(arrayOf({VT_ZERO_VEC, u, u + v, v})));
+        expectCoefficients(plane, axis == 0, axis == 1, axis == 2, 0);
+    }
 }
 
 TEST(Plane, TransformMovesAndNormalises) {
@@ -443,6 +452,26 @@ TEST(Plane, IntersectionMixesUnitNormalsWithStoredCoefficients) {
     EXPECT_TRUE(VTPlane(2, 0, 0, -2).Intersect(VTPlane(0, 1, 0, -3), &point, &direction));
     EXPECT_EQ(point, VTVector(2, 6, 0));
     EXPECT_EQ(direction, VT_ZAXIS_VEC);
+}
+
+// Each of the two products in a formula has a coefficient of either plane: twice the one and three times the other make
+// six times the point.
+TEST(Plane, IntersectionScalesWithTheCoefficients) {
+    PortableRandom random(105);
+    for (int i = 0; i < 300; ++i) {
+        const VTPlane plane1 = randomPlane(random);
+        const VTPlane plane2 = randomPlane(random);
+        VTVector point;
+        VTVector scaledPoint;
+        VTVector direction;
+        VTVector scaledDirection;
+        ASSERT_TRUE(plane1.Intersect(plane2, &point, &direction));
+        ASSERT_TRUE(VTPlane(2 * plane1.a, 2 * plane1.b, 2 * plane1.c, 2 * plane1.d)
+                        .Intersect(VTPlane(3 * plane2.a, 3 * plane2.b, 3 * plane2.c, 3 * plane2.d), &scaledPoint,
+                                   &scaledDirection));
+        ASSERT_TRUE(near(scaledPoint / 6, point, 1e-10));
+        ASSERT_TRUE(near(scaledDirection, direction, 1e-14));
+    }
 }
 
 // Beside an axis a second normal that is off by e gives a common direction of length e along each axis in turn.
