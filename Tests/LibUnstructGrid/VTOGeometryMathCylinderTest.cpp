@@ -81,6 +81,15 @@ TEST(RayInfCylinderIntersect, AlongTheAxisHasNoEnds) {
     }
 }
 
+// All that the length of the axis scales is divided by, so that it matters along the axis alone.
+TEST(RayInfCylinderIntersect, TakesTheDirectionAcrossAnAxisOfAnyLength) {
+    Interval interval;
+    EXPECT_TRUE(
+        VTRayInfCylinderIntersect({-9, 2.2, 0}, {2, 0, 0}, {1, 1, 7}, {0, 0, 3}, 2, &interval.in, &interval.out));
+    interval.expectValues(4.2, 5.8);
+    EXPECT_FALSE(VTRayInfCylinderIntersect({1, 1, 0}, {0, 0, 1}, {1, 1, 7}, {0, 0, 3}, 2, &interval.in, &interval.out));
+}
+
 // Only a cross product of exactly 0 is along the axis.
 TEST(RayInfCylinderIntersect, AlmostAlongTheAxisHasEnds) {
     const Interval interval = meetsEndless({1, 1, 0}, {1e-100, 0, 1});
