@@ -129,8 +129,8 @@ TEST(GetPolyCenteroid, IsTheAverage) {
     VTVector center = untouched;
     VTGetPolyCenteroid(connectivity, 3, nodes, &center, nullptr);
     EXPECT_EQ(center, VTVector(4, 30, 300));
-    // 2, 0, 1 lead to 0, 1, 0.
-    const int map[] = {1, 0, 0};
+    // 2 and 0 lead to 1 and 0.
+    const int map[] = {0, 2, 1};
     VTGetPolyCenteroid(connectivity, 2, nodes, &center, map);
     EXPECT_EQ(center, VTVector(2, 15, 200));
     VTGetPolyCenteroid(connectivity, 0, nodes, &center, nullptr);
