@@ -9,9 +9,9 @@
 /// Algebra on results: `vonMises(stress) / 250.0` describes a new result, item by item computed from other results.
 ///
 /// **What comes back.** A custom ug::ResultInfo that nobody knows yet: no values are computed, and nothing changes in
-/// the catalogues. The values come when it is loaded for a state, for which it must be in the directory, see
-/// orv::app::Results; as an argument of further operators it need not be. The new result sits where the first argument
-/// sits (on nodes or on elements), and keeps its arguments.
+/// the catalogues. The values come when it is loaded for a state, for which it must have been added, see
+/// orv::app::Results::add(); as an argument of further operators it need not be. The new result sits where the first
+/// argument sits (on nodes or on elements), and keeps its arguments.
 ///
 /// An invalid info, without a word, when there is no current model or when it has no data source. Which model that is
 /// does not matter here: whether the arguments belong to it is found out when the result is added to it.
