@@ -407,6 +407,14 @@ double referenceProduct(const std::vector<Numbers>& in) {
     return sum;
 }
 
+double sumOfSquares(const Numbers& item) {
+    double sum = 0.0;
+    for (double component : item) {
+        sum += component * component;
+    }
+    return sum;
+}
+
 double referenceCross(const std::vector<Numbers>& in, std::size_t c) {
     const std::size_t next[] = {1, 2, 0};
     const std::size_t last[] = {2, 0, 1};
@@ -483,10 +491,7 @@ std::vector<EachFunction> ofWholeItems() {
         {new CrossProduct, 2, 3, 3, referenceCross},
         {new L1NormFunction, 1, 3, 1,
          [](const auto& in, std::size_t) { return std::fabs(in[0][0]) + std::fabs(in[0][1]) + std::fabs(in[0][2]); }},
-        {new L2NormFunction, 1, 3, 1,
-         [](const auto& in, std::size_t) {
-             return std::sqrt(std::pow(in[0][0], 2) + std::pow(in[0][1], 2) + std::pow(in[0][2], 2));
-         }},
+        {new L2NormFunction, 1, 3, 1, [](const auto& in, std::size_t) { return std::sqrt(sumOfSquares(in[0])); }},
         {new VonMisesFunction, 1, 6, 1, [](const auto& in, std::size_t) { return tensorOf(in[0]).vonMises(); }},
         {new PrincipalsFunction(false, 0), 1, 6, 1,
          [](const auto& in, std::size_t) { return tensorOf(in[0]).firstPrincipalValue(); }},
