@@ -310,6 +310,19 @@ TEST(BoxQuery, RayThatMissesWritesNothing) {
     }
 }
 
+// A box that is invalid in x: from both ends the ray goes to the numbers as they stand.
+TEST(BoxQuery, RayTakesAnInvalidBoxAsItStands) {
+    const VTBox box(5, 0, 0, -5, 1, 1);
+    double fDist = 0;
+    VTVector point;
+    EXPECT_TRUE(box.RayIntersect(VTVector(-9, 0.5, 0.5), VT_XAXIS_VEC, &fDist, &point));
+    EXPECT_EQ(fDist, 14);
+    EXPECT_EQ(point, VTVector(5, 0.5, 0.5));
+    EXPECT_TRUE(box.RayIntersect(VTVector(0, 0.5, 0.5), VT_XAXIS_VEC, &fDist, &point)) << "below, before above";
+    EXPECT_EQ(fDist, 5);
+    EXPECT_FALSE(box.RayIntersect(VTVector(-9, 2, 0.5), VTVector(0, -1, 0), &fDist, &point));
+}
+
 TEST(BoxQuery, RayAllocatesNothing) {
     const VTBox box(0, 0, 0, 2, 4, 8);
     double fDist = 0;
