@@ -257,6 +257,8 @@ TEST(BoxQuery, RayEntersThroughEachSide) {
         {VTVector(0, 1, 1), VTVector(-1, 0, 0), 0, VTVector(0, 1, 1)},
         {VTVector(2, 4, 8), VTVector(1, 1, 1), 0, VTVector(2, 4, 8)},
         {VTVector(1, 1, 1), VTVector(0, 0, 0), 0, VTVector(1, 1, 1)},
+        // So near for such a direction that the distance is 0 in doubles: 1e-200 / 1e200.
+        {VTVector(-1e-200, 1, 1), VTVector(1e200, 0, 0), 0, VTVector(0, 1, 1)},
         // Along the side it starts on, which it will never meet.
         {VTVector(0, 1, 1), VTVector(0, 1, 0), 0, VTVector(0, 1, 1)},
         {VTVector(2, 1, 1), VTVector(0, 1, 0), 0, VTVector(2, 1, 1)},
