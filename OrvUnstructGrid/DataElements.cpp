@@ -105,6 +105,10 @@ int DataElements::elementId(std::size_t elementIndex) const {
     return m_ids.empty() ? static_cast<int>(elementIndex) + 1 : m_ids[elementIndex];
 }
 
+std::span<const int> DataElements::ids() const {
+    return m_ids;
+}
+
 std::span<const ElementType> DataElements::types() const {
     return m_types;
 }

@@ -41,6 +41,9 @@ public:
     /// Asserts "elementIndex < elementCount()"; -1 behind a failed assertion.
     int elementId(std::size_t elementIndex) const;
 
+    /// The solver's numbers, one for each element; empty when the elements have none.
+    std::span<const int> ids() const;
+
     std::span<const ElementType> types() const;
     /// All node indexes, element after element.
     std::span<const std::uint32_t> connectivity() const;

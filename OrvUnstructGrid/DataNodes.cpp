@@ -42,6 +42,10 @@ std::span<const double> DataNodes::coordinates() const {
     return m_coordinates;
 }
 
+std::span<const int> DataNodes::ids() const {
+    return m_ids;
+}
+
 std::size_t DataNodes::byteCount() const {
     return m_coordinates.size() * sizeof(double) + m_ids.size() * sizeof(int);
 }

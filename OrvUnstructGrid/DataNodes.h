@@ -32,6 +32,9 @@ public:
     /// All coordinates: x, y, z of the first node, then of the next.
     std::span<const double> coordinates() const;
 
+    /// The solver's numbers, one for each node; empty when the nodes have none.
+    std::span<const int> ids() const;
+
     std::size_t byteCount() const;
 
 private:

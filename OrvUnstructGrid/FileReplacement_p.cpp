@@ -2,6 +2,7 @@
 
 #include "OrvUnstructGrid/Error.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -75,7 +76,10 @@ const std::string& FileReplacement::temporaryName() const {
 }
 
 void FileReplacement::write(std::string_view bytes) {
-    m_buffer += bytes;
+    const std::size_t at = m_position - m_bufferPosition;
+    m_buffer.replace(at, std::min(bytes.size(), m_buffer.size() - at), bytes);
+    m_position += bytes.size();
+    m_size = std::max(m_size, m_position);
     if (m_buffer.size() >= BUFFER_SIZE) {
         flush();
     }
@@ -83,6 +87,21 @@ void FileReplacement::write(std::string_view bytes) {
 
 bool FileReplacement::hasFailed() const {
     return m_errorNumber != 0;
+}
+
+std::uint64_t FileReplacement::position() const {
+    return m_position;
+}
+
+std::uint64_t FileReplacement::size() const {
+    return m_size;
+}
+
+void FileReplacement::seek(std::uint64_t position) {
+    m_position = position;
+    if (position < m_bufferPosition || position > m_bufferPosition + m_buffer.size()) {
+        flush();
+    }
 }
 
 bool FileReplacement::commit(Error* error) {
@@ -104,7 +123,8 @@ bool FileReplacement::commit(Error* error) {
 
 void FileReplacement::flush() {
     for (std::size_t done = 0; done < m_buffer.size() && !hasFailed();) {
-        const ssize_t written = ::write(m_descriptor, m_buffer.data() + done, m_buffer.size() - done);
+        const ssize_t written =
+            ::pwrite(m_descriptor, m_buffer.data() + done, m_buffer.size() - done, off_t(m_bufferPosition + done));
         if (written > 0) {
             done += std::size_t(written);
         } else if (written == 0 || errno != EINTR) {
@@ -112,6 +132,7 @@ void FileReplacement::flush() {
         }
     }
     m_buffer.clear();
+    m_bufferPosition = m_position;
 }
 
 } // namespace orv::ug

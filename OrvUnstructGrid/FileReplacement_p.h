@@ -2,6 +2,7 @@
 
 #include "OrvCore/Str.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -26,9 +27,15 @@ public:
     /// The name that the bytes go to.
     const std::string& temporaryName() const;
 
-    /// Appends, through a buffer. After a failure, which commit() tells, nothing more is written.
+    /// Writes at position(), through a buffer. After a failure, which commit() tells, nothing more is written.
     void write(std::string_view bytes);
     bool hasFailed() const;
+
+    /// Where the next bytes go: behind the last ones, unless seek() says otherwise.
+    std::uint64_t position() const;
+    std::uint64_t size() const;
+    /// @param position up to size(); bytes that are there already are replaced
+    void seek(std::uint64_t position);
 
     /// Brings all bytes to the disk and renames the file, so that after a crash of the machine either the old or the
     /// new content is there.
@@ -41,6 +48,9 @@ private:
     std::string m_target;
     std::string m_temporary;
     std::string m_buffer;
+    std::uint64_t m_bufferPosition = 0;
+    std::uint64_t m_position = 0; ///< In the buffer or just behind it.
+    std::uint64_t m_size = 0;
     int m_descriptor = -1;
     int m_errorNumber = 0;
 };

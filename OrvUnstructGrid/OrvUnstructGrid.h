@@ -71,3 +71,5 @@
 #include "OrvUnstructGrid/UnstructGridModel.h"
 #include "OrvUnstructGrid/WriteSelection.h"
 #include "OrvUnstructGrid/ZTFWriter.h"
+#include "OrvUnstructGrid/ZTFxCaseInfo.h"
+#include "OrvUnstructGrid/ZTFxWriter.h"

@@ -73,4 +73,26 @@ bool makeWritePlan(const WriteSelection& selection, const DataSourceDirectory& d
            planParts(selection.partIds, directory, &plan->parts, error);
 }
 
+ResultIds idsInFile(const std::vector<ResultInfo>& results) {
+    ResultIds ids;
+    std::set<ResultKey> taken;
+    for (const ResultInfo& info : results) {
+        if (!info.isCustom()) {
+            ids[{info.type(), info.id()}] = info.id();
+            taken.insert({info.type(), info.id()});
+        }
+    }
+    std::map<ResultType, int> next;
+    for (const ResultInfo& info : results) {
+        if (info.isCustom()) {
+            int& id = ++next[info.type()];
+            while (taken.contains({info.type(), id})) {
+                ++id;
+            }
+            ids[{info.type(), info.id()}] = id;
+        }
+    }
+    return ids;
+}
+
 } // namespace orv::ug

@@ -68,35 +68,6 @@ private:
     std::size_t m_count = 0;
 };
 
-using ResultKey = std::pair<ResultType, int>;
-
-ResultKey keyOf(const ResultInfo& info) {
-    return {info.type(), info.id()};
-}
-
-/// The ids that results have in the file. Those of custom ones are the lowest that others of their type leave free.
-std::map<ResultKey, int> idsInFile(const std::vector<ResultInfo>& results) {
-    std::map<ResultKey, int> ids;
-    std::set<ResultKey> taken;
-    for (const ResultInfo& info : results) {
-        if (!info.isCustom()) {
-            ids[keyOf(info)] = info.id();
-            taken.insert(keyOf(info));
-        }
-    }
-    std::map<ResultType, int> next;
-    for (const ResultInfo& info : results) {
-        if (info.isCustom()) {
-            int& id = ++next[info.type()];
-            while (taken.contains({info.type(), id})) {
-                ++id;
-            }
-            ids[keyOf(info)] = id;
-        }
-    }
-    return ids;
-}
-
 const char* wordOf(ResultType type) {
     return ZTF_TYPES[type - 1];
 }
@@ -131,8 +102,9 @@ private:
             if (mapping >= std::size(ZTF_MAPPINGS)) {
                 return fail(m_error, "Result '" + info.name() + "' cannot be written: its mapping is unknown");
             }
-            std::vector<std::string> words = {"result", wordOf(info.type()), std::to_string(m_ids.at(keyOf(info))),
-                                              named(info.name()), ZTF_MAPPINGS[mapping]};
+            std::vector<std::string> words = {"result", wordOf(info.type()),
+                                              std::to_string(m_ids.at({info.type(), info.id()})), named(info.name()),
+                                              ZTF_MAPPINGS[mapping]};
             const auto base = m_ids.find({info.baseResultType(), info.baseResultId()});
             if (base != m_ids.end()) {
                 words.insert(words.end(), {"of", wordOf(base->first.first), std::to_string(base->second)});
@@ -276,7 +248,8 @@ private:
     }
 
     void writeField(const DataState& state, const ResultInfo& info) {
-        m_file.write(std::string("field ") + wordOf(info.type()) + " " + std::to_string(m_ids.at(keyOf(info))) + "\n");
+        m_file.write(std::string("field ") + wordOf(info.type()) + " " +
+                     std::to_string(m_ids.at({info.type(), info.id()})) + "\n");
         for (std::size_t g = 0; g < state.geometryCount(); ++g) {
             const DataGeometry* geometry = state.geometry(g);
             const DataResult* result = state.results(geometry)->find(info);
@@ -372,7 +345,7 @@ private:
     DataSource* m_source;
     const DataSourceDirectory& m_directory;
     const WritePlan& m_plan;
-    const std::map<ResultKey, int> m_ids;
+    const ResultIds m_ids;
     FileReplacement& m_file;
     Progress* m_progress;
     Error* m_error;

@@ -8,6 +8,8 @@
 #include "OrvUnstructGrid/DataSourceZTFx.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/ResultsQuery.h"
+#include "OrvUnstructGrid/WriteSelection.h"
+#include "OrvUnstructGrid/ZTFxWriter.h"
 #include "Tests/OrvApp/CatalogueTest.h"
 #include "Tests/Support/ScratchFolder.h"
 
@@ -94,6 +96,28 @@ protected:
     /// Writes a file with that many states and gives its path.
     Str write(const std::string& name, int stateCount) const {
         return folder.write(name, frdText(stateCount));
+    }
+
+    /// Writes the cases 7, 3 and 0, each with states of ten times their ids and one more, and with a scalar.
+    Str writeCases(const std::string& name, const Str& password = "") const {
+        ug::ZTFxWriter writer;
+        writer.setPassword(password);
+        ug::Error error;
+        for (const int id : {7, 3, 0}) {
+            PtrRef<ug::DataSourceMemory> source = orvtest::memorySource({{"part"}}, {{10 * id, "a"}, {10 * id + 1, "b"}});
+            const ug::ResultInfo scalar = source->addResult(ug::SCALAR, "t", ug::PER_NODE);
+            EXPECT_TRUE(source->setValues(10 * id, scalar, 0, 0, std::vector<double>{0.1, 0.2}, &error));
+            EXPECT_TRUE(writer.addCase(id, "case", source.get(), {}, &error)) << error.message();
+        }
+        EXPECT_TRUE(writer.write(path(name), nullptr, &error)) << error.message();
+        return path(name);
+    }
+
+    /// The first state of what opens, which tells the case; -1 when it does not open.
+    int stateOf(const Str& name, const Str& password = "") {
+        ug::Error error;
+        const ug::UnstructGridModel* model = models->open(name, password, &error);
+        return model ? model->currentStateId() : -1;
     }
 
     void remove(const std::string& name) const {
@@ -205,9 +229,8 @@ TEST_F(ModelLoadingTest, AnImporterThatReadsZtfxGetsTheseFiles) {
     EXPECT_EQ(Private::fileRoute("a.frd", without), Private::FileRoute::CAE);
 }
 
-TEST_F(ModelLoadingTest, ThePasswordGoesToTheNativeRouteAlone) {
-    const std::pair<const char*, Refusal> cases[] = {
-        {"a.ztfx", caseByIndex(0)}, {"a.ztfx|3", caseById(3)}, {"a.ztf", olderFile}, {"a.frd", caeFile}};
+TEST_F(ModelLoadingTest, ThePasswordIsNothingToTheOtherRoutes) {
+    const std::pair<const char*, Refusal> cases[] = {{"a.ztf", olderFile}, {"a.frd", caeFile}};
     for (const auto& [filename, route] : cases) {
         SCOPED_TRACE(filename);
         ug::Error expected, byName, byList;
@@ -219,11 +242,75 @@ TEST_F(ModelLoadingTest, ThePasswordGoesToTheNativeRouteAlone) {
     }
 }
 
+TEST_F(ModelLoadingTest, ANativeFileOpensTheCaseThatItsNameAsksFor) {
+    struct Case {
+        const char* name;
+        int state;
+    };
+    const Case cases[] = {
+        {"", 70},                            // the first one
+        {"|3", 30},                          // by its id
+        {"|0", 0},  {"|7", 70},   {"|x", 0}, // what is no number is id 0
+        {"|", 0},   {"|1|2", 70},            // three pieces: the first one again
+        {"|1", -1}, {"|3x", 0},   {"| 3 ", 30},
+    };
+    for (const char* file : {"a.ztfx", "b.ZTFX", "c.ztfxa"}) {
+        const Str path = writeCases(file);
+        for (const Case& c : cases) {
+            EXPECT_EQ(stateOf(path + c.name), c.state) << file << c.name;
+        }
+    }
+    ug::Error error;
+    EXPECT_EQ(models->open(path("a.ztfx|1"), &error), nullptr);
+    EXPECT_EQ(error.message(), path("a.ztfx: there is no case with id 1: the file has 7 (case), 3 (case), 0 (case)"));
+    EXPECT_EQ(models->open(path("a.ztfx"), &error)->modelSpec().fringesResultId(), 1);
+}
+
+TEST_F(ModelLoadingTest, CasesOfOneFileAreSourcesOfTheirOwn) {
+    const Str file = writeCases("a.ztfx");
+    const ug::DataSource* first = open(file)->dataSource();
+    const ug::DataSource* third = open(file + "|3")->dataSource();
+    // The same case under another name is read again.
+    EXPECT_NE(open(file + "|7")->dataSource(), first);
+    remove("a.ztfx");
+    EXPECT_EQ(open(file)->dataSource(), first);
+    EXPECT_EQ(open(file + "|3")->dataSource(), third);
+    EXPECT_EQ(models->currentInfo().filename(), file + "|3");
+    EXPECT_EQ(stateOf(file + "|0"), -1);
+}
+
+TEST_F(ModelLoadingTest, ThePasswordOpensAProtectedFileOnce) {
+    const Str file = writeCases("a.ztfx", "secret");
+    EXPECT_EQ(stateOf(file), -1);
+    EXPECT_EQ(stateOf(file, "wrong"), -1);
+    EXPECT_EQ(models->count(), 0u);
+    EXPECT_EQ(stateOf(file + "|3", "secret"), 30);
+    // Open already: nobody asks for the password.
+    EXPECT_EQ(stateOf(file + "|3", "wrong"), 30);
+    EXPECT_EQ(stateOf(file + "|3"), 30);
+    EXPECT_EQ(stateOf(file + "|0", "wrong"), -1);
+    ug::Error error;
+    EXPECT_NE(models->open(std::vector<Str>{file, "b.frd"}, "secret", &error), nullptr);
+}
+
+TEST_F(ModelLoadingTest, ANativeFileWithoutStatesIsNoModelEither) {
+    ug::ZTFxWriter writer;
+    ug::Error error;
+    ASSERT_TRUE(writer.addCase(0, "", orvtest::memorySource({}, {}).get(), {}, &error));
+    const Str file = path("empty.ztfx");
+    ASSERT_TRUE(writer.write(file, nullptr, &error));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(models->open(file, &error), nullptr);
+        EXPECT_EQ(logs.take(), std::vector<LogMessage>{noStates});
+        EXPECT_TRUE(error.isEmpty());
+        // The second open finds it listed and does not look at the file.
+        remove("empty.ztfx");
+    }
+}
+
 TEST_F(ModelLoadingTest, OnlyTheImporterSeesTheWholeList) {
     ug::Error expected, error;
-    caseByIndex(0)("a.ztfx", "", &expected);
-    EXPECT_EQ(models->open(std::vector<Str>{"a.ztfx", "b.frd"}, &error), nullptr);
-    EXPECT_EQ(error.message(), expected.message());
+    EXPECT_NE(models->open(std::vector<Str>{writeCases("a.ztfx"), "b.frd"}, &error), nullptr);
 
     // The first file is good, so only the second one can be what is refused.
     const std::vector<Str> files = {write("good.frd", 1), path("missing.frd")};
@@ -441,10 +528,10 @@ TEST_F(ModelLoadingTest, ReopenOfTheModelsOwnFileReadsNothingAndStartsAnew) {
 
 TEST_F(ModelLoadingTest, ReopenHasNoPassword) {
     open(write("a.frd", 1));
-    ug::Error expected, error;
-    caseByIndex(0)("a.ztfx", "", &expected);
-    EXPECT_FALSE(models->reopen(0ul, "a.ztfx", &error));
-    EXPECT_EQ(error.message(), expected.message());
+    const Str file = writeCases("b.ztfx", "secret");
+    ug::Error error;
+    EXPECT_FALSE(models->reopen(0ul, file, &error));
+    EXPECT_EQ(error.message(), file + ": the file is protected: a password is needed");
 }
 
 TEST_F(ModelLoadingTest, ARefusedReopenClearsTheSpecAndKeepsTheDataSource) {

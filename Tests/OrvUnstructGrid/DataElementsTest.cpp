@@ -53,9 +53,12 @@ TEST(DataElements, CountsNodesAndSurfacesByType) {
 TEST(DataElements, KeepsIdsOrCountsFromOne) {
     EXPECT_EQ(threeElements().elementId(0), 30);
     EXPECT_EQ(threeElements().elementId(2), 20);
-    DataElements elements;
+    DataElements elements = threeElements();
+    ASSERT_EQ(elements.ids().size(), 3u);
+    EXPECT_EQ(elements.ids()[1], 10);
     elements.set({POINT, POINT}, {0, 1}, {});
     EXPECT_EQ(elements.elementId(1), 2);
+    EXPECT_TRUE(elements.ids().empty());
 }
 
 TEST(DataElements, CountsItsBytes) {

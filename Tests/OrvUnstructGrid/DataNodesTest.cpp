@@ -28,6 +28,8 @@ TEST(DataNodes, KeepsCoordinatesAndIds) {
     EXPECT_EQ(nodes.node(1), Vec3d(4, 5, 6));
     EXPECT_EQ(nodes.nodeId(0), 10);
     EXPECT_EQ(nodes.nodeId(1), 7);
+    ASSERT_EQ(nodes.ids().size(), 2u);
+    EXPECT_EQ(nodes.ids()[1], 7);
     EXPECT_EQ(nodes.coordinates()[3], 4.0);
     EXPECT_EQ(nodes.byteCount(), 6 * sizeof(double) + 2 * sizeof(int));
 }
@@ -37,6 +39,7 @@ TEST(DataNodes, CountsFromOneWithoutIds) {
     nodes.set({1, 2, 3, 4, 5, 6}, {});
     EXPECT_EQ(nodes.nodeId(0), 1);
     EXPECT_EQ(nodes.nodeId(1), 2);
+    EXPECT_TRUE(nodes.ids().empty());
 }
 
 TEST(DataNodes, RefusesAnUnfinishedNode) {

@@ -44,6 +44,31 @@ TEST(FileReplacement, TakesThePlaceOfTheTargetAtTheEnd) {
     EXPECT_EQ(folder.names(), std::vector<std::string>{"a"});
 }
 
+TEST(FileReplacement, GoesBackAndToTheEndAgain) {
+    ScratchFolder folder;
+    const std::string much(200000, 'x'); // more than the buffer holds
+    FileReplacement file;
+    ASSERT_TRUE(file.open(folder / "a", nullptr));
+    file.write("abcdef");
+    file.seek(1);
+    EXPECT_EQ(file.position(), 1u);
+    EXPECT_EQ(file.size(), 6u);
+    file.write("B");
+    file.seek(6);
+    file.write(much);
+    file.seek(3);
+    file.write("DE");
+    file.seek(200005);
+    file.write("yz!"); // replaces one and appends two
+    file.seek(0);
+    file.write("A");
+    file.seek(200000);
+    file.write(much);
+    EXPECT_EQ(file.size(), 400000u);
+    ASSERT_TRUE(file.commit(nullptr));
+    EXPECT_EQ(folder.read("a"), "ABcDEf" + much.substr(0, 199994) + much);
+}
+
 TEST(FileReplacement, LeavesNothingWithoutCommit) {
     ScratchFolder folder;
     folder.write("a", "old");

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "OrvCore/PtrRef.h"
+#include "OrvUnstructGrid/DataGeometry.h"
+#include "OrvUnstructGrid/ZtfxArrays_p.h"
+#include "OrvUnstructGrid/ZtfxIndex_p.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace orv::ug {
+
+/// The meshes that the states of a case use.
+///
+/// A mesh in the place of another geometry is another object, as what is loaded on a geometry of a state is found by
+/// that object. In the same place all states share it.
+class ZtfxMeshes {
+public:
+    /// Reads them all. False with a text when an array is missing, damaged or does not fit the others, or when the
+    /// meshes need more memory than the size of the file makes likely; nothing big is allocated before that is known.
+    bool read(const ZtfxCase& contents, const ZtfxArrays& arrays, Error* error);
+
+    /// The one in the place of a geometry, by its index in ZtfxCase::meshes, which a state must use there.
+    DataGeometry* find(std::size_t geometry, std::size_t mesh) const;
+
+private:
+    struct Placed {
+        std::size_t geometry;
+        std::size_t mesh;
+        PtrRef<DataGeometry> object;
+    };
+
+    bool checkSize(const ZtfxCase& contents, const ZtfxArrays& arrays, Error* error) const;
+
+    std::vector<Placed> m_meshes; ///< Sorted by geometry and mesh.
+};
+
+} // namespace orv::ug
