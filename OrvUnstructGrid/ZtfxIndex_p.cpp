@@ -1,5 +1,6 @@
 #include "OrvUnstructGrid/ZtfxIndex_p.h"
 
+#include "OrvUnstructGrid/ZtfReader_p.h"
 #include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <pugixml.hpp>
@@ -13,22 +14,16 @@ namespace {
 
 constexpr int FORMAT = 1;
 
-/// Where the ids of custom results begin, see ResultInfo.
-constexpr std::int64_t RESULT_ID_END = std::int64_t(1) << 30;
 constexpr std::int64_t SMALLEST_INT = std::numeric_limits<int>::min();
 constexpr std::int64_t LARGEST_INT = std::numeric_limits<int>::max();
 /// So that no count of bytes overflows.
 constexpr std::int64_t LARGEST_COUNT = std::int64_t(1) << 48;
 
-const ZtfxWords RESULT_TYPES = {
-    {"scalar", SCALAR}, {"vector", VECTOR}, {"displacement", DISPLACEMENT}, {"symmetric_tensor", SYMMETRIC_TENSOR}};
-const ZtfxWords MAPPINGS = {{"node", PER_NODE},
-                            {"element", PER_ELEMENT},
-                            {"element_node", PER_ELEMENT_NODE},
-                            {"element_surface", PER_ELEMENT_SURFACE}};
-const ZtfxWords REFERENCES = {
-    {"time", StateInfo::TIME}, {"frequency", StateInfo::FREQUENCY}, {"load_case", StateInfo::LOAD_CASE}};
-const ZtfxWords ENCRYPTIONS = {{"none", 0}, {"aes256", 1}};
+const ZtfxWords RESULT_TYPES(ZTF_TYPES, SCALAR);
+const ZtfxWords MAPPINGS(ZTF_MAPPINGS, PER_NODE);
+const ZtfxWords REFERENCES(ZTF_REFERENCES, StateInfo::TIME);
+constexpr const char* ENCRYPTION_WORDS[] = {"none", "aes256"};
+const ZtfxWords ENCRYPTIONS(ENCRYPTION_WORDS, 0);
 
 // Writing.
 
@@ -67,12 +62,12 @@ void append(pugi::xml_node parent, const std::vector<PartInfo>& geometry) {
 
 void append(pugi::xml_node parent, const ResultInfo& result) {
     pugi::xml_node node = parent.append_child("result");
-    putText(node, "type", wordOf(RESULT_TYPES, result.type()));
+    putText(node, "type", RESULT_TYPES.wordOf(result.type()));
     putNumber(node, "id", result.id());
     putText(node, "name", result.name().toStdString());
-    putText(node, "mapping", wordOf(MAPPINGS, result.resultMapping()));
+    putText(node, "mapping", MAPPINGS.wordOf(result.resultMapping()));
     if (result.baseResultId() >= 0 && isResultType(result.baseResultType())) {
-        putText(node, "baseType", wordOf(RESULT_TYPES, result.baseResultType()));
+        putText(node, "baseType", RESULT_TYPES.wordOf(result.baseResultType()));
         putNumber(node, "baseId", result.baseResultId());
     }
 }
@@ -81,7 +76,7 @@ void append(pugi::xml_node parent, const ZtfxState& state) {
     pugi::xml_node node = parent.append_child("state");
     putNumber(node, "id", state.info.id());
     putText(node, "name", state.info.name().toStdString());
-    putText(node, "reference", wordOf(REFERENCES, state.info.referenceType()));
+    putText(node, "reference", REFERENCES.wordOf(state.info.referenceType()));
     putReal(node, "value", state.info.referenceValue());
     putNumbers(node, "meshes", state.meshes);
     for (const ZtfxField& field : state.fields) {
@@ -179,8 +174,8 @@ bool readResult(const ZtfxXmlReader& xml, pugi::xml_node node, ResultInfo* resul
     int type = 0, id = 0, mapping = 0;
     std::string name;
     if (!xml.readWord(node, "type", RESULT_TYPES, &type, error) ||
-        !xml.readNumber(node, "id", 0, RESULT_ID_END - 1, &id, error) || !xml.readText(node, "name", &name, error) ||
-        !xml.readWord(node, "mapping", MAPPINGS, &mapping, error)) {
+        !xml.readNumber(node, "id", 0, ZTF_RESULT_ID_END - 1, &id, error) ||
+        !xml.readText(node, "name", &name, error) || !xml.readWord(node, "mapping", MAPPINGS, &mapping, error)) {
         return false;
     }
     *result = ResultInfo(static_cast<ResultType>(type), id, name, static_cast<ResultMapping>(mapping));
@@ -303,7 +298,7 @@ std::string makeZtfxHeader(bool isEncrypted) {
     pugi::xml_document document;
     pugi::xml_node root = document.append_child("ztfx");
     putNumber(root, "format", FORMAT);
-    putText(root, "encryption", wordOf(ENCRYPTIONS, isEncrypted));
+    putText(root, "encryption", ENCRYPTIONS.wordOf(isEncrypted));
     return textOf(document);
 }
 

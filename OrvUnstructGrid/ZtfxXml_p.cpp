@@ -1,33 +1,21 @@
 #include "OrvUnstructGrid/ZtfxXml_p.h"
 
+#include "OrvUnstructGrid/ZtfWords_p.h"
+
 #include <algorithm>
-#include <bit>
-#include <cmath>
-#include <cstdio>
+#include <charconv>
 #include <sstream>
 #include <string_view>
 
 namespace orv::ug {
 namespace {
 
-constexpr std::string_view BITS = "bits:";
 constexpr std::size_t LONGEST_QUOTE = 40;
 
-template <class Number, class... Format>
-bool isNumber(std::string_view text, Number* number, Format... format) {
+bool isNumber(std::string_view text, std::int64_t* number) {
     const char* end = text.data() + text.size();
-    const auto [stop, problem] = std::from_chars(text.data(), end, *number, format...);
+    const auto [stop, problem] = std::from_chars(text.data(), end, *number);
     return problem == std::errc() && stop == end;
-}
-
-bool isReal(std::string_view text, double* value) {
-    if (!text.starts_with(BITS)) {
-        return isNumber(text, value);
-    }
-    std::uint64_t bits = 0;
-    const bool isRead = isNumber(text.substr(BITS.size()), &bits, 16);
-    *value = std::bit_cast<double>(bits);
-    return isRead;
 }
 
 std::string rangeText(std::int64_t lowest, std::int64_t highest) {
@@ -47,9 +35,25 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
 
 } // namespace
 
-const std::string& wordOf(const ZtfxWords& words, int value) {
-    const auto found = std::find_if(words.begin(), words.end(), [value](const auto& w) { return w.second == value; });
-    return found != words.end() ? found->first : words.front().first;
+ZtfxWords::ZtfxWords(std::span<const char* const> words, int first) : m_words(words), m_first(first) {}
+
+std::string ZtfxWords::wordOf(int value) const {
+    const auto index = static_cast<std::size_t>(value - m_first);
+    return index < m_words.size() ? m_words[index] : m_words.back();
+}
+
+bool ZtfxWords::findValue(const std::string& word, int* value) const {
+    const auto found = std::find(m_words.begin(), m_words.end(), word);
+    *value = m_first + static_cast<int>(found - m_words.begin());
+    return found != m_words.end();
+}
+
+std::string ZtfxWords::list() const {
+    std::string text;
+    for (const char* word : m_words) {
+        text += (text.empty() ? "" : ", ") + std::string(word);
+    }
+    return text;
 }
 
 void putText(pugi::xml_node node, const char* name, const std::string& text) {
@@ -61,12 +65,8 @@ void putNumber(pugi::xml_node node, const char* name, std::int64_t number) {
 }
 
 void putReal(pugi::xml_node node, const char* name, double value) {
-    char text[64] = {};
-    if (std::isfinite(value)) {
-        std::to_chars(text, text + sizeof text - 1, value);
-    } else {
-        std::snprintf(text, sizeof text, "%s%016llx", BITS.data(), std::bit_cast<unsigned long long>(value));
-    }
+    std::string text;
+    writeZtfNumber(value, &text);
     putText(node, name, text);
 }
 
@@ -102,23 +102,14 @@ bool ZtfxXmlReader::readText(pugi::xml_node node, const char* name, std::string*
 bool ZtfxXmlReader::readWord(pugi::xml_node node, const char* name, const ZtfxWords& words, int* value,
                              Error* error) const {
     std::string word;
-    if (!readText(node, name, &word, error)) {
-        return false;
-    }
-    std::string known;
-    for (const auto& [candidate, number] : words) {
-        if (candidate == word) {
-            *value = number;
-            return true;
-        }
-        known += (known.empty() ? "" : ", ") + candidate;
-    }
-    return fail(node, name, word, "one of " + known, error);
+    return readText(node, name, &word, error) &&
+           (words.findValue(word, value) || fail(node, name, word, "one of " + words.list(), error));
 }
 
 bool ZtfxXmlReader::readReal(pugi::xml_node node, const char* name, double* value, Error* error) const {
     std::string text;
-    return readText(node, name, &text, error) && (isReal(text, value) || fail(node, name, text, "a number", error));
+    return readText(node, name, &text, error) &&
+           (readZtfNumber(text, value) || fail(node, name, text, "a number", error));
 }
 
 bool ZtfxXmlReader::fail(pugi::xml_node node, const char* name, const std::string& value,

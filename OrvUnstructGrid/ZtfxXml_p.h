@@ -5,28 +5,38 @@
 
 #include <pugixml.hpp>
 
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace orv::ug {
 
-/// The words for the values of an enumeration.
-using ZtfxWords = std::vector<std::pair<std::string, int>>;
+/// The words for the values of an enumeration that has no gaps.
+class ZtfxWords {
+public:
+    /// @param first the value of the first word
+    ZtfxWords(std::span<const char* const> words, int first);
 
-/// The word of a value; the first one when there is none.
-const std::string& wordOf(const ZtfxWords& words, int value);
+    /// The word of a value; the last one when there is none.
+    std::string wordOf(int value) const;
+    /// False when there is no such word.
+    bool findValue(const std::string& word, int* value) const;
+    /// "one, two, three"
+    std::string list() const;
+
+private:
+    std::span<const char* const> m_words;
+    int m_first;
+};
 
 // Writing attributes.
 
 void putText(pugi::xml_node node, const char* name, const std::string& text);
 void putNumber(pugi::xml_node node, const char* name, std::int64_t number);
-/// The shortest digits that give the same number back; for what is not finite its 64 bits, as in
-/// "bits:7ff8000000000000".
+/// As .ztf files spell numbers, which come back bit by bit.
 void putReal(pugi::xml_node node, const char* name, double value);
 
 /// With a blank between them.

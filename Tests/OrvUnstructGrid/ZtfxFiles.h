@@ -6,6 +6,7 @@
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/WriteSelection.h"
 #include "OrvUnstructGrid/ZTFxWriter.h"
+#include "Tests/Support/MemoryModels.h"
 
 #include <gtest/gtest.h>
 #include <zip.h>
@@ -91,7 +92,7 @@ inline orv::PtrRef<orv::ug::DataSourceMemory> richSource() {
     source->addState(StateInfo(7, names[0], StateInfo::TIME, 1.0 / 3.0));
     source->addState(StateInfo(0, names[1], StateInfo::FREQUENCY, -0.0));
     source->addState(StateInfo(2147483647, "", StateInfo::LOAD_CASE, orv::UNDEFINED_DOUBLE));
-    source->addState(StateInfo(9, "nan", StateInfo::TIME, fromBits(0xfff8000000012345)));
+    source->addState(StateInfo(9, "nan", static_cast<StateInfo::ReferenceType>(3), fromBits(0xfff8000000012345)));
     source->directory()->addStateGroupInfo(StateGroupInfo({0, 7}));
     source->directory()->addStateGroupInfo(StateGroupInfo({2147483647}));
     std::size_t next = 0;
@@ -121,6 +122,29 @@ inline orv::PtrRef<orv::ug::DataSourceMemory> richSource() {
     ResultInfo derived(SCALAR, 100, "derived", PER_NODE);
     derived.setBaseResult(2, SYMMETRIC_TENSOR);
     source->directory()->addResultInfo(derived);
+    return source;
+}
+
+/// Two hexahedra with numbers, and on them `t`, which 32 bits hold, and `v`, which they do not, in two states.
+inline orv::PtrRef<orv::ug::DataSourceMemory> smallModel() {
+    using namespace orv::ug;
+    orv::PtrRef<DataSourceMemory> source(new DataSourceMemory(1));
+    source->addGeometry();
+    DataPart* part = source->addPart(0, "part");
+    fillWithCubes(part, 2, 0.1);
+    const std::span<const double> coordinates = part->nodes()->coordinates();
+    std::vector<int> nodeIds(part->nodes()->nodeCount(), 7);
+    part->nodes()->set({coordinates.begin(), coordinates.end()}, nodeIds);
+    const std::span<const std::uint32_t> connectivity = part->elements()->connectivity();
+    part->elements()->set({HEXAHEDRON, HEXAHEDRON}, {connectivity.begin(), connectivity.end()}, {8, 9});
+    const ResultInfo t = source->addResult(SCALAR, "t", PER_NODE), v = source->addResult(VECTOR, "v", PER_ELEMENT);
+    for (int id = 1; id <= 2; ++id) {
+        source->addState(StateInfo(id, "step", StateInfo::TIME, id));
+        std::vector<double> ts(12, 0.5 * id), vs(6, 0.1 * id);
+        EXPECT_TRUE(source->setValues(id, t, 0, 0, ts, nullptr));
+        EXPECT_TRUE(source->setValues(id, v, 0, 0, vs, nullptr));
+    }
+    source->directory()->addStateGroupInfo(StateGroupInfo({1, 2}));
     return source;
 }
 
