@@ -93,16 +93,15 @@ TEST_F(DamageTest, EveryEntryIsNeededAsItWas) {
             EXPECT_EQ(damaged(layout.password, [i](Change c) { c->entries[i].name = "../" + c->entries[i].name; }),
                       start + "the entry is missing");
             const std::string none = damaged(layout.password, [&](Change c) { bytes(c).clear(); });
-            const std::string other = damaged(layout.password, [&](Change c) { bytes(c).front() ^= 1; });
             if (!name.starts_with("data/")) {
                 EXPECT_TRUE(none.starts_with(path + ", entry '" + name + "', byte 0: not well-formed XML: ")) << none;
-                EXPECT_TRUE(other.starts_with(path + ", entry '" + name + "'")) << other;
                 continue;
             }
             const std::size_t size = entries.entries[i].bytes.size();
             const std::string expected = " bytes, expected " + std::to_string(size) + " by the index";
             EXPECT_EQ(none, start + "has 0" + expected);
-            EXPECT_EQ(other, start + "damaged: the bytes do not give the checksum of the index");
+            EXPECT_EQ(damaged(layout.password, [&](Change c) { bytes(c).front() ^= 1; }),
+                      start + "damaged: the bytes do not give the checksum of the index");
             EXPECT_EQ(damaged(layout.password, [&](Change c) { bytes(c).pop_back(); }),
                       start + "has " + std::to_string(size - 1) + expected);
             EXPECT_EQ(damaged(layout.password, [&](Change c) { bytes(c) += '<'; }),
