@@ -104,8 +104,9 @@ public:
 TEST(ResultFunctions, SumOfComponents) {
     expectAll({
         {new SumFunction(1), {{2}, {0.5}}, {2.5}},
-        {new SumFunction(3), {{1, 2, 3}, {10, U, 30}}, {11, U, 33}},
-        {new SumFunction(3), {{1, U, 3}, {10, 20, 30}}, {11, U, 33}},
+        // The large numbers would make the sum infinite.
+        {new SumFunction(3), {{1, 1e300, 3}, {10, U, 30}}, {11, U, 33}},
+        {new SumFunction(3), {{1, U, 3}, {10, 1e300, 30}}, {11, U, 33}},
         {new SumFunction(3), {{U, 2, U}, {U, 20, 3}}, {U, 22, U}},
         {new SumFunction(6), {{1, 2, 3, 4, 5, 6}, {6, 5, 4, 3, 2, 1}}, {7, 7, 7, 7, 7, 7}},
         {new SumFunction(3), {{nan_, inf, -0.0}, {1, -inf, -0.0}}, {nan_, nan_, -0.0}},
@@ -262,6 +263,7 @@ TEST(ResultFunctions, ComponentForWhichTheCallbackThrowsIsUndefined) {
 TEST(ResultFunctions, NormsDoNotLookAtUndefinedValues) {
     expectAll({
         {new L1NormFunction, {{1, -2, 3}}, {6}},
+        {new L1NormFunction, {{-1, 2, -3}}, {6}},
         {new L1NormFunction, {{-0.0, 0, -0.0}}, {0.0}},
         {new L1NormFunction, {{U, 1, -1}}, {U}},
         {new L1NormFunction, {{U, U, 0}}, {inf}},
@@ -362,6 +364,22 @@ TEST(ResultFunctions, PrincipalValuesAndDirections) {
             EXPECT_NEAR(std::fabs(vector.output[c]), c == axes[i] ? 1 : 0, 1e-5);
         }
         EXPECT_EQ(vector.output[3], untouched);
+    }
+}
+
+TEST(ResultFunctions, PrincipalDirectionsLieInThePlaneOfTheShear) {
+    // A shear between two axes, XY, YZ or ZX, has nothing along the third.
+    const std::size_t axisWithout[] = {2, 0, 1};
+    for (std::size_t shear = 0; shear < 3; ++shear) {
+        Numbers item(6, 0.0);
+        item[3 + shear] = 5;
+        const PtrRef<CustomResultFunction> direction(new PrincipalsFunction(true, 0));
+        direction->setOutputDimension(3);
+        const Outcome outcome = run(direction.get(), {item});
+        ASSERT_TRUE(outcome.served);
+        for (std::size_t c = 0; c < 3; ++c) {
+            EXPECT_NEAR(std::fabs(outcome.output[c]), c == axisWithout[shear] ? 0 : std::sqrt(0.5), 1e-5);
+        }
     }
 }
 
