@@ -43,7 +43,8 @@ bool mapDefinedPairs(const std::vector<const double*>& inputs, unsigned long cou
     const double* b = inputs[1];
     for (unsigned long i = 0; i < count; ++i) {
         const double result = operation(a[i], b[i]);
-        output[i] = (isUndefined(a[i]) | isUndefined(b[i])) ? UNDEFINED_DOUBLE : result;
+        const double orUndefined = isUndefined(a[i]) ? UNDEFINED_DOUBLE : result;
+        output[i] = isUndefined(b[i]) ? UNDEFINED_DOUBLE : orUndefined;
     }
     return true;
 }
