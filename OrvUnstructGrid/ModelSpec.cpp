@@ -1,9 +1,11 @@
 #include "OrvUnstructGrid/ModelSpec.h"
 
+#include "LibCore/rvfAssert.h"
 #include "OrvUnstructGrid/DataSource.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace orv::ug {
 namespace {
@@ -24,7 +26,10 @@ void ModelSpec::clear() {
     m_fringesResultId = -1;
     m_vectorResultId = -1;
     m_displacementResultId = -1;
+    m_isDisplaced = false;
+    m_displacementScale = 1.0;
     m_partFringesResultIds.clear();
+    m_hiddenParts.clear();
 }
 
 void ModelSpec::setStateId(int stateId) {
@@ -74,6 +79,41 @@ void ModelSpec::setDisplacementResultId(int displacementResultId) {
 
 int ModelSpec::displacementResultId() const {
     return m_displacementResultId;
+}
+
+void ModelSpec::setDisplaced(bool isDisplaced) {
+    m_isDisplaced = isDisplaced;
+}
+
+bool ModelSpec::isDisplaced() const {
+    return m_isDisplaced;
+}
+
+void ModelSpec::setDisplacementScale(double scale) {
+    RVF_ASSERT(std::isfinite(scale));
+    if (std::isfinite(scale)) {
+        m_displacementScale = scale;
+    }
+}
+
+double ModelSpec::displacementScale() const {
+    return m_displacementScale;
+}
+
+void ModelSpec::setPartVisible(std::size_t geometryIndex, int partId, bool isVisible) {
+    if (isVisible) {
+        m_hiddenParts.erase({geometryIndex, partId});
+    } else {
+        m_hiddenParts.insert({geometryIndex, partId});
+    }
+}
+
+bool ModelSpec::isPartVisible(std::size_t geometryIndex, int partId) const {
+    return m_hiddenParts.count({geometryIndex, partId}) == 0;
+}
+
+const std::set<std::pair<std::size_t, int>>& ModelSpec::hiddenParts() const {
+    return m_hiddenParts;
 }
 
 } // namespace orv::ug

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace orv::ug {
@@ -18,7 +19,7 @@ public:
     ModelSpec(const ModelSpec&) = delete;
     ModelSpec& operator=(const ModelSpec&) = delete;
 
-    /// Forgets state and results: every id is -1.
+    /// Back to the beginning: no state, no results, the shape not displaced and at the scale 1, all parts visible.
     void clear();
 
     void setStateId(int stateId);
@@ -46,13 +47,31 @@ public:
     void setDisplacementResultId(int displacementResultId);
     int displacementResultId() const;
 
+    /// Whether the shape is displaced by the chosen displacement; false at first.
+    void setDisplaced(bool isDisplaced);
+    bool isDisplaced() const;
+
+    /// What displacements are multiplied by before they are added to the nodes; 1 at first. Asserts
+    /// "std::isfinite(scale)" and then leaves it as it was.
+    void setDisplacementScale(double scale);
+    double displacementScale() const;
+
+    /// Parts are visible until they are hidden; ids that no part has do no harm.
+    void setPartVisible(std::size_t geometryIndex, int partId, bool isVisible);
+    bool isPartVisible(std::size_t geometryIndex, int partId) const;
+    /// The geometry index and part id of each hidden part.
+    const std::set<std::pair<std::size_t, int>>& hiddenParts() const;
+
 private:
     const UnstructGridModel* m_model;
     int m_stateId = -1;
     int m_fringesResultId = -1;
     int m_vectorResultId = -1;
     int m_displacementResultId = -1;
+    bool m_isDisplaced = false;
+    double m_displacementScale = 1.0;
     std::map<std::pair<std::size_t, int>, int> m_partFringesResultIds;
+    std::set<std::pair<std::size_t, int>> m_hiddenParts;
 };
 
 } // namespace orv::ug

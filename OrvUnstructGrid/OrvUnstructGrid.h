@@ -39,6 +39,7 @@
 #include "OrvUnstructGrid/Convert.h"
 #include "OrvUnstructGrid/CustomResultFunction.h"
 #include "OrvUnstructGrid/CustomResultGenerator.h"
+#include "OrvUnstructGrid/CuttingPlane.h"
 #include "OrvUnstructGrid/DataElements.h"
 #include "OrvUnstructGrid/DataGeometry.h"
 #include "OrvUnstructGrid/DataNodes.h"

@@ -16,8 +16,8 @@ constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 using FaceKey = std::array<std::uint32_t, 4>;
 
 struct Face {
-    std::uint32_t others[3]; ///< The key without its first corner, whose chain this is.
-    std::uint32_t next;      ///< In the chain.
+    FaceKey key;
+    std::uint32_t next; ///< In the chain.
     std::uint32_t element;
     std::uint8_t surface;
     bool isShared;
@@ -97,7 +97,7 @@ FaceKey keyOf(const std::uint32_t* nodes, const std::uint8_t* corners, std::size
     return key;
 }
 
-/// All faces of a part; those of volumes are chained at their lowest corner, where equal ones find each other.
+/// All faces of a part; those of volumes are chained, one chain for each node, where equal ones find each other.
 class FaceTable {
 public:
     FaceTable(std::size_t nodeCount, std::size_t faceCount) : m_chains(nodeCount, none) {
@@ -105,20 +105,20 @@ public:
     }
 
     void addVolumeFace(const FaceKey& key, std::uint32_t element, std::uint8_t surface) {
-        std::uint32_t* chain = &m_chains[key[0]];
+        std::uint32_t* chain = &m_chains[chainOf(key)];
         for (std::uint32_t i = *chain; i != none; i = m_faces[i].next) {
             Face& face = m_faces[i];
-            if (face.others[0] == key[1] && face.others[1] == key[2] && face.others[2] == key[3]) {
+            if (face.key == key) {
                 face.isShared = true;
                 return;
             }
         }
-        m_faces.push_back({{key[1], key[2], key[3]}, *chain, element, surface, false});
+        m_faces.push_back({key, *chain, element, surface, false});
         *chain = static_cast<std::uint32_t>(m_faces.size() - 1);
     }
 
     void addShell(std::uint32_t element) {
-        m_faces.push_back({{none, none, none}, none, element, 0, false});
+        m_faces.push_back({{}, none, element, 0, false});
     }
 
     std::span<const Face> faces() const {
@@ -126,6 +126,12 @@ public:
     }
 
 private:
+    /// The mean of the lowest three corners: near to them, so that neighbours are near in memory, and different for
+    /// the faces about a node that a great many elements share.
+    static std::size_t chainOf(const FaceKey& key) {
+        return (std::size_t(key[0]) + key[1] + key[2]) / 3;
+    }
+
     std::vector<std::uint32_t> m_chains;
     std::vector<Face> m_faces;
 };

@@ -1,13 +1,17 @@
 #include "OrvUnstructGrid/UnstructGridModel.h"
 
+#include "LibCore/rvfAssert.h"
+#include "OrvUnstructGrid/CuttingPlane.h"
 #include "OrvUnstructGrid/DataSource.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/ErrorTexts_p.h"
+#include "OrvUnstructGrid/HitItem.h"
+#include "OrvUnstructGrid/ModelShapes_p.h"
 #include "OrvUnstructGrid/Progress.h"
 
 namespace orv::ug {
 
-UnstructGridModel::UnstructGridModel() : m_modelSpec(this) {}
+UnstructGridModel::UnstructGridModel() : m_modelSpec(this), m_shapes(std::make_unique<ModelShapes>()) {}
 
 UnstructGridModel::~UnstructGridModel() {
     setDataSource(nullptr);
@@ -25,6 +29,7 @@ void UnstructGridModel::setDataSource(DataSource* source) {
     if (m_dataSource) {
         m_dataSource->detachModel(this);
     }
+    m_shapes->clear();
     m_dataSource = source;
     if (source) {
         source->attachModel(this);
@@ -47,12 +52,88 @@ std::size_t UnstructGridModel::currentFrameIndex() const {
     return 0;
 }
 
-bool UnstructGridModel::refresh(Error* error, Progress* progress, unsigned int) {
-    if (!m_dataSource) {
-        return fail(error, "The model has no data source: open a file into it first");
+std::size_t UnstructGridModel::cuttingPlaneCount() const {
+    return m_cuttingPlanes.size();
+}
+
+CuttingPlane* UnstructGridModel::cuttingPlane(std::size_t index) const {
+    RVF_ASSERT(index < cuttingPlaneCount());
+    return index < cuttingPlaneCount() ? m_cuttingPlanes[index].get() : nullptr;
+}
+
+CuttingPlane* UnstructGridModel::addCuttingPlane() {
+    return m_cuttingPlanes.emplace_back(std::make_unique<CuttingPlane>()).get();
+}
+
+void UnstructGridModel::removeCuttingPlane(std::size_t index) {
+    RVF_ASSERT(index < cuttingPlaneCount());
+    if (index < cuttingPlaneCount()) {
+        m_cuttingPlanes.erase(m_cuttingPlanes.begin() + static_cast<std::ptrdiff_t>(index));
     }
-    if (!m_dataSource->currentState(this)) {
-        return fail(error, unknownStateText(*m_dataSource->directory(), currentStateId()));
+}
+
+DataState* UnstructGridModel::findCurrentState(Error* error) const {
+    if (!m_dataSource) {
+        fail(error, "The model has no data source: open a file into it first");
+        return nullptr;
+    }
+    DataState* state = m_dataSource->currentState(this);
+    if (!state) {
+        fail(error, unknownStateText(*m_dataSource->directory(), currentStateId()));
+    }
+    return state;
+}
+
+bool UnstructGridModel::updateScene(Error* error) const {
+    DataState* state = findCurrentState(error);
+    if (!state) {
+        m_shapes->clear();
+        return false;
+    }
+    return m_shapes->updateScene({m_dataSource.get(), state, m_modelSpec, m_cuttingPlanes}, error);
+}
+
+bool UnstructGridModel::rayIntersect(const Ray& ray, HitItem* hit) const {
+    HitItem item;
+    if (!updateScene(nullptr) || !m_shapes->intersect(ray, &item)) {
+        return false;
+    }
+    if (hit) {
+        item.setStateId(currentStateId());
+        *hit = item;
+    }
+    return true;
+}
+
+bool UnstructGridModel::updateShapes(Str* reason) {
+    Error error;
+    bool isDone = updateScene(&error);
+    if (isDone) {
+        DataState* state = m_dataSource->currentState(this);
+        isDone = m_shapes->updateScalars({m_dataSource.get(), state, m_modelSpec, m_cuttingPlanes}, &error);
+    }
+    if (!isDone && reason) {
+        *reason = error.message();
+    }
+    return isDone;
+}
+
+std::span<const vis::Shape> UnstructGridModel::shapes() const {
+    return m_shapes->shapes();
+}
+
+const vis::RayScene* UnstructGridModel::scene() const {
+    return m_shapes->scene();
+}
+
+Str UnstructGridModel::scalarTitle() const {
+    return m_shapes->scalarTitle();
+}
+
+bool UnstructGridModel::refresh(Error* error, Progress* progress, unsigned int) {
+    m_shapes->forgetDisplacements();
+    if (!findCurrentState(error)) {
+        return false;
     }
     if (progress) {
         progress->setPercent(100);

@@ -1,9 +1,12 @@
 #include "OrvUnstructGrid/ModelSpec.h"
 
 #include "OrvUnstructGrid/UnstructGridModel.h"
+#include "Tests/Support/AssertRecorder.h"
 #include "Tests/Support/MemoryModels.h"
 
 #include <gtest/gtest.h>
+
+#include <limits>
 
 using namespace orv::ug;
 using orvtest::MemoryModel;
@@ -38,6 +41,39 @@ TEST_F(ModelSpecTest, KeepsWhatIsChosen) {
     EXPECT_EQ(spec.displacementResultId(), 6);
 }
 
+TEST_F(ModelSpecTest, IsNotDisplacedAtFirst) {
+    EXPECT_FALSE(spec.isDisplaced());
+    EXPECT_EQ(spec.displacementScale(), 1.0);
+    spec.setDisplaced(true);
+    spec.setDisplacementScale(-20.5);
+    EXPECT_TRUE(spec.isDisplaced());
+    EXPECT_EQ(spec.displacementScale(), -20.5);
+}
+
+TEST_F(ModelSpecTest, AScaleIsANumber) {
+    orvtest::AssertRecorder recorder;
+    spec.setDisplacementScale(3);
+    for (double scale : {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+        spec.setDisplacementScale(scale);
+        EXPECT_EQ(recorder.take(), (std::vector<orvtest::FailedAssert>{
+                                       {"OrvUnstructGrid/ModelSpec", "std::isfinite(scale)", std::nullopt}}));
+        EXPECT_EQ(spec.displacementScale(), 3.0);
+    }
+}
+
+TEST_F(ModelSpecTest, PartsAreVisibleUntilTheyAreHidden) {
+    EXPECT_TRUE(spec.isPartVisible(0, 2));
+    spec.setPartVisible(0, 2, false);
+    spec.setPartVisible(0, 2, false);
+    EXPECT_FALSE(spec.isPartVisible(0, 2));
+    EXPECT_TRUE(spec.isPartVisible(1, 2));
+    EXPECT_TRUE(spec.isPartVisible(0, 1));
+    EXPECT_EQ(spec.hiddenParts(), (std::set<std::pair<std::size_t, int>>{{0, 2}}));
+    spec.setPartVisible(0, 2, true);
+    EXPECT_TRUE(spec.isPartVisible(0, 2));
+    EXPECT_TRUE(spec.hiddenParts().empty());
+}
+
 TEST_F(ModelSpecTest, APartsOwnFringesGoFirst) {
     spec.setFringesResultId(4);
     spec.setPartFringesResultId(1, 2, 7);
@@ -53,7 +89,13 @@ TEST_F(ModelSpecTest, ClearForgetsEverything) {
     spec.setVectorResultId(5);
     spec.setDisplacementResultId(6);
     spec.setPartFringesResultId(1, 2, 7);
+    spec.setDisplaced(true);
+    spec.setDisplacementScale(8);
+    spec.setPartVisible(0, 1, false);
     spec.clear();
+    EXPECT_FALSE(spec.isDisplaced());
+    EXPECT_EQ(spec.displacementScale(), 1.0);
+    EXPECT_TRUE(spec.hiddenParts().empty());
     EXPECT_EQ(spec.stateId(), -1);
     EXPECT_EQ(spec.fringesResultId(), -1);
     EXPECT_EQ(spec.vectorResultId(), -1);
