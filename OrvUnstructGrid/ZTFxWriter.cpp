@@ -18,8 +18,8 @@ void ZTFxWriter::setPassword(const Str& password) {
     m_password = password;
 }
 
-void ZTFxWriter::setCompression(Compression compression) {
-    m_compression = compression;
+void ZTFxWriter::setCompression(Compression compression, int level) {
+    m_deflateLevel = compression == DEFLATED ? std::clamp(level, 1, 9) : 0;
 }
 
 bool ZTFxWriter::addCase(int id, const Str& name, DataSource* source, const WriteSelection& selection, Error* error) {
@@ -54,7 +54,7 @@ bool ZTFxWriter::write(const Str& filename, Progress* progress, Error* error) co
     try {
         ZtfxContainer container;
         container.setPassword(m_password.toStdString());
-        container.setDeflates(m_compression == DEFLATED);
+        container.setDeflateLevel(m_deflateLevel);
         ZtfxWriting writing(m_cases, &container, !m_password.isEmpty());
         return writing.addEntries(error) && container.write(filename, progress, error);
     } catch (const std::bad_alloc&) {

@@ -46,7 +46,8 @@ public:
     void setPassword(const Str& password);
 
     /// STORED until set.
-    void setCompression(Compression compression);
+    /// @param level of DEFLATED, from 1, the quickest, to 9, the smallest; others are taken for the nearest
+    void setCompression(Compression compression, int level = 6);
 
     /// Appends a case to what write() will write. Takes a reference on the source, which has to stay as it is until
     /// then; its values are loaded one result of one state at a time, and what was not loaded before is dropped again.
@@ -66,7 +67,7 @@ public:
 private:
     std::vector<ZtfxPlannedCase> m_cases;
     Str m_password;
-    Compression m_compression = STORED;
+    int m_deflateLevel = 0; ///< 0 means STORED.
 };
 
 } // namespace orv::ug

@@ -25,8 +25,8 @@ void ZtfxContainer::setPassword(const std::string& password) {
     m_password = password;
 }
 
-void ZtfxContainer::setDeflates(bool deflates) {
-    m_deflates = deflates;
+void ZtfxContainer::setDeflateLevel(int level) {
+    m_deflateLevel = level;
 }
 
 void ZtfxContainer::addEntry(const std::string& name, bool isBare, Make make) {
@@ -125,9 +125,10 @@ bool ZtfxContainer::addTo(zip_t* zip, Entry* entry) {
         return false;
     }
     const auto place = static_cast<zip_uint64_t>(index);
-    const bool deflates = m_deflates && !entry->isBare;
+    const bool deflates = m_deflateLevel > 0 && !entry->isBare;
     const bool encrypts = !m_password.empty() && !entry->isBare;
-    return zip_set_file_compression(zip, place, deflates ? ZIP_CM_DEFLATE : ZIP_CM_STORE, 0) == 0 &&
+    return zip_set_file_compression(zip, place, deflates ? ZIP_CM_DEFLATE : ZIP_CM_STORE,
+                                    static_cast<zip_uint32_t>(deflates ? m_deflateLevel : 0)) == 0 &&
            (!encrypts || zip_file_set_encryption(zip, place, ZIP_EM_AES_256, m_password.c_str()) == 0);
 }
 

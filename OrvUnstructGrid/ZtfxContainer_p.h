@@ -30,7 +30,8 @@ public:
 
     /// Empty means none.
     void setPassword(const std::string& password);
-    void setDeflates(bool deflates);
+    /// 1 to 9, or 0 to store.
+    void setDeflateLevel(int level);
 
     /// Entries are written in the order of their adding. A bare one is neither deflated nor encrypted.
     void addEntry(const std::string& name, bool isBare, Make make);
@@ -47,7 +48,7 @@ private:
     bool addTo(zip_t* zip, Entry* entry);
 
     std::string m_password;
-    bool m_deflates = false;
+    int m_deflateLevel = 0;
     std::vector<std::unique_ptr<Entry>> m_entries;
     ZtfxPayload m_payload; ///< Of the entry that was made last.
     std::size_t m_madeCount = 0;

@@ -4,6 +4,7 @@
 #include "OrvImportCae/DataSourceCae.h"
 #include "Tools/CommandError.h"
 #include "Tools/ComputeCommand.h"
+#include "Tools/ConvertCommand.h"
 #include "Tools/EnvelopeCommand.h"
 #include "Tools/ExpressionError.h"
 #include "Tools/ExpressionFunctions.h"
@@ -34,6 +35,8 @@ constexpr const char* EXAMPLES = R"(Examples:
       The same of a result that is computed from others.
   orvapp envelope bracket.frd 'l2Norm(DISP)'
       The smallest and the largest value over all states, and where.
+  orvapp convert bracket.frd bracket.ztfx
+      Into a file that opens at once and holds several cases.
   orvapp info bracket.frd --json
       For scripts.
 )";
@@ -48,8 +51,11 @@ constexpr const char* INFO_FOOTER = R"(Examples:
   orvapp info bracket.frd
   orvapp info bracket.frd --json
 
+Of a .ztfx file with several cases all are told, and the file of each is the name that opens it: beam.ztfx|3. The other
+commands take that name too, and the first case without it.
+
 The JSON has the keys
-  {"models": [{"file", "states": [{"index", "id", "name", "referenceType", "referenceValue"}], "stateGroups": [[ids]],
+  {"models": [{"file", "case": {"id", "name"} in .ztfx files, "states": [{"index", "id", "name", "referenceType", "referenceValue"}], "stateGroups": [[ids]],
    "parts": [{"index", "geometry", "id", "name", "nodes", "elements", "elementTypes": {type: count}}],
    "results": [{"index", "id", "name", "type", "mapping", "custom"}], "warnings": []}]})";
 
@@ -94,6 +100,19 @@ The CSV has the columns component, extreme, value, state, referenceType, referen
   {"value", "state", "referenceType", "referenceValue", "part", "at"} or null.
 
 )";
+
+constexpr const char* CONVERT_FOOTER = R"(Examples:
+  orvapp convert bracket.frd bracket.ztfx
+  orvapp convert wing.frd tail.frd plane.ztfx --results STRESS --results DISP --compress 6
+  orvapp convert plane.ztfx plane.ztfx --password-file secret.txt
+  orvapp convert 'plane.ztfx|2' tail.ztf --states '*time 1'
+
+Each file that is read becomes a case of a .ztfx file, with its name; the cases of a .ztfx file stay cases and keep their
+ids where they can. A .ztf file, which people can read, holds one case. The file appears when it is complete, in place of
+one of that name. Options that name something may be repeated; a pattern is as in orvapp values.
+
+The password opens what is protected and protects the .ztfx file that is written, by AES-256. A .ztf file is never
+protected. Deflating makes a file smaller, but results hardly, and values can no longer be read one by one.)";
 
 constexpr const char* EXPRESSIONS = R"(Expressions:
   DISP              a result by its name; "1st Principal" in double or single quotes when it holds more than letters,
@@ -153,6 +172,7 @@ public:
         addValues();
         addCompute();
         addEnvelope();
+        addConvert();
     }
 
     /// Throws CLI::ParseError.
@@ -175,8 +195,10 @@ public:
             runValues(m_valuesOptions);
         } else if (m_compute->parsed()) {
             runCompute(m_computeOptions);
-        } else {
+        } else if (m_envelope->parsed()) {
             runEnvelope(m_envelopeOptions);
+        } else {
+            runConvert(m_convertOptions);
         }
     }
 
@@ -189,7 +211,7 @@ public:
     std::string explained(const CLI::ParseError& error) const {
         const bool hasCommand = !m_app.get_subcommands().empty();
         const bool isCommandMissing = !hasCommand && dynamic_cast<const CLI::RequiredError*>(&error);
-        return (isCommandMissing ? std::string("a command is missing: info, values, compute or envelope")
+        return (isCommandMissing ? std::string("a command is missing: info, values, compute, envelope or convert")
                                  : unmarked(error.what())) +
                " (see orvapp " + (hasCommand ? m_app.get_subcommands().front()->get_name() + ' ' : "") + "--help)";
     }
@@ -225,6 +247,7 @@ private:
     void addInfo() {
         m_info = m_app.add_subcommand("info", "List the states, parts and results of a file");
         m_info->add_option("FILE", m_infoOptions.file, "The result file")->required()->type_name("");
+        addPasswordFile(m_info, &m_infoOptions.passwordFile);
         m_info->add_flag("--json", m_infoOptions.json, "Print JSON for scripts in place of tables");
         m_info->group("Commands")->footer(INFO_FOOTER);
     }
@@ -262,6 +285,36 @@ private:
         m_envelope->group("Commands")->footer(ENVELOPE_FOOTER + expressionHelp());
     }
 
+    void addConvert() {
+        m_convert = m_app.add_subcommand("convert", "Write files as cases of one .ztfx file, or one as a .ztf file");
+        m_convert->add_option("IN... OUT", m_convertOptions.files, "Result files, and the file to write")
+            ->required()
+            ->expected(2, -1)
+            ->type_name("");
+        addPatterns(m_convert, "--results", &m_convertOptions.results, "These results only");
+        addPatterns(m_convert, "--states", &m_convertOptions.states, "These states only");
+        addPatterns(m_convert, "--parts", &m_convertOptions.parts, "These parts only");
+        addPasswordFile(m_convert, &m_convertOptions.passwordFile);
+        m_convert->add_option("--compress", m_convertOptions.compress, "Deflate a .ztfx file, up to 9; 0 is not at all")
+            ->type_name("N")
+            ->check(CLI::Range(0, 9));
+        m_convert->group("Commands")->footer(CONVERT_FOOTER);
+    }
+
+    static void addPatterns(CLI::App* command, const char* name, std::vector<std::string>* patterns, const char* help) {
+        command->add_option(name, *patterns, help)
+            ->type_name("PATTERN")
+            ->expected(1)
+            ->allow_extra_args(false)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    }
+
+    static void addPasswordFile(CLI::App* command, std::string* path) {
+        command->add_option("--password-file", *path, "A file whose first line is the password of a protected file")
+            ->type_name("F")
+            ->check(notEmpty("the name of a file is missing"));
+    }
+
     static void addFileAndExpression(CLI::App* command, std::string* file, std::string* expression) {
         command->add_option("FILE", *file, "The result file")->required()->type_name("");
         command->add_option("EXPRESSION", *expression, "What to compute, such as 'vonMises(STRESS)'")
@@ -272,6 +325,7 @@ private:
     static void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
         command->add_option("--state", options->state, "These states only")->type_name("PATTERN");
         command->add_option("--part", options->part, "These parts only")->type_name("PATTERN");
+        addPasswordFile(command, &options->passwordFile);
         command->add_option("--csv", options->csv, csvHelp)
             ->type_name("OUT")
             ->check(notEmpty("the name of a file is missing"));
@@ -280,7 +334,7 @@ private:
 
     /// Left to itself, CLI11 says of an unknown command that a command is missing.
     static void checkCommandName(const std::string& name) {
-        const std::vector<std::string> commands = {"info", "values", "compute", "envelope"};
+        const std::vector<std::string> commands = {"info", "values", "compute", "envelope", "convert"};
         if (selectNames(commands, name).empty()) {
             throw CLI::ParseError("there is no command \"" + name + '"' + didYouMean(commands, name),
                                   CLI::ExitCodes::ExtrasError);
@@ -294,10 +348,12 @@ private:
     CLI::App* m_values = nullptr;
     CLI::App* m_compute = nullptr;
     CLI::App* m_envelope = nullptr;
+    CLI::App* m_convert = nullptr;
     InfoOptions m_infoOptions;
     ValuesOptions m_valuesOptions;
     ComputeOptions m_computeOptions;
     EnvelopeOptions m_envelopeOptions;
+    ConvertOptions m_convertOptions;
 };
 
 ExitCode parseAndExecute(int argc, const char* const* argv) {

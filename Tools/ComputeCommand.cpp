@@ -3,6 +3,7 @@
 #include "OrvApp/ResultOperators.h"
 #include "Tools/Expression.h"
 #include "Tools/ExpressionResult.h"
+#include "Tools/PasswordFile.h"
 #include "Tools/ValuesSelection.h"
 
 namespace orvapp {
@@ -18,7 +19,7 @@ orv::ug::ResultInfo custom(const orv::ug::ResultInfo& info) {
 
 void runCompute(const ComputeOptions& options) {
     const Expression expression = parseExpression(options.expression);
-    const ResultFile file(options.values.file);
+    const ResultFile file(options.values.file, readPassword(options.values.passwordFile));
     const ExpressionResult built = buildResult(expression, file.results());
     const orv::ug::ResultInfo result = file.add(custom(built.info), options.values.result);
     reportValues(file, selectValues(file, result, options.values), options.values);

@@ -7,6 +7,7 @@
 #include "Tools/JsonReports.h"
 #include "Tools/NumberText.h"
 #include "Tools/Output.h"
+#include "Tools/PasswordFile.h"
 #include "Tools/ResultFile.h"
 #include "Tools/ResultWords.h"
 #include "Tools/Statistics.h"
@@ -116,7 +117,7 @@ EnvelopeReport envelopeOf(const ResultFile& file, const ValuesSelection& selecti
 
 void runEnvelope(const EnvelopeOptions& options) {
     const Expression expression = parseExpression(options.expression);
-    const ResultFile file(options.values.file);
+    const ResultFile file(options.values.file, readPassword(options.values.passwordFile));
     const ExpressionResult built = buildResult(expression, file.results());
     const orv::ug::ResultInfo result = file.add(built.info, options.expression);
     const ValuesSelection selection = selectValues(file, result, options.values);

@@ -4,6 +4,7 @@
 #include "Tools/InfoReport.h"
 #include "Tools/JsonReports.h"
 #include "Tools/Output.h"
+#include "Tools/PasswordFile.h"
 #include "Tools/ResultFile.h"
 #include "Tools/ResultWords.h"
 #include "Tools/Table.h"
@@ -70,8 +71,10 @@ std::vector<ResultRow> resultRows(const ResultFile& file) {
     return rows;
 }
 
-ModelReport modelReport(const ResultFile& file) {
+ModelReport modelReport(const ResultFile& file, const FileCase& fileCase) {
     ModelReport report;
+    report.caseId = fileCase.id;
+    report.caseName = fileCase.name;
     report.file = file.directory().simulationInfo().filename().toStdString();
     report.title = file.directory().simulationInfo().title().toStdString();
     report.states = stateRows(file);
@@ -149,18 +152,33 @@ std::string resultsText(const ModelReport& report) {
 
 std::string infoText(const ModelReport& report) {
     std::string text = "File   " + printable(report.file) + '\n';
+    if (report.caseId >= 0) {
+        text += "Case   " + std::to_string(report.caseId) + "  " + printable(report.caseName) + '\n';
+    }
     if (!report.title.empty()) {
         text += "Title  " + printable(report.title) + '\n';
     }
     return text + '\n' + statesText(report) + '\n' + partsText(report) + '\n' + resultsText(report);
 }
 
+std::string infoText(const std::vector<ModelReport>& reports) {
+    std::string text;
+    for (const ModelReport& report : reports) {
+        text += (text.empty() ? "" : "\n") + infoText(report);
+    }
+    return text;
+}
+
 } // namespace
 
 void runInfo(const InfoOptions& options) {
-    const ResultFile file(options.file);
-    const ModelReport report = modelReport(file);
-    writeStandardOutput(options.json ? infoJson(report) : infoText(report));
+    const std::string password = readPassword(options.passwordFile);
+    std::vector<ModelReport> reports;
+    for (const FileCase& fileCase : casesIn(options.file, password)) {
+        const ResultFile file(fileCase.path, password);
+        reports.push_back(modelReport(file, fileCase));
+    }
+    writeStandardOutput(options.json ? infoJson(reports) : infoText(reports));
 }
 
 } // namespace orvapp

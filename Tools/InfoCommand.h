@@ -6,10 +6,12 @@ namespace orvapp {
 
 struct InfoOptions {
     std::string file;
+    std::string passwordFile; ///< Empty when the file is not protected.
     bool json = false;
 };
 
-/// `orvapp info`: what a file holds, as tables or JSON on standard output. Throws CommandError or OutputClosed.
+/// `orvapp info`: what a file holds, case by case, as tables or JSON on standard output. Throws CommandError or
+/// OutputClosed.
 void runInfo(const InfoOptions& options);
 
 } // namespace orvapp

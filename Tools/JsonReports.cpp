@@ -93,16 +93,23 @@ Json envelopeRowJson(const EnvelopeRow& row) {
             {"max", envelopeExtremeJson(row.max)}};
 }
 
+Json modelJson(const ModelReport& report) {
+    Json model = {{"file", report.file}};
+    if (report.caseId >= 0) {
+        model["case"] = {{"id", report.caseId}, {"name", report.caseName}};
+    }
+    model.update({{"states", array(report.states, stateJson)},
+                  {"stateGroups", report.stateGroups},
+                  {"parts", array(report.parts, partJson)},
+                  {"results", array(report.results, resultJson)},
+                  {"warnings", report.warnings}});
+    return model;
+}
+
 } // namespace
 
-std::string infoJson(const ModelReport& report) {
-    const Json model = {{"file", report.file},
-                        {"states", array(report.states, stateJson)},
-                        {"stateGroups", report.stateGroups},
-                        {"parts", array(report.parts, partJson)},
-                        {"results", array(report.results, resultJson)},
-                        {"warnings", report.warnings}};
-    return text({{"models", Json::array({model})}});
+std::string infoJson(const std::vector<ModelReport>& reports) {
+    return text({{"models", array(reports, modelJson)}});
 }
 
 std::string valuesJson(const ValuesReport& report) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace orvapp {
 
@@ -10,7 +11,8 @@ struct ValuesReport;
 
 /// The reports as JSON for scripts, indented, with a line end. The keys and their order are an interface: scripts
 /// depend on them. Undefined numbers are null.
-std::string infoJson(const ModelReport& report);
+/// One model for each report.
+std::string infoJson(const std::vector<ModelReport>& reports);
 std::string valuesJson(const ValuesReport& report);
 std::string envelopeJson(const EnvelopeReport& report);
 

@@ -5,6 +5,8 @@
 #include "Tools/CommandError.h"
 #include "Tools/Output.h"
 
+#include <algorithm>
+
 namespace orvapp {
 
 namespace {
@@ -26,10 +28,10 @@ private:
     rvf::LogDestination* m_earlier;
 };
 
-orv::ug::UnstructGridModel* openModel(const std::string& path) {
+orv::ug::UnstructGridModel* openModel(const std::string& path, const std::string& password) {
     const QuietLog quiet;
     orv::ug::Error error;
-    orv::ug::UnstructGridModel* model = orv::app::Models::instance()->open(path, &error);
+    orv::ug::UnstructGridModel* model = orv::app::Models::instance()->open(path, password, &error);
     if (!model) {
         throw CommandError(error.isEmpty() ? path + ": there are no states in this file, so no results to look at"
                                            : error.message().toStdString());
@@ -37,9 +39,34 @@ orv::ug::UnstructGridModel* openModel(const std::string& path) {
     return model;
 }
 
+// By the extension, as an open finds its reader.
+bool mayHaveCases(const std::string& path) {
+    const orv::Str extension = orv::Str(path.substr(std::min(path.rfind('.'), path.size()))).toLower();
+    return extension.subStr(0, 5) == ".ztfx";
+}
+
 } // namespace
 
-ResultFile::ResultFile(const std::string& path) : m_path(path), m_source(openModel(path)->dataSource()) {}
+std::vector<FileCase> casesIn(const std::string& path, const std::string& password) {
+    const std::size_t bar = path.find('|');
+    const std::string file = path.substr(0, bar);
+    const orv::PtrRef<orv::ug::DataSourceZTFx> source(new orv::ug::DataSourceZTFx(1));
+    source->setPassword(password);
+    if (!mayHaveCases(file) || !source->openCase(file, 0, nullptr)) {
+        return {{path, -1, ""}};
+    }
+    std::vector<FileCase> cases;
+    for (const orv::ug::ZTFxCaseInfo& info : source->cases()) {
+        if (bar == std::string::npos || info.id == orv::Str(path.substr(bar + 1)).toInt(0)) {
+            const bool needsId = source->cases().size() > 1;
+            cases.push_back({needsId ? file + '|' + std::to_string(info.id) : path, info.id, info.name.toStdString()});
+        }
+    }
+    return cases.empty() ? std::vector<FileCase>{{path, -1, ""}} : cases;
+}
+
+ResultFile::ResultFile(const std::string& path, const std::string& password)
+    : m_path(path), m_source(openModel(path, password)->dataSource()) {}
 
 ResultFile::~ResultFile() {
     for (const orv::Str& warning : directory().warnings()) {
@@ -49,6 +76,10 @@ ResultFile::~ResultFile() {
 
 const std::string& ResultFile::path() const {
     return m_path;
+}
+
+orv::ug::DataSource* ResultFile::source() const {
+    return m_source;
 }
 
 const orv::ug::DataSourceDirectory& ResultFile::directory() const {

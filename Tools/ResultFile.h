@@ -15,11 +15,23 @@ struct FilePart {
     std::string name;
 };
 
-/// A result file, opened as the current model of the catalogues. One at a time.
+/// One of the cases of a file.
+struct FileCase {
+    std::string path; ///< Opens this case: with a bar and its id when the file has several.
+    int id = -1;      ///< -1 when the format has no cases.
+    std::string name;
+};
+
+/// The cases of a file, or the one that a bar and an id behind its name tell. A file that cannot be read, and one whose
+/// format has no cases, is one case without an id.
+std::vector<FileCase> casesIn(const std::string& path, const std::string& password);
+
+/// A result file, opened as the current model of the catalogues.
 class ResultFile {
 public:
+    /// @param password for a file that is protected
     /// Throws CommandError with the reason when the file cannot be read or holds no states.
-    explicit ResultFile(const std::string& path);
+    explicit ResultFile(const std::string& path, const std::string& password = "");
 
     /// Tells on standard error what the reader noticed: behind the tables, and in front of an error that ends the work.
     ~ResultFile();
@@ -28,6 +40,7 @@ public:
     ResultFile& operator=(const ResultFile&) = delete;
 
     const std::string& path() const;
+    orv::ug::DataSource* source() const;
     const orv::ug::DataSourceDirectory& directory() const;
 
     /// All results, whichever states have them, in the order of the Results catalogue.

@@ -3,6 +3,7 @@
 #include "Tools/DisplayText.h"
 #include "Tools/JsonReports.h"
 #include "Tools/Output.h"
+#include "Tools/PasswordFile.h"
 #include "Tools/ResultFile.h"
 #include "Tools/ResultWords.h"
 #include "Tools/Table.h"
@@ -71,7 +72,7 @@ std::string valuesText(const ValuesReport& report) {
 } // namespace
 
 void runValues(const ValuesOptions& options) {
-    const ResultFile file(options.file);
+    const ResultFile file(options.file, readPassword(options.passwordFile));
     reportValues(file, selectValues(file, options), options);
 }
 

@@ -9,6 +9,7 @@ struct ValuesSelection;
 
 struct ValuesOptions {
     std::string file;
+    std::string passwordFile; ///< Empty when the file is not protected.
     std::string result;
     std::string state = "*"; ///< A name or a pattern, as the next one.
     std::string part = "*";

@@ -1,6 +1,6 @@
 #include "Tools/ValuesSelection.h"
 
-#include "Tools/CommandError.h"
+#include "Tools/Choice.h"
 #include "Tools/Names.h"
 #include "Tools/ValuesCommand.h"
 
@@ -11,55 +11,10 @@ namespace orvapp {
 
 namespace {
 
-std::string nameOf(const FilePart& part) {
-    return part.name;
-}
-
-/// Of a state or a result.
-template <class Info>
-std::string nameOf(const Info& info) {
-    return info.name().toStdString();
-}
-
-template <class T>
-std::vector<std::string> namesOf(const std::vector<T>& things) {
-    std::vector<std::string> names;
-    names.reserve(things.size());
-    for (const T& thing : things) {
-        names.push_back(nameOf(thing));
-    }
-    return names;
-}
-
-template <class T>
-std::vector<T> picked(const std::vector<T>& all, const std::vector<std::size_t>& indexes) {
-    std::vector<T> some;
-    some.reserve(indexes.size());
-    for (const std::size_t index : indexes) {
-        some.push_back(all[index]);
-    }
-    return some;
-}
-
-[[noreturn]] void refuse(const ResultFile& file, const std::string& text) {
-    throw CommandError(file.path() + ": " + text);
-}
-
-/// The positions that a pattern selects. Throws, with what there is, when it selects nothing.
-std::vector<std::size_t> chosen(const ResultFile& file, const std::string& what, const std::vector<std::string>& names,
-                                const std::string& pattern) {
-    std::vector<std::size_t> found = selectNames(names, pattern);
-    if (found.empty()) {
-        refuse(file, "there is no " + what + " \"" + pattern + '"' + didYouMean(names, pattern) +
-                         (names.empty() ? "" : " (" + what + "s: " + listed(names) + ")"));
-    }
-    return found;
-}
-
 orv::ug::ResultInfo chosenResult(const ResultFile& file, const std::string& pattern) {
     const std::vector<orv::ug::ResultInfo> results = file.results();
     const std::vector<std::string> names = namesOf(results);
-    const std::vector<std::size_t> found = chosen(file, "result", names, pattern);
+    const std::vector<std::size_t> found = choose(file, "result", names, pattern);
     if (found.size() > 1) {
         refuse(file, '"' + pattern + "\" names " + std::to_string(found.size()) +
                          " results, name one of them: " + listed(picked(names, found)));
@@ -71,7 +26,7 @@ orv::ug::ResultInfo chosenResult(const ResultFile& file, const std::string& patt
 std::vector<std::size_t> chosenStates(const ResultFile& file, const orv::ug::ResultInfo& result,
                                       const std::string& pattern) {
     const std::vector<std::string> names = namesOf(file.directory().stateInfos());
-    const std::vector<std::size_t> selected = chosen(file, "state", names, pattern);
+    const std::vector<std::size_t> selected = choose(file, "state", names, pattern);
     const std::vector<std::size_t> having = file.statesWith(result);
     std::vector<std::size_t> both;
     std::set_intersection(selected.begin(), selected.end(), having.begin(), having.end(), std::back_inserter(both));
@@ -86,7 +41,7 @@ std::vector<std::size_t> chosenStates(const ResultFile& file, const orv::ug::Res
 
 std::vector<FilePart> chosenParts(const ResultFile& file, const std::string& pattern) {
     const std::vector<FilePart> parts = file.parts();
-    return picked(parts, chosen(file, "part", namesOf(parts), pattern));
+    return picked(parts, choose(file, "part", namesOf(parts), pattern));
 }
 
 } // namespace

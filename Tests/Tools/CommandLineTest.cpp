@@ -36,10 +36,10 @@ TEST_P(WrongUsageTest, IsToldAndEndsWithTwo) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLine, WrongUsageTest,
     testing::Values(
-        WrongUsage{{}, "a command is missing: info, values, compute or envelope (see orvapp --help)"},
+        WrongUsage{{}, "a command is missing: info, values, compute, envelope or convert (see orvapp --help)"},
         WrongUsage{{"inof", "a.frd"}, R"(there is no command "inof"; did you mean "info"? (see orvapp --help))"},
         WrongUsage{{"paint"}, R"(there is no command "paint" (see orvapp --help))"},
-        WrongUsage{{"--color"}, "a command is missing: info, values, compute or envelope (see orvapp --help)"},
+        WrongUsage{{"--color"}, "a command is missing: info, values, compute, envelope or convert (see orvapp --help)"},
         WrongUsage{{"info"}, "FILE is required (see orvapp info --help)"},
         WrongUsage{{"info", "a.frd", "b.frd"},
                    "The following argument was not expected: b.frd (see orvapp info --help)"},
@@ -61,6 +61,9 @@ INSTANTIATE_TEST_SUITE_P(
                    "The following argument was not expected: -j (see orvapp compute --help)"},
         WrongUsage{{"compute", "a.frd", "A", "--name", "x", "--csv", "-", "--json"},
                    "--json and --csv - both want standard output (see orvapp compute --help)"},
+        WrongUsage{{"convert", "a.frd"}, "IN... OUT: At least 2 required but received 1 (see orvapp convert --help)"},
+        WrongUsage{{"convert", "a.frd", "b.ztfx", "--compress", "10"},
+                   "--compress: Value 10 not in range 0 to 9 (see orvapp convert --help)"},
         WrongUsage{{"envelope", "a.frd"}, "EXPRESSION is required (see orvapp envelope --help)"},
         WrongUsage{{"envelope", "a.frd", "A", "--json", "--csv", "-"},
                    "--json and --csv - both want standard output (see orvapp envelope --help)"},

@@ -31,7 +31,7 @@ TEST(JsonReports, InfoHasTheseKeysInThisOrder) {
     report.parts = {{0, 0, 7, "STEEL", 8, 3, {{"tetrahedron", 2}, {"hexahedron", 1}}}};
     report.results = {{0, 5, "DISP", "displacement", "node", false, 2}, {1, 9, "a + b", "scalar", "element", true, 1}};
     report.warnings = {"The end is missing."};
-    EXPECT_EQ(compact(infoJson(report)),
+    EXPECT_EQ(compact(infoJson({report})),
               R"({"models":[{"file":"a.frd","states":[)"
               R"({"index":0,"id":1,"name":"time 0.5","referenceType":"time","referenceValue":0.5},)"
               R"({"index":1,"id":4,"name":"odd","referenceType":"state","referenceValue":null}],)"
@@ -45,7 +45,7 @@ TEST(JsonReports, InfoHasTheseKeysInThisOrder) {
 }
 
 TEST(JsonReports, EmptyListsAreLists) {
-    EXPECT_EQ(compact(infoJson(ModelReport())),
+    EXPECT_EQ(compact(infoJson({ModelReport()})),
               R"({"models":[{"file":"","states":[],"stateGroups":[],"parts":[],"results":[],"warnings":[]}]})");
     EXPECT_EQ(compact(valuesJson(ValuesReport())), R"({"result":"","rows":[]})");
 }
@@ -91,10 +91,10 @@ TEST(JsonReports, BrokenTextIsMended) {
     ModelReport report;
     report.title = "";
     report.file = "b\xFFg";
-    EXPECT_EQ(nlohmann::json::parse(infoJson(report))["models"][0]["file"], "b\xEF\xBF\xBDg"); // U+FFFD
+    EXPECT_EQ(nlohmann::json::parse(infoJson({report}))["models"][0]["file"], "b\xEF\xBF\xBDg"); // U+FFFD
 }
 
 TEST(JsonReports, EndWithALineEnd) {
-    EXPECT_EQ(infoJson(ModelReport()).back(), '\n');
+    EXPECT_EQ(infoJson({ModelReport()}).back(), '\n');
     EXPECT_EQ(valuesJson(ValuesReport()).back(), '\n');
 }
