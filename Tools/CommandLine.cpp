@@ -147,7 +147,7 @@ std::string readableFiles() {
     for (const orv::imp::cae::ReaderInfo& reader : orv::imp::cae::DataSourceCae::supportedFormats()) {
         text += "  " + reader.description.toStdString() + " (" + reader.extensions.toStdString() + ")\n";
     }
-    return text;
+    return text + "  Our own, with several cases (ztfx)\n  Our own, as text (ztf)\n";
 }
 
 /// Refuses an empty argument with this message.
