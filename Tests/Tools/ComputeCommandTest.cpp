@@ -47,11 +47,13 @@ void forEachNode(const std::string& expression, const VisitNode& visit) {
         lines(runOrvapp({"compute", bracketFile(), expression, "--name", "x", "--csv", "-"}).output);
     const std::vector<std::string> states = namesIn(bracketFile(), "states");
     ASSERT_EQ(text.size(), 1 + 5 * (741 + 70));
+    const std::vector<int> nodes[] = {orvtest::nodesOfMaterial(bracketFile(), 1),
+                                      orvtest::nodesOfMaterial(bracketFile(), 2)};
     auto line = text.begin() + 1;
     for (int state = 0; state < 5; ++state) {
         const orvtest::NodeValues stresses = orvtest::readBlock(bracketFile(), state + 1, "STRESS");
-        for (int part = 0; part < 2; ++part) {
-            for (const int node : orvtest::nodesOfMaterial(bracketFile(), part + 1)) {
+        for (const std::vector<int>& nodesOfPart : nodes) {
+            for (const int node : nodesOfPart) {
                 const std::vector<std::string> fields = fieldsOf(*line++);
                 ASSERT_EQ(fields[0], states[std::size_t(state)]);
                 ASSERT_EQ(fields[2], std::to_string(node));

@@ -50,11 +50,13 @@ struct Extremes {
 };
 
 Extremes extremesOf(const std::string& block, std::size_t component) {
+    const std::vector<int> nodes[] = {orvtest::nodesOfMaterial(bracketFile(), 1),
+                                      orvtest::nodesOfMaterial(bracketFile(), 2)};
     Extremes extremes;
     for (std::size_t state = 0; state < 5; ++state) {
         const NodeValues values = orvtest::readBlock(bracketFile(), int(state) + 1, block);
         for (std::size_t part = 0; part < 2; ++part) {
-            for (const int node : orvtest::nodesOfMaterial(bracketFile(), int(part) + 1)) {
+            for (const int node : nodes[part]) {
                 const double value = values.at(node)[component];
                 if (value < extremes.min.value) {
                     extremes.min = {value, state, part, node};
@@ -69,8 +71,9 @@ Extremes extremesOf(const std::string& block, std::size_t component) {
 }
 
 void expectExtreme(const Json& json, const Found& found) {
+    static const std::vector<std::string> states = namesIn(bracketFile(), "states");
     EXPECT_EQ(json["value"], found.value);
-    EXPECT_EQ(json["state"], namesIn(bracketFile(), "states")[found.state]);
+    EXPECT_EQ(json["state"], states[found.state]);
     EXPECT_EQ(json["referenceType"], "time");
     EXPECT_NEAR(json["referenceValue"], 0.2 * double(found.state + 1), 1e-12);
     EXPECT_EQ(json["part"], found.part == 0 ? "STEEL" : "ALUMINIUM");
