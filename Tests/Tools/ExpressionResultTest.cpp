@@ -327,6 +327,13 @@ TEST_F(ExpressionResultTest, StepsBearTheirTextShortened) {
     EXPECT_EQ(info.customResultArguments()[0].customResultArguments()[0].name(), "Stress");
     const std::string sum = "Temperature + Temperature + Temperature + Temperature + Temperature";
     EXPECT_EQ(build(sum).name().toStdString(), sum.substr(0, 57) + "...");
+    // 61 characters of four bytes.
+    std::string name;
+    for (int i = 0; i < 61; ++i) {
+        name += "\xF0\x9F\x94\xA9";
+    }
+    m_model.source->addResult(SCALAR, name, PER_NODE);
+    EXPECT_EQ(build('-' + name).name().toStdString(), '-' + name.substr(0, 4 * 56) + "...");
 }
 
 TEST_F(ExpressionResultTest, AThousandTermsAreASum) {
