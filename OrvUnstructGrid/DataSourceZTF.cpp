@@ -38,11 +38,11 @@ bool DataSourceZTF::readResult(const ResultInfo& info, DataState* state, Error* 
     });
     // Parts without values in the file become undefined.
     completeParts(info, state);
+    ZtfLines lines(*m_file, error);
     for (const ZtfValues& stored : field->values) {
         DataResult* result = state->results(state->geometry(stored.geometryIndex))->find(info);
         DataPartValues* values = result->values(stored.partIndex);
-        if (!readZtfValues(*m_file, stored.place, {values->values(), values->dimension() * values->itemCount()},
-                           error)) {
+        if (!readZtfValues(lines, stored.place, {values->values(), values->dimension() * values->itemCount()})) {
             return false;
         }
         if (auto* scalar = dynamic_cast<DataResultScalar*>(result)) {

@@ -70,7 +70,6 @@ ZtfLines::ZtfLines(ZtfFile& file, Error* error) : m_file(file), m_error(error), 
 
 void ZtfLines::seek(const ZtfPlace& place) {
     m_end = place;
-    m_bufferBegin = m_bufferEnd = 0;
 }
 
 bool ZtfLines::next() {
@@ -123,15 +122,14 @@ bool ZtfLines::readLine() {
     m_text.clear();
     m_place = m_end;
     bool isWhole = false;
-    while (!isWhole && (m_bufferBegin < m_bufferEnd || fill())) {
-        const char* begin = m_buffer.data() + m_bufferBegin;
-        const char* lineFeed = static_cast<const char*>(std::memchr(begin, '\n', m_bufferEnd - m_bufferBegin));
-        const char* end = lineFeed ? lineFeed : m_buffer.data() + m_bufferEnd;
+    while (!isWhole && fillUnlessFilled()) {
+        const char* begin = m_buffer.data() + (m_end.offset - m_bufferOffset);
+        const char* bufferEnd = m_buffer.data() + m_bufferSize;
+        const void* lineFeed = std::memchr(begin, '\n', std::size_t(bufferEnd - begin));
+        const char* end = lineFeed ? static_cast<const char*>(lineFeed) : bufferEnd;
         m_text.append(begin, end);
         isWhole = lineFeed;
-        const std::size_t taken = std::size_t(end - begin) + isWhole;
-        m_bufferBegin += taken;
-        m_end.offset += (long long)taken;
+        m_end.offset += (end - begin) + isWhole;
         if (m_text.size() > LONGEST_LINE) {
             return fail("a line with more than " + std::to_string(LONGEST_LINE) + " bytes; is this a .ztf file?");
         }
@@ -159,10 +157,13 @@ void ZtfLines::clean() {
     }
 }
 
-bool ZtfLines::fill() {
-    m_bufferBegin = 0;
-    m_bufferEnd = m_file.readAt(m_end.offset, m_buffer.data(), m_buffer.size());
-    return m_bufferEnd > 0;
+// So that the buffer holds the byte at the end of what has been read. False at the end of the file.
+bool ZtfLines::fillUnlessFilled() {
+    if (m_end.offset < m_bufferOffset || m_end.offset >= m_bufferOffset + (long long)m_bufferSize) {
+        m_bufferOffset = m_end.offset;
+        m_bufferSize = m_file.readAt(m_end.offset, m_buffer.data(), m_buffer.size());
+    }
+    return m_bufferSize > 0;
 }
 
 } // namespace orv::ug

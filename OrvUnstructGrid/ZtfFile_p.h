@@ -73,13 +73,13 @@ public:
 private:
     bool readLine();
     void clean();
-    bool fill();
+    bool fillUnlessFilled();
 
     ZtfFile& m_file;
     Error* m_error;
     std::vector<char> m_buffer;
-    std::size_t m_bufferBegin = 0;
-    std::size_t m_bufferEnd = 0;
+    long long m_bufferOffset = 0;
+    std::size_t m_bufferSize = 0;
     std::string m_text;
     ZtfPlace m_place;
     ZtfPlace m_end;

@@ -500,8 +500,7 @@ bool readZtfContents(ZtfFile& file, ZtfContents* contents, Error* error) {
     return Parser(file, *contents, error).run();
 }
 
-bool readZtfValues(ZtfFile& file, const ZtfPlace& place, std::span<double> values, Error* error) {
-    ZtfLines lines(file, error);
+bool readZtfValues(ZtfLines& lines, const ZtfPlace& place, std::span<double> values) {
     lines.seek(place);
     ZtfList list(lines, "values");
     for (double& value : values) {

@@ -66,6 +66,6 @@ struct ZtfContents {
 bool readZtfContents(ZtfFile& file, ZtfContents* contents, Error* error);
 
 /// Reads what stands at a place that readZtfContents() noted; as many numbers as it counted there.
-bool readZtfValues(ZtfFile& file, const ZtfPlace& place, std::span<double> values, Error* error);
+bool readZtfValues(ZtfLines& lines, const ZtfPlace& place, std::span<double> values);
 
 } // namespace orv::ug

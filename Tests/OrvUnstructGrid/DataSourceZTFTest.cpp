@@ -231,6 +231,23 @@ TEST_F(DataSourceZTFTest, OpensAFileWithoutStates) {
     EXPECT_TRUE(open("ztf 1\nend\n"));
 }
 
+TEST_F(DataSourceZTFTest, PartsComeInAnyOrderAndMayBeEmpty) {
+    std::string text = "ztf 1\nresult scalar 1 \"p\" node\ngeometry 1\n";
+    for (const char* part : {"1 \"a\"\nnodes 1\n0 0 0\n", "2 \"empty\"\n", "3 \"c\"\nnodes 2\n0 0 0\n0 0 0\n"}) {
+        text += std::string("part ") + part;
+    }
+    // More bytes between the values than are read at a time.
+    const std::string gap = "#" + std::string(100000, 'x') + "\n";
+    text += "state 1 \"\" time 0\ngeometries 1\n1\nfield scalar 1\n";
+    text += "values 1 3\n31\n" + gap + "32\nvalues 1 2\nvalues 1 1\n" + gap + "11\nend\n";
+    const PtrRef<DataSourceZTF> source = open(text);
+    ASSERT_TRUE(source) << message;
+    const ResultInfo info = source->directory()->findScalarResultInfo(1);
+    EXPECT_EQ(load(source.get(), 1, info, 0), Numbers{11});
+    EXPECT_EQ(load(source.get(), 1, info, 1), Numbers());
+    EXPECT_EQ(load(source.get(), 1, info, 2), (Numbers{31, 32}));
+}
+
 TEST_F(DataSourceZTFTest, StatesMayHaveMeshesOfTheirOwn) {
     const std::string text = "ztf 1\nresult scalar 1 \"p\" node\n"
                              "geometry 1\npart 5 \"a\"\nnodes 1\n0 0 0\n"
