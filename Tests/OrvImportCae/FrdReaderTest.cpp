@@ -537,9 +537,12 @@ TEST(FrdReader, ABadSingleValueIsToldLikeABadBlock) {
     EXPECT_NE(opened.message, "");
 }
 
+// Of the same size, so that only the time tells.
 TEST(FrdReader, NoSingleValueComesFromAFileThatHasChanged) {
     Opened opened(temperatureBlock(4).row(1, {10}).row(2, {20}).row(3, {30}).row(4, {40}).endBlock());
-    opened.folder.write("x.frd", "something else");
+    std::string content = opened.folder.read("x.frd");
+    content.replace(content.find("3.00000E+01"), 1, "7");
+    opened.folder.write("x.frd", content);
     EXPECT_EQ(readSingle(opened, "NDTEMP", 2), (Single{-1.0, false}));
     EXPECT_EQ(opened.message, "x.frd has changed since it was opened; open it again");
 }

@@ -282,6 +282,18 @@ TEST_F(ZTFWriterTest, ASourceWithoutStatesKeepsItsRecords) {
     EXPECT_EQ(described(read.get()), described(source.get()));
 }
 
+TEST_F(ZTFWriterTest, AGeometryAtTwoPlacesMayBearTwoNames) {
+    const PtrRef<AnySource> source(new AnySource);
+    const PtrRef<DataGeometry> geometry(new DataGeometry);
+    geometry->addPart(1)->nodes()->set({1, 2, 3}, {});
+    source->directory()->addGeometryPartInfos({PartInfo(1, "left")});
+    source->directory()->addGeometryPartInfos({PartInfo(1, "right")});
+    source->addState(StateInfo(1, "", StateInfo::TIME, 0), {geometry, geometry});
+    const PtrRef<DataSourceZTF> read = writeAndOpen(source.get());
+    EXPECT_EQ(read->directory()->partInfos(0)[0].name(), "left");
+    EXPECT_EQ(read->directory()->partInfos(1)[0].name(), "right");
+}
+
 TEST_F(ZTFWriterTest, WritesWhatIsSelected) {
     const PtrRef<AnySource> source = makeAnySource();
     WriteSelection selection;
