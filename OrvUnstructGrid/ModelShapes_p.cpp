@@ -364,25 +364,24 @@ void ModelShapes::fillPartHit(const vis::RayHit& rayHit, HitItem* hit) const {
     const ShapeSource& source = m_shapeSources[rayHit.mesh];
     const vis::Shape& shape = m_shapes[rayHit.mesh];
     const std::size_t element = source.elements[rayHit.primitive];
-    const std::span<const std::uint32_t> nodes = source.part->data->elements()->nodeIndexes(element);
     hit->setItemIndex(source.part->index);
     hit->setElementIndex(element);
+    std::span<const std::uint32_t> nodes;
+    if (shape.kind == vis::Shape::FACES) {
+        // All nodes of a face are corners of its triangles, which the ray has just been through.
+        const std::size_t first = shape.faceOffsets[rayHit.primitive];
+        nodes = shape.corners.subspan(3 * first, 3 * (shape.faceOffsets[rayHit.primitive + 1] - first));
+        hit->setElementLocalSurfaceIndex(source.part->surface->faceSurfaces[rayHit.primitive]);
+    } else {
+        nodes = source.part->data->elements()->nodeIndexes(element);
+    }
     double least = std::numeric_limits<double>::infinity();
-    auto consider = [&](std::uint32_t node) {
+    for (const std::uint32_t node : nodes) {
         const double distance = squaredDistance(&shape.coordinates[3 * std::size_t(node)], rayHit.point);
         if (distance < least) {
             least = distance;
             hit->setNodeIndex(node);
         }
-    };
-    if (shape.kind == vis::Shape::FACES) {
-        const std::size_t surface = source.part->surface->faceSurfaces[rayHit.primitive];
-        hit->setElementLocalSurfaceIndex(surface);
-        for (const std::uint8_t local : elementSurface(source.part->data->elements()->types()[element], surface)) {
-            consider(nodes[local]);
-        }
-    } else {
-        std::for_each(nodes.begin(), nodes.end(), consider);
     }
 }
 

@@ -97,6 +97,11 @@ FaceKey keyOf(const std::uint32_t* nodes, const std::uint8_t* corners, std::size
     return key;
 }
 
+/// What `==` calls a function for.
+bool isSame(const FaceKey& a, const FaceKey& b) {
+    return a[0] == b[0] && a[1] == b[1] && a[2] == b[2] && a[3] == b[3];
+}
+
 /// All faces of a part; those of volumes are chained, one chain for each node, where equal ones find each other.
 class FaceTable {
 public:
@@ -108,7 +113,7 @@ public:
         std::uint32_t* chain = &m_chains[chainOf(key)];
         for (std::uint32_t i = *chain; i != none; i = m_faces[i].next) {
             Face& face = m_faces[i];
-            if (face.key == key) {
+            if (isSame(face.key, key)) {
                 face.isShared = true;
                 return;
             }
@@ -126,10 +131,12 @@ public:
     }
 
 private:
-    /// The mean of the lowest three corners: near to them, so that neighbours are near in memory, and different for
-    /// the faces about a node that a great many elements share.
-    static std::size_t chainOf(const FaceKey& key) {
-        return (std::size_t(key[0]) + key[1] + key[2]) / 3;
+    /// By the sum of the lowest three corners: neighbours are near in memory, and the faces about a node that a great
+    /// many elements share are spread.
+    std::size_t chainOf(const FaceKey& key) const {
+        const std::size_t sum = std::size_t(key[0]) + key[1] + key[2];
+        const std::size_t once = sum < m_chains.size() ? sum : sum - m_chains.size();
+        return once < m_chains.size() ? once : once - m_chains.size();
     }
 
     std::vector<std::uint32_t> m_chains;

@@ -67,7 +67,7 @@ public:
     /// behind. Of things at the same place the first part goes first, and parts go before sections.
     ///
     /// On a part, HitItem::nodeIndex() is the node of the surface that was hit, or of the beam or point, that is
-    /// nearest to the hit; of two as near the first in the order of elementSurface(). On a section, node and element
+    /// nearest to the hit. On a section, node and element
     /// stay undefined, geometryIndex() and partId() tell what is cut there.
     /// @param hit written only when something is hit; may be null
     /// @return false when nothing is hit, there is no current state, or the displacement to show cannot be loaded
