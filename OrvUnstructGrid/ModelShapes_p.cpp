@@ -347,7 +347,6 @@ bool ModelShapes::intersect(const Ray& ray, HitItem* hit) const {
         return false;
     }
     const ShapeSource& source = m_shapeSources[rayHit.mesh];
-    *hit = HitItem();
     hit->setGeometryIndex(source.part->geometryIndex);
     hit->setPartId(source.part->data->partId());
     hit->setCoordinate(rayHit.point);

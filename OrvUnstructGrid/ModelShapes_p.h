@@ -63,6 +63,7 @@ public:
     const Str& scalarTitle() const;
 
     /// What a ray hits in the scene, in full but for the state.
+    /// @param hit a default item
     bool intersect(const Ray& ray, HitItem* hit) const;
 
 private:

@@ -257,6 +257,20 @@ TEST_F(ModelShapesTest, ValuesOfNodesAreUsedAsTheyAre) {
     EXPECT_EQ(model->scalarTitle(), orv::Str("Temperature"));
 }
 
+TEST_F(ModelShapesTest, ValuesThatAreTooFewAreNotShown) {
+    DataState* state = memory.state(1);
+    for (const ResultInfo& info : {memory.temperature, memory.displacement}) {
+        state->results(state->geometry(0))->find(info)->values(0)->allocate(3);
+    }
+    spec.setFringesResultId(memory.temperature.id());
+    spec.setDisplacementResultId(memory.displacement.id());
+    spec.setDisplaced(true);
+    EXPECT_THAT(shapes()[0].pointScalars, IsEmpty());
+    EXPECT_EQ(shapes()[0].coordinates.data(), part(0, 0).nodes()->coordinates().data());
+    EXPECT_EQ(shapes()[1].pointScalars.size(), 12u);
+    EXPECT_NE(shapes()[1].coordinates.data(), part(0, 1).nodes()->coordinates().data());
+}
+
 TEST_F(ModelShapesTest, EachPartShowsItsOwnScalar) {
     spec.setFringesResultId(memory.temperature.id());
     spec.setPartFringesResultId(0, 1, -1);

@@ -258,10 +258,13 @@ TEST_F(PlaneSectionTest, NeighboursJoinATwistedFaceAlike) {
 }
 
 TEST_F(PlaneSectionTest, ACollapsedHexahedronIsCutAsTheWedgeItIs) {
-    fill(orvtest::referenceCorners(HEXAHEDRON), {{HEXAHEDRON, {0, 1, 2, 2, 4, 5, 6, 6}}});
-    const PlaneSection section = cut({0, 0, 0.5}, {0, 0, 1});
-    EXPECT_EQ(section.points.size(), 3u);
-    EXPECT_EQ(area(section, {0, 0, 1}), 0.5);
+    for (const std::vector<std::uint32_t>& nodes : std::vector<std::vector<std::uint32_t>>{
+             {0, 1, 2, 2, 4, 5, 6, 6}, {0, 1, 2, 0, 4, 5, 6, 4}, {0, 0, 1, 2, 4, 4, 5, 6}}) {
+        fill(orvtest::referenceCorners(HEXAHEDRON), {{HEXAHEDRON, nodes}});
+        const PlaneSection section = cut({0, 0, 0.5}, {0, 0, 1});
+        EXPECT_EQ(section.points.size(), 3u);
+        EXPECT_EQ(area(section, {0, 0, 1}), 0.5);
+    }
 }
 
 TEST_F(PlaneSectionTest, AnInvertedElementHasTheSameSection) {
