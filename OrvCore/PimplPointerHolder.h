@@ -38,7 +38,8 @@ public:
 
 private:
     void deleteObject() {
-        static_assert(requires { sizeof(T); }, "the private class has to be known here");
+        static_assert(
+            requires { sizeof(T); }, "the private class has to be known here");
         delete m_object;
     }
 

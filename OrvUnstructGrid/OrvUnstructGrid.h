@@ -33,8 +33,8 @@
 /// A custom result is a ResultInfo with arguments and a CustomResultGenerator, which computes its values when they are
 /// loaded. Register it with DataSourceDirectory::setCustomResultInfo() first.
 ///
-/// What a model looks like is made by UnstructGridModel::updateShapes(), for orv::vis, and what a ray meets of it is told
-/// by UnstructGridModel::rayIntersect(): surfaces of the visible parts and the sections of each CuttingPlane.
+/// What a model looks like is made by UnstructGridModel::updateShapes(), for orv::vis, and what a ray meets of it is
+/// told by UnstructGridModel::rayIntersect(): surfaces of the visible parts and the sections of each CuttingPlane.
 ///
 /// A failure of data comes back as false, null or an undefined record, with the reason in an Error where one is passed.
 /// A caller's mistake is an assertion. Nothing here starts a thread or takes a lock.

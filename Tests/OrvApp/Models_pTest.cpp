@@ -104,7 +104,8 @@ protected:
         writer.setPassword(password);
         ug::Error error;
         for (const int id : {7, 3, 0}) {
-            PtrRef<ug::DataSourceMemory> source = orvtest::memorySource({{"part"}}, {{10 * id, "a"}, {10 * id + 1, "b"}});
+            PtrRef<ug::DataSourceMemory> source =
+                orvtest::memorySource({{"part"}}, {{10 * id, "a"}, {10 * id + 1, "b"}});
             const ug::ResultInfo scalar = source->addResult(ug::SCALAR, "t", ug::PER_NODE);
             EXPECT_TRUE(source->setValues(10 * id, scalar, 0, 0, std::vector<double>{0.1, 0.2}, &error));
             EXPECT_TRUE(writer.addCase(id, "case", source.get(), {}, &error)) << error.message();
