@@ -39,7 +39,7 @@ PtrRef<ug::UnstructGridModel> makeModel() {
     for (size_t g = 0; g < geometryCount; ++g) {
         source->addGeometry();
         for (size_t p = 0; p < partsPerGeometry; ++p) {
-            const std::string name = "part " + std::to_string(g) + "." + std::to_string(p);
+            const std::string name = "piece " + std::to_string(g) + "." + std::to_string(p);
             source->addPart(g, name)->nodes()->set(std::vector<double>(3 * nodesPerPart), {});
         }
     }
@@ -168,7 +168,7 @@ std::vector<Claim> makeClaims(ug::UnstructGridModel* model) {
     static const ug::ResultInfo lastScalar = bare.directory->scalarResultInfos().back();
     Parts::instance()->setCurrent(loadedPart);
 
-    const std::string state = "increment 10000", part = "part 9.99", result = "result 2.14";
+    const std::string state = "increment 10000", part = "piece 9.99", result = "result 2.14";
     return {
         {"States::count", [] { DoNotOptimize(States::instance()->count()); },
          [] { DoNotOptimize(bare.directory->stateInfos().size()); }},

@@ -73,7 +73,7 @@ public:
     /// @return false when nothing is hit, there is no current state, or the displacement to show cannot be loaded
     bool rayIntersect(const Ray& ray, HitItem* hit) const;
 
-    /// Loads what the spec and the cutting planes want to show and makes the shapes of it. Cheap when nothing has
+    /// Loads what the ModelSpec and the cutting planes want to show and makes the shapes of it. Cheap when nothing has
     /// changed but values of scalars.
     ///
     /// Each part shows ModelSpec::effectiveFringesResultId(), each section CuttingPlane::mapScalarResultId(): per node
