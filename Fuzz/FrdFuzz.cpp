@@ -1,12 +1,15 @@
 // Any bytes as a CalculiX file: opened, and everything in it loaded.
 
 #include "OrvImportCae/FrdReader.h"
+#include "OrvUnstructGrid/DataResultGroup.h"
 #include "OrvUnstructGrid/DataState.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
+#include <span>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -35,6 +38,20 @@ void expect(bool condition) {
     }
 }
 
+/// Single values, where they can be read, are those of the whole result.
+void readSingles(FrdReader& reader, const ug::ResultInfo& info, ug::DataState& state) {
+    const ug::DataResult* result = state.results(state.geometry(0))->find(info);
+    for (std::size_t p = 0; p < result->partCount(); ++p) {
+        const std::span<const double> all = result->values(p)->span();
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            double value = 0.0;
+            if (reader.readScalars(info, state.id(), {0, p, i}, {&value, 1})) {
+                expect(std::memcmp(&value, &all[i], sizeof value) == 0);
+            }
+        }
+    }
+}
+
 void loadEverything(FrdReader& reader, const CaeContents& contents) {
     for (const CaeContents::State& described : contents.states) {
         ug::DataState state(described.info.id(), {contents.geometry});
@@ -44,6 +61,9 @@ void loadEverything(FrdReader& reader, const CaeContents& contents) {
             const ug::ResultInfo& info = contents.results.at(result);
             const bool isRead = reader.readResult(info, state.id(), info, &state, &warnings, &error);
             expect(isRead == error.isEmpty());
+            if (isRead && info.type() == ug::SCALAR) {
+                readSingles(reader, info, state);
+            }
         }
     }
 }
