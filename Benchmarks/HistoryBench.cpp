@@ -2,12 +2,16 @@
 // that is made here, in the folder for temporary files, and removed at the end.
 
 #include "OrvImportCae/DataSourceCae.h"
+#include "OrvUnstructGrid/DataSourceZTFx.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/ResultsQuery.h"
+#include "OrvUnstructGrid/WriteSelection.h"
+#include "OrvUnstructGrid/ZTFxWriter.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
@@ -32,12 +36,32 @@ void require(bool condition, const char* what) {
     }
 }
 
-/// A chain of beams with a temperature at each node, as the solver writes it. Lives as long as this.
+/// A file in the folder for temporary files, removed at the end.
+class TemporaryName {
+public:
+    explicit TemporaryName(const char* name)
+        : m_path(std::filesystem::temp_directory_path() / (std::to_string(::getpid()) + name)) {}
+
+    ~TemporaryName() {
+        std::error_code ignored;
+        std::filesystem::remove(m_path, ignored);
+    }
+
+    TemporaryName(const TemporaryName&) = delete;
+    TemporaryName& operator=(const TemporaryName&) = delete;
+
+    std::string path() const {
+        return m_path.string();
+    }
+
+private:
+    std::filesystem::path m_path;
+};
+
+/// A chain of beams with a temperature at each node, as the solver writes it.
 class ChainFile {
 public:
-    ChainFile()
-        : m_path(std::filesystem::temp_directory_path() / (std::to_string(::getpid()) + "-history.frd")),
-          m_file(std::fopen(m_path.c_str(), "wb")) {
+    ChainFile() : m_name("-history.frd"), m_file(std::fopen(m_name.path().c_str(), "wb")) {
         std::setvbuf(m_file, nullptr, _IOFBF, 1 << 20);
         std::fprintf(m_file, "    1C\n    2C%18s%12d%37s%2d\n", "", NODE_COUNT, "", 1);
         for (int node = 1; node <= NODE_COUNT; ++node) {
@@ -55,16 +79,8 @@ public:
         std::fclose(m_file);
     }
 
-    ~ChainFile() {
-        std::error_code ignored;
-        std::filesystem::remove(m_path, ignored);
-    }
-
-    ChainFile(const ChainFile&) = delete;
-    ChainFile& operator=(const ChainFile&) = delete;
-
     std::string path() const {
-        return m_path.string();
+        return m_name.path();
     }
 
     static double value(int state, int node) {
@@ -82,7 +98,7 @@ private:
         std::fprintf(m_file, " -3\n");
     }
 
-    std::filesystem::path m_path;
+    TemporaryName m_name;
     std::FILE* m_file;
 };
 
@@ -141,5 +157,13 @@ int main() {
     ug::Error error;
     require(source->openFiles({Str(file.path())}, &error), "open");
     measure(".frd", source.get());
+
+    const TemporaryName name("-history.ztfx");
+    ug::ZTFxWriter writer;
+    require(writer.addCase(1, "chain", source.get(), {}, &error) && writer.write(name.path(), nullptr, &error),
+            "write");
+    const PtrRef<ug::DataSourceZTFx> written(new ug::DataSourceZTFx(1));
+    require(written->openCase(name.path(), 0, &error), "open what was written");
+    measure(".ztfx", written.get());
     return isBad ? 1 : 0;
 }
