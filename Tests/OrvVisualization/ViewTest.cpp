@@ -1,0 +1,133 @@
+#include "OrvVisualization/View.h"
+
+#include "Tests/Support/AssertRecorder.h"
+
+#include <gtest/gtest.h>
+
+using orv::PtrRef;
+using orv::Str;
+using orv::Vec3d;
+using orv::vis::Camera;
+using orv::vis::Model;
+using orv::vis::View;
+using orvtest::AssertRecorder;
+using orvtest::FailedAssert;
+
+namespace {
+
+/// Shows nothing.
+class EmptyModel : public Model {
+public:
+    bool updateShapes(Str*) override {
+        return true;
+    }
+
+    std::span<const orv::vis::Shape> shapes() const override {
+        return {};
+    }
+
+    const orv::vis::RayScene* scene() const override {
+        return nullptr;
+    }
+
+    Str scalarTitle() const override {
+        return {};
+    }
+};
+
+std::vector<Model*> modelsOf(const View& view) {
+    std::vector<Model*> models;
+    for (size_t i = 0; i < view.modelCount(); ++i) {
+        models.push_back(view.model(i));
+    }
+    return models;
+}
+
+class ViewTest : public testing::Test {
+protected:
+    PtrRef<View> view = new View;
+    PtrRef<Model> first = new EmptyModel;
+    PtrRef<Model> second = new EmptyModel;
+    AssertRecorder asserts;
+};
+
+TEST_F(ViewTest, BelongsToItsHolders) {
+    EXPECT_EQ(view->refCount(), 1);
+}
+
+TEST_F(ViewTest, StartsWhereANewCameraIs) {
+    Vec3d eye;
+    Vec3d viewReferencePoint;
+    view->camera()->toLookAt(&eye, &viewReferencePoint, nullptr);
+    EXPECT_EQ(eye, Vec3d(0, 0, 1));
+    EXPECT_EQ(viewReferencePoint, Vec3d(0, 0, 0));
+}
+
+TEST_F(ViewTest, HasOneCameraOfItsOwn) {
+    const View* unchanging = view.get();
+    Camera* camera = view->camera();
+    EXPECT_EQ(unchanging->camera(), camera);
+    EXPECT_NE(PtrRef<View>(new View)->camera(), camera);
+
+    camera->setFromLookAt({5, 6, 7}, {0, 0, 0}, {0, 0, 1});
+    Vec3d eye;
+    unchanging->camera()->toLookAt(&eye, nullptr, nullptr);
+    EXPECT_EQ(eye, Vec3d(5, 6, 7));
+}
+
+TEST_F(ViewTest, ShowsNoModelAtFirst) {
+    EXPECT_EQ(view->modelCount(), 0u);
+}
+
+TEST_F(ViewTest, ShowsModelsInTheOrderOfAdding) {
+    view->addModel(second.get());
+    view->addModel(first.get());
+    EXPECT_EQ(modelsOf(*view), (std::vector<Model*>{second.get(), first.get()}));
+}
+
+TEST_F(ViewTest, ShowsAModelOnce) {
+    view->addModel(first.get());
+    view->addModel(second.get());
+    view->addModel(first.get());
+    EXPECT_EQ(modelsOf(*view), (std::vector<Model*>{first.get(), second.get()}));
+}
+
+TEST_F(ViewTest, KeepsItsModelsAlive) {
+    view->addModel(first.get());
+    EXPECT_EQ(first->refCount(), 2);
+    view->removeModel(first.get());
+    EXPECT_EQ(first->refCount(), 1);
+    view->addModel(first.get());
+    view = nullptr;
+    EXPECT_EQ(first->refCount(), 1);
+}
+
+TEST_F(ViewTest, LaterModelsMoveUp) {
+    view->addModel(first.get());
+    view->addModel(second.get());
+    view->removeModel(first.get());
+    EXPECT_EQ(modelsOf(*view), (std::vector<Model*>{second.get()}));
+}
+
+TEST_F(ViewTest, RemovingWhatIsNotShownIsNoMistake) {
+    view->addModel(first.get());
+    view->removeModel(second.get());
+    view->removeModel(nullptr);
+    EXPECT_EQ(modelsOf(*view), (std::vector<Model*>{first.get()}));
+    EXPECT_EQ(asserts.take(), std::vector<FailedAssert>());
+}
+
+TEST_F(ViewTest, NullIsNoModel) {
+    view->addModel(nullptr);
+    EXPECT_EQ(asserts.take(), (std::vector<FailedAssert>{{"OrvVisualization/View", "model", std::nullopt}}));
+    EXPECT_EQ(view->modelCount(), 0u);
+}
+
+TEST_F(ViewTest, IndexesMustBeBelowTheCount) {
+    view->addModel(first.get());
+    EXPECT_EQ(view->model(1), nullptr);
+    EXPECT_EQ(asserts.take(),
+              (std::vector<FailedAssert>{{"OrvVisualization/View", "index < modelCount()", std::nullopt}}));
+}
+
+} // namespace
