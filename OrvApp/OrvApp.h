@@ -9,9 +9,10 @@
 /// - orv::app::States: the states of the current model
 /// - orv::app::Parts: the parts of the current state
 /// - orv::app::Results: the results of the current state, and their values
+/// - orv::app::Views: the views, which is current, and the orv::app::Selection of what has been picked in each
 ///
-/// Each is reached by instance() and keeps next to nothing: it asks the current model anew at each call, so changing
-/// the current model changes what the others see. orv::app::AppComponent binds the layer to the core's instance, which
+/// Each is reached by instance(). States, Parts and Results keep next to nothing: they ask the current model anew at each
+/// call, so changing the current model changes what they see. orv::app::AppComponent binds the layer to the core's instance, which
 /// chooses what becomes of failed assertions and where messages go; the catalogues work without it too.
 ///
 /// How far the first node of the first part moves in each state:
@@ -49,6 +50,8 @@
 #include "OrvApp/Parts.h"
 #include "OrvApp/ResultOperators.h"
 #include "OrvApp/Results.h"
+#include "OrvApp/Selection.h"
 #include "OrvApp/States.h"
+#include "OrvApp/Views.h"
 #include "OrvCore/OrvCore.h"
 #include "OrvUnstructGrid/OrvUnstructGrid.h"

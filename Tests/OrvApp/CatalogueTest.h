@@ -2,6 +2,7 @@
 
 #include "OrvApp/Models.h"
 #include "OrvApp/Parts.h"
+#include "OrvApp/Views.h"
 #include "OrvCore/Defines.h"
 #include "OrvCore/PtrRef.h"
 #include "OrvUnstructGrid/DataSourceMemory.h"
@@ -41,6 +42,11 @@ private:
     static void empty() {
         orv::app::Models::instance()->closeAll();
         orv::app::Parts::instance()->setCurrentIndex(orv::UNDEFINED_SIZE_T);
+        orv::app::Views* views = orv::app::Views::instance();
+        while (views->count() > 0) {
+            views->setCurrentIndex(0);
+            views->removeCurrent();
+        }
     }
 };
 
