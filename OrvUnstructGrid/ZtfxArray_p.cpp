@@ -3,6 +3,9 @@
 #include "OrvCore/Defines.h"
 
 #include <xxhash.h>
+#if defined(__x86_64__)
+#include <xxh_x86dispatch.h> // The same functions, in the widest registers that this processor has.
+#endif
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,7 @@
 #include "OrvUnstructGrid/ZtfxMeshes_p.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <set>
 #include <utility>
@@ -78,13 +79,17 @@ private:
     }
 
     bool checkConnectivity(Error* error) const {
-        std::uint64_t nodeTotal = 0;
+        std::array<std::uint64_t, 256> counts = {};
         for (const ElementType type : m_types) {
-            if (type >= ELEMENT_TYPE_COUNT) {
+            ++counts[type];
+        }
+        std::uint64_t nodeTotal = 0;
+        for (std::size_t type = 0; type < counts.size(); ++type) {
+            if (counts[type] > 0 && type >= ELEMENT_TYPE_COUNT) {
                 return m_arrays.fail(m_part.elementTypes, "holds " + number(type) + ", which is no type of elements",
                                      error);
             }
-            nodeTotal += elementTypeInfo(type).nodeCount;
+            nodeTotal += counts[type] > 0 ? counts[type] * elementTypeInfo(ElementType(type)).nodeCount : 0;
         }
         const std::uint64_t culprit = m_part.connectivity == ZTFX_NO_ARRAY ? m_part.elementTypes : m_part.connectivity;
         if (nodeTotal != m_connectivity.size()) {

@@ -71,7 +71,7 @@ const std::vector<Floor>& houseFloors() {
         {3, "LibUnstructGrid", {}},
         {4, "OrvCore", {}},
         {5, "OrvVisualization", {"embree", "png.h"}},
-        {6, "OrvUnstructGrid", {"zip.h", "pugixml.hpp", "xxhash.h"}},
+        {6, "OrvUnstructGrid", {"zip.h", "pugixml.hpp", "xxhash.h", "xxh_x86dispatch.h"}},
         {7, "OrvImportCae", {}},
         {7, "OrvPlot2d", {"cairo"}},
         {8, "OrvApp", {}},
