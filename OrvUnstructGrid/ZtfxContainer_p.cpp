@@ -76,11 +76,9 @@ zip_int64_t ZtfxContainer::handle(Entry* entry, void* data, zip_uint64_t size, z
         status->valid = ZIP_STAT_SIZE;
         return sizeof *status;
     }
-    case ZIP_SOURCE_OPEN:
-        m_payload.rewind();
-        return 0;
     case ZIP_SOURCE_READ:
         return static_cast<zip_int64_t>(m_payload.read(static_cast<char*>(data), size));
+    case ZIP_SOURCE_OPEN:
     case ZIP_SOURCE_CLOSE:
     case ZIP_SOURCE_FREE:
         return 0;

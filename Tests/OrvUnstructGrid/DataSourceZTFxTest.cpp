@@ -6,6 +6,7 @@
 #include "Tests/OrvUnstructGrid/ZtfxFiles.h"
 #include "Tests/Support/MemoryModels.h"
 #include "Tests/Support/ScratchFolder.h"
+#include "Tests/Support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -163,6 +164,18 @@ TEST_F(DataSourceZTFxTest, SaysWhyAFileCannotBeRead) {
     other.entries = {{"readme.txt", "hello"}};
     other.write(path);
     EXPECT_EQ(refusal(path), path + ", entry 'ztfx.xml': the entry is missing");
+}
+
+// Written by the first version of format 1, which all later ones must read.
+TEST_F(DataSourceZTFxTest, FilesThatWereWrittenStayReadable) {
+    const std::string data = orvtest::testDataFolder() + "/ztfx/";
+    const PtrRef<DataSourceMemory> expected = orvtest::smallModel();
+    for (const char* name : {"stored.ztfx", "deflated.ztfx", "encrypted.ztfx"}) {
+        SCOPED_TRACE(name);
+        const PtrRef<DataSourceZTFx> read = openZtfx(data + name, "secret");
+        ASSERT_TRUE(read);
+        orvtest::expectSame(expected.get(), read.get());
+    }
 }
 
 TEST_F(DataSourceZTFxTest, AFileWithoutStatesOpens) {

@@ -293,14 +293,16 @@ TEST_F(ZTFxWriterTest, CustomResultsBecomeOrdinaryOnes) {
 class CountingSource : public DataSourceLazy {
 public:
     CountingSource() : DataSourceLazy(1) {
-        PtrRef<DataGeometry> geometry(new DataGeometry);
-        geometry->addPart(1)->nodes()->set({0, 0, 0}, {});
-        directory()->addGeometryPartInfos({PartInfo(1, "part")});
+        std::vector<PtrRef<DataGeometry>> geometries;
+        for (int g = 0; g < 2; ++g) {
+            geometries.emplace_back(new DataGeometry)->addPart(1)->nodes()->set({0, 0, 0}, {});
+            directory()->addGeometryPartInfos({PartInfo(1, "part")});
+        }
         for (int id = 1; id <= 3; ++id) {
             directory()->addResultInfo(ResultInfo(SCALAR, id, "r", PER_NODE));
         }
         for (int state = 1; state <= 4; ++state) {
-            addState(StateInfo(state, "", StateInfo::TIME, state), {geometry});
+            addState(StateInfo(state, "", StateInfo::TIME, state), geometries);
             for (int id = 1; id <= 3; ++id) {
                 directory()->setHasResult(state, directory()->findScalarResultInfo(id));
             }
@@ -317,9 +319,11 @@ protected:
             bytes += this->state(s)->resultByteCount();
         }
         loadedBytes.push_back(bytes);
-        DataPartValues* values = state->results(state->geometry(0))->findOrAdd(info)->values(0);
-        values->allocate(1);
-        *values->values() = 0.1 * state->id() + info.id();
+        for (std::size_t g = 0; g < 2; ++g) {
+            DataPartValues* values = state->results(state->geometry(g))->findOrAdd(info)->values(0);
+            values->allocate(1);
+            *values->values() = 0.1 * state->id() + info.id() + 100.0 * g;
+        }
         return state->id() != failingState || fail(error, "beam.frd, line 7: no number");
     }
 };
@@ -330,8 +334,8 @@ TEST_F(ZTFxWriterTest, OneResultOfOneStateIsInMemoryAtATime) {
     source->loadedBytes.clear();
     writeZtfx(source.get(), path);
     // All are read but the one that was there, which stays.
-    EXPECT_EQ(source->loadedBytes, std::vector<std::size_t>(11, sizeof(double)));
-    EXPECT_EQ(source->state(1)->resultByteCount(), sizeof(double));
+    EXPECT_EQ(source->loadedBytes, std::vector<std::size_t>(11, 2 * sizeof(double)));
+    EXPECT_EQ(source->state(1)->resultByteCount(), 2 * sizeof(double));
     EXPECT_TRUE(source->state(1)->hasLoaded(source->directory()->findScalarResultInfo(3)));
     const PtrRef<DataSourceZTFx> read = openZtfx(path);
     ASSERT_TRUE(read);

@@ -139,6 +139,51 @@ TEST_F(DamageTest, EncryptedAndPlainEntriesDoNotMix) {
               path + ", entry 'data/6': encrypted, in a file that is not");
 }
 
+/// Adds to a number of four bytes in the record that the container's directory has of an entry.
+void addInDirectory(std::string* bytes, const std::string& name, std::size_t offset, std::uint32_t value) {
+    std::size_t record = bytes->find("PK\x01\x02");
+    while (record != std::string::npos && bytes->substr(record + 46, name.size()) != name) {
+        record = bytes->find("PK\x01\x02", record + 4);
+    }
+    ASSERT_NE(record, std::string::npos);
+    std::uint32_t number = 0;
+    std::memcpy(&number, bytes->data() + record + offset, 4);
+    number += value;
+    std::memcpy(bytes->data() + record + offset, &number, 4);
+}
+
+TEST_F(DamageTest, SizesMustBePossible) {
+    constexpr std::size_t PACKED_SIZE = 20, SIZE = 24;
+    const auto withNumbers = [&](std::uint32_t packed, std::uint32_t size) {
+        std::string bytes = folder.read("a.ztfx");
+        addInDirectory(&bytes, "data/1", PACKED_SIZE, packed);
+        addInDirectory(&bytes, "data/1", SIZE, size);
+        return refusal(folder.write("b.ztfx", bytes));
+    };
+    const auto expected = [&](std::size_t size, std::size_t packed) {
+        return folder / "b.ztfx" + ", entry 'data/1': cannot have " + std::to_string(size) + " bytes, packed to " +
+               std::to_string(packed) + " in a file of " + std::to_string(folder.read("a.ztfx").size());
+    };
+    write("", ZTFxWriter::STORED);
+    EXPECT_EQ(withNumbers(0, 1), expected(289, 288));
+    EXPECT_EQ(withNumbers(1, 0), expected(288, 289));
+    EXPECT_EQ(withNumbers(1000000, 1000000), expected(1000288, 1000288));
+    write("", ZTFxWriter::DEFLATED);
+    const std::size_t packed = entries.find("data/1")->packedSize;
+    EXPECT_EQ(withNumbers(0, 2000000), expected(2000288, packed));
+    // What deflate can do is left to the index to judge.
+    EXPECT_EQ(withNumbers(0, 10000),
+              folder / "b.ztfx" + ", entry 'data/1': has 10288 bytes, expected 288 by the index");
+}
+
+TEST_F(DamageTest, OnlyStoredAndDeflatedEntriesAreRead) {
+    write("", ZTFxWriter::DEFLATED);
+    std::string bytes = folder.read("a.ztfx");
+    addInDirectory(&bytes, "data/1", 10, 4); // 8, deflated, becomes 12, by bzip2
+    folder.write("a.ztfx", bytes);
+    EXPECT_EQ(refusal(path), path + ", entry 'data/1': compressed by method 12, expected stored or deflated");
+}
+
 TEST_F(DamageTest, AShorterFileIsRefused) {
     write("", ZTFxWriter::STORED);
     const std::string bytes = folder.read("a.ztfx");
@@ -213,6 +258,8 @@ TEST_F(LyingIndexTest, ArraysAreWhatTheirEntriesAre) {
               path + ", entry 'data/2': holds uint32 values, 1 to an item, expected int32, 1 to an item");
     EXPECT_EQ(lie("type=\"float32\" items=\"12\" components=\"1\"", "type=\"float64\" items=\"6\" components=\"1\""),
               path + ", entry 'data/6': has 6 items, expected 12 for result 't'");
+    EXPECT_EQ(lie("mapping=\"node\"", "mapping=\"element\""),
+              path + ", entry 'data/6': has 12 items, expected 2 for result 't'");
     EXPECT_EQ(lie("arrays=\"6\"", "arrays=\"7\""),
               path + ", entry 'data/7': holds float64 values, 3 to an item, expected float64, 1 to an item");
     EXPECT_EQ(lie("arrays=\"6\"", "arrays=\"99\""), path + ", entry 'data/99': not among the arrays of the index");
