@@ -106,10 +106,7 @@ bool ZtfxWriting::addEntries(Error* error) {
     for (std::size_t c = 0; c < m_cases.size(); ++c) {
         addFields(c);
     }
-    addText(ZTFX_INDEX_NAME, false, [this] {
-        m_loan.reset();
-        return makeZtfxIndex(m_index);
-    });
+    addText(ZTFX_INDEX_NAME, false, [this] { return makeZtfxIndex(m_index); });
     return true;
 }
 

@@ -203,9 +203,12 @@ TEST_F(DataSourceZTFxTest, OpeningReadsNoValues) {
     EXPECT_TRUE(read->state(1)->hasLoaded(model.temperature));
     EXPECT_FALSE(read->state(1)->hasLoaded(model.stress));
     // The range of "Column", whose values are 12110 to 12119: 12 nodes with last digits 0 to 9, then 0 and 1.
-    const DataPartScalar* column = read->state(1)->results(read->state(1)->geometry(0))->scalar(0)->part(1);
-    EXPECT_EQ(column->minimum(), 12110);
-    EXPECT_EQ(column->maximum(), 12119);
+    const DataResultScalar* temperatures = read->state(1)->results(read->state(1)->geometry(0))->scalar(0);
+    EXPECT_EQ(temperatures->part(1)->minimum(), 12110);
+    EXPECT_EQ(temperatures->part(1)->maximum(), 12119);
+    // "Base" has 8 nodes.
+    EXPECT_EQ(temperatures->part(0)->minimum(), 12100);
+    EXPECT_EQ(temperatures->part(0)->maximum(), 12107);
 }
 
 TEST_F(DataSourceZTFxTest, AFileThatIsReplacedStaysReadable) {

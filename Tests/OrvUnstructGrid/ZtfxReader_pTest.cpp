@@ -416,6 +416,17 @@ TEST_F(LyingIndexTest, ElementTypesAndNodesExist) {
     EXPECT_TRUE(asserts.take().empty());
 }
 
+// Blanks deflate to a thousandth, and texts that say something do not.
+TEST_F(LyingIndexTest, AnIndexOfBlanksCannotFillTheMemory) {
+    write("", ZTFxWriter::DEFLATED);
+    const std::string text =
+        damaged("", [](ZipEntries* c) { c->replace("index.xml", "<index>", "<index>" + std::string(3000000, ' ')); });
+    const std::size_t fileSize = folder.read("a.ztfx").size();
+    const std::size_t size = entries.find("index.xml")->bytes.size() + 3000000;
+    EXPECT_EQ(text, path + ", entry 'index.xml': has " + std::to_string(size) + " bytes, expected no more than " +
+                        std::to_string(1048576 + 64 * fileSize));
+}
+
 // A hundred bytes of text for each use of the same big mesh: in the file it is there once, in memory it would be there
 // ten thousand times.
 TEST_F(LyingIndexTest, SharedArraysCannotFillTheMemory) {
