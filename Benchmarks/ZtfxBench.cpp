@@ -1,5 +1,5 @@
 // ZTFx files beside the bare operations that they rest on: opening beside reading the file through, loading beside
-// read() and beside libzip's decryption, single values beside whole fields, and writing beside libzip.
+// read() and beside libzip's decryption, and writing beside libzip. HistoryBench measures single values.
 
 #include "Benchmarks/Claims.h"
 #include "OrvUnstructGrid/DataSourceMemory.h"
@@ -199,24 +199,6 @@ void claimOpening(orvbench::Claims* claims, const TemporaryFile& file) {
                 {[] {}, [&file] { readThrough(file.path()); }});
 }
 
-void claimHistory(orvbench::Claims* claims, const TemporaryFile& file) {
-    const auto history = std::make_shared<PtrRef<DataSourceZTFx>>();
-    const auto opened = [&file, history] { *history = open(file.path()); };
-    const auto readHistory = [history] {
-        for (int id = 1; id <= 1000; ++id) {
-            double value = 0;
-            require((*history)->copyScalars(id, scalar, {0, 0, 12345}, {&value, 1}, nullptr), "read a value");
-        }
-    };
-    const auto loadAll = [history] {
-        (*history)->setResultByteBudget(1 << 24);
-        for (int id = 1; id <= 1000; ++id) {
-            load(history->get(), id, scalar);
-        }
-    };
-    claims->add("one value in each of 1000 states beside loading them", 0.01, {opened, readHistory}, {opened, loadAll});
-}
-
 void claimLoading(orvbench::Claims* claims, const TemporaryFile& plain, const TemporaryFile& encrypted) {
     const auto source = std::make_shared<PtrRef<DataSourceZTFx>>();
     const std::size_t nodes = open(plain.path())->state(0)->geometry(0)->part(0)->nodes()->nodeCount();
@@ -268,18 +250,12 @@ int main(int argc, char** argv) {
     // Memory that is freed is used again at once: what the system takes for new pages depends on who comes first.
     ::mallopt(M_MMAP_THRESHOLD, 1 << 30);
     ::mallopt(M_TRIM_THRESHOLD, 1 << 30);
-    const TemporaryFile big("-big.ztfx"), steps("-steps.ztfx"), plain("-plain.ztfx"), encrypted("-encrypted.ztfx"),
-        written("-written.ztfx");
+    const TemporaryFile big("-big.ztfx"), plain("-plain.ztfx"), encrypted("-encrypted.ztfx"), written("-written.ztfx");
     {
         // Opening reads the mesh of 64 thousand nodes, here 0.4 % of the file.
         const PtrRef<NoisySource> source(new NoisySource(39, 200, {scalar, displacement, stress}));
         write(source.get(), big.path());
         std::printf("big file: %.0f MB\n", big.megabytes());
-    }
-    {
-        // 1 MB to a state.
-        const PtrRef<NoisySource> source(new NoisySource(49, 1000, {scalar}));
-        write(source.get(), steps.path());
     }
     {
         const PtrRef<NoisySource> source(new NoisySource(100, 3, {scalar, displacement}));
@@ -288,7 +264,6 @@ int main(int argc, char** argv) {
     }
     orvbench::Claims claims;
     claimOpening(&claims, big);
-    claimHistory(&claims, steps);
     claimLoading(&claims, plain, encrypted);
     claimWriting(&claims, written);
     return claims.run(argc, argv);

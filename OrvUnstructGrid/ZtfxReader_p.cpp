@@ -33,6 +33,20 @@ std::uint64_t itemCount(const DataGeometry& geometry, ResultMapping mapping, std
     return items;
 }
 
+// The range of a block is taken while the block is still in the processor's cache.
+bool readScalarValues(ZtfxArrayReader* reader, DataPartScalar* part, Error* error) {
+    constexpr std::size_t BLOCK_SIZE = 16 * 1024;
+    part->clearMinMax();
+    for (std::size_t begin = 0; begin < part->itemCount(); begin += BLOCK_SIZE) {
+        const std::span<double> block(part->values() + begin, std::min(BLOCK_SIZE, part->itemCount() - begin));
+        if (!reader->readDoubles(block.data(), block.size(), error)) {
+            return false;
+        }
+        part->extendMinMax(block);
+    }
+    return true;
+}
+
 } // namespace
 
 ZtfxReader::ZtfxReader(const Str& path) : m_index(path), m_arrays(m_archive), m_path(path) {}
@@ -174,16 +188,14 @@ bool ZtfxReader::readGeometryField(const ZtfxArray& array, const ResultInfo& inf
     if (!reader.open(error)) {
         return false;
     }
+    auto* scalars = dynamic_cast<DataResultScalar*>(result);
     for (std::size_t p = 0; p < geometry.partCount(); ++p) {
         DataPartValues* values = result->values(p);
         values->allocate(geometry.part(p)->itemCount(info.resultMapping()));
-        if (!reader.readDoubles(values->values(), values->span().size(), error)) {
+        const bool isRead = scalars ? readScalarValues(&reader, scalars->part(p), error)
+                                    : reader.readDoubles(values->values(), values->span().size(), error);
+        if (!isRead) {
             return false;
-        }
-    }
-    if (auto* scalars = dynamic_cast<DataResultScalar*>(result)) {
-        for (std::size_t p = 0; p < geometry.partCount(); ++p) {
-            scalars->part(p)->updateMinMax();
         }
     }
     return reader.finish(error);
