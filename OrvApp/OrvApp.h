@@ -11,9 +11,9 @@
 /// - orv::app::Results: the results of the current state, and their values
 /// - orv::app::Views: the views, which is current, and the orv::app::Selection of what has been picked in each
 ///
-/// Each is reached by instance(). States, Parts and Results keep next to nothing: they ask the current model anew at each
-/// call, so changing the current model changes what they see. orv::app::AppComponent binds the layer to the core's instance, which
-/// chooses what becomes of failed assertions and where messages go; the catalogues work without it too.
+/// Each is reached by instance(). States, Parts and Results keep next to nothing: they ask the current model anew at
+/// each call, so changing the current model changes what they see. orv::app::AppComponent binds the layer to the core's
+/// instance, which chooses what becomes of failed assertions and where messages go; the catalogues work without it too.
 ///
 /// How far the first node of the first part moves in each state:
 /// @code
