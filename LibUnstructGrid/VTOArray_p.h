@@ -132,7 +132,7 @@ std::pair<Item, Item> minMaxUpTo(const Item* pData, int iNumItems, Item limit, I
 
 /// Replaces every item by what `function` makes of it.
 template <typename Item, typename Function>
-void change(Item* pData, int iNumItems, const Function& function) {
+void change(Item* pData, int iNumItems, Function function) {
     for (int i = 0; i < iNumItems; ++i) {
         pData[i] = function(pData[i]);
     }
@@ -140,10 +140,11 @@ void change(Item* pData, int iNumItems, const Function& function) {
 
 /// The same for the items below `limit`.
 template <typename Item, typename Function>
-void changeBelow(Item* pData, int iNumItems, Item limit, const Function& function) {
+void changeBelow(Item* pData, int iNumItems, Item limit, Function function) {
     for (int i = 0; i < iNumItems; ++i) {
-        const Item item = pData[i];
-        pData[i] = item < limit ? function(item) : item;
+        if (pData[i] < limit) {
+            pData[i] = function(pData[i]);
+        }
     }
 }
 

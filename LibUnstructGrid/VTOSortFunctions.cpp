@@ -53,11 +53,14 @@ namespace {
 void insertionSortInts(int* piKeys, int iLeft, int iRight) {
     for (int iPos = iLeft + 1; iPos <= iRight; ++iPos) {
         const int iTaken = piKeys[iPos];
+        if (!(piKeys[iPos - 1] > iTaken)) {
+            continue; // In sorted stretches nothing is written.
+        }
         int j = iPos;
-        while (j > 0 && piKeys[j - 1] > iTaken) {
+        do {
             piKeys[j] = piKeys[j - 1];
             --j;
-        }
+        } while (j > 0 && piKeys[j - 1] > iTaken);
         piKeys[j] = iTaken;
     }
 }
