@@ -70,7 +70,7 @@ const std::vector<Floor>& houseFloors() {
         {2, "LibIo", {}},
         {3, "LibUnstructGrid", {}},
         {4, "OrvCore", {}},
-        {5, "OrvVisualization", {"embree", "png.h"}},
+        {5, "OrvVisualization", {"embree", "png.h", "ft2build.h", "freetype/"}},
         {6, "OrvUnstructGrid", {"zip.h", "pugixml.hpp", "xxhash.h", "xxh_x86dispatch.h"}},
         {7, "OrvImportCae", {}},
         {7, "OrvPlot2d", {"cairo"}},
