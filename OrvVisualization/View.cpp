@@ -5,6 +5,11 @@
 #include <algorithm>
 
 namespace orv::vis {
+namespace {
+
+constexpr int maxAntialiasing = 8;
+
+} // namespace
 
 View::View() = default;
 
@@ -36,6 +41,59 @@ std::size_t View::modelCount() const {
 Model* View::model(std::size_t index) const {
     RVF_ASSERT(index < modelCount());
     return index < modelCount() ? m_models[index].get() : nullptr;
+}
+
+const rvf::Color3f& View::backgroundTop() const {
+    return m_backgroundTop;
+}
+
+const rvf::Color3f& View::backgroundBottom() const {
+    return m_backgroundBottom;
+}
+
+void View::setBackground(const rvf::Color3f& color) {
+    setBackground(color, color);
+}
+
+void View::setBackground(const rvf::Color3f& top, const rvf::Color3f& bottom) {
+    m_backgroundTop = top;
+    m_backgroundBottom = bottom;
+}
+
+bool View::areEdgesShown() const {
+    return m_areEdgesShown;
+}
+
+void View::setEdgesShown(bool areShown) {
+    m_areEdgesShown = areShown;
+}
+
+bool View::isLegendShown() const {
+    return m_isLegendShown;
+}
+
+void View::setLegendShown(bool isShown) {
+    m_isLegendShown = isShown;
+}
+
+bool View::isLit() const {
+    return m_isLit;
+}
+
+void View::setLit(bool isLit) {
+    m_isLit = isLit;
+}
+
+int View::antialiasing() const {
+    return m_antialiasing;
+}
+
+bool View::setAntialiasing(int raysPerSide) {
+    if (raysPerSide < 1 || raysPerSide > maxAntialiasing) {
+        return false;
+    }
+    m_antialiasing = raysPerSide;
+    return true;
 }
 
 } // namespace orv::vis

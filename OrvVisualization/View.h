@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LibCore/rvfColor3.h"
 #include "LibCore/rvfExport.h"
 #include "OrvCore/PtrRef.h"
 #include "OrvCore/RefCountedObject.h"
@@ -11,7 +12,7 @@
 
 namespace orv::vis {
 
-/// What is looked at, and from where. Make it with `new` and hold it in a PtrRef.
+/// What is looked at, from where, and how it is drawn. Make it with `new` and hold it in a PtrRef.
 class ORV_API View : public RefCountedObject {
 public:
     /// Without models, with the camera where a new Camera is.
@@ -37,9 +38,41 @@ public:
     /// Asserts "index < modelCount()"; null behind the failed assertion.
     Model* model(std::size_t index) const;
 
+    /// What is behind the models: from a colour at the top of the picture evenly to one at the bottom. White at first.
+    const rvf::Color3f& backgroundTop() const;
+    const rvf::Color3f& backgroundBottom() const;
+    /// One colour all over.
+    void setBackground(const rvf::Color3f& color);
+    void setBackground(const rvf::Color3f& top, const rvf::Color3f& bottom);
+
+    /// Whether the edges of elements are drawn as lines; at first they are.
+    bool areEdgesShown() const;
+    void setEdgesShown(bool areShown);
+
+    /// Whether the legend of the scalar is drawn, where there is one; at first it is.
+    bool isLegendShown() const;
+    void setLegendShown(bool isShown);
+
+    /// Whether surfaces that are seen at a slant are darker, by a light at the eye; at first they are. Without light
+    /// the colours are those of the colour map, which is how values are read from a picture.
+    bool isLit() const;
+    void setLit(bool isLit);
+
+    /// The rays along each side of a pixel that has a silhouette or an edge in it, so 4 means 16 rays there; 1 for
+    /// none but the one through the middle of each pixel. 4 at first.
+    int antialiasing() const;
+    /// @return false, and nothing changes, when it is not from 1 to 8
+    bool setAntialiasing(int raysPerSide);
+
 private:
     Camera m_camera;
     std::vector<PtrRef<Model>> m_models;
+    rvf::Color3f m_backgroundTop = {1.0F, 1.0F, 1.0F};
+    rvf::Color3f m_backgroundBottom = {1.0F, 1.0F, 1.0F};
+    bool m_areEdgesShown = true;
+    bool m_isLegendShown = true;
+    bool m_isLit = true;
+    int m_antialiasing = 4;
 };
 
 } // namespace orv::vis

@@ -12,6 +12,7 @@ using orv::vis::Model;
 using orv::vis::View;
 using orvtest::AssertRecorder;
 using orvtest::FailedAssert;
+using rvf::Color3f;
 
 namespace {
 
@@ -128,6 +129,49 @@ TEST_F(ViewTest, IndexesMustBeBelowTheCount) {
     EXPECT_EQ(view->model(1), nullptr);
     EXPECT_EQ(asserts.take(),
               (std::vector<FailedAssert>{{"OrvVisualization/View", "index < modelCount()", std::nullopt}}));
+}
+
+TEST_F(ViewTest, DrawsOnWhiteAtFirst) {
+    EXPECT_EQ(view->backgroundTop(), Color3f(1, 1, 1));
+    EXPECT_EQ(view->backgroundBottom(), Color3f(1, 1, 1));
+}
+
+TEST_F(ViewTest, ABackgroundIsOneColourOrTwo) {
+    view->setBackground({0.1F, 0.2F, 0.3F}, {0.4F, 0.5F, 0.6F});
+    EXPECT_EQ(view->backgroundTop(), Color3f(0.1F, 0.2F, 0.3F));
+    EXPECT_EQ(view->backgroundBottom(), Color3f(0.4F, 0.5F, 0.6F));
+    view->setBackground({0.7F, 0.8F, 0.9F});
+    EXPECT_EQ(view->backgroundTop(), Color3f(0.7F, 0.8F, 0.9F));
+    EXPECT_EQ(view->backgroundBottom(), Color3f(0.7F, 0.8F, 0.9F));
+}
+
+TEST_F(ViewTest, EdgesLegendAndLightAreOnAtFirst) {
+    EXPECT_TRUE(view->areEdgesShown());
+    EXPECT_TRUE(view->isLegendShown());
+    EXPECT_TRUE(view->isLit());
+}
+
+TEST_F(ViewTest, EdgesLegendAndLightAreSwitchedOneByOne) {
+    view->setEdgesShown(false);
+    EXPECT_FALSE(view->areEdgesShown());
+    EXPECT_TRUE(view->isLegendShown());
+    view->setLegendShown(false);
+    EXPECT_FALSE(view->isLegendShown());
+    EXPECT_TRUE(view->isLit());
+    view->setLit(false);
+    EXPECT_FALSE(view->isLit());
+}
+
+TEST_F(ViewTest, AntialiasingIsFromOneToEight) {
+    EXPECT_EQ(view->antialiasing(), 4);
+    for (const int raysPerSide : {1, 8, 3}) {
+        EXPECT_TRUE(view->setAntialiasing(raysPerSide));
+        EXPECT_EQ(view->antialiasing(), raysPerSide);
+    }
+    for (const int raysPerSide : {0, 9, -1}) {
+        EXPECT_FALSE(view->setAntialiasing(raysPerSide));
+        EXPECT_EQ(view->antialiasing(), 3);
+    }
 }
 
 } // namespace
