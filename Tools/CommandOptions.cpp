@@ -1,0 +1,86 @@
+#include "Tools/CommandOptions.h"
+
+#include "Tools/ExpressionFunctions.h"
+#include "Tools/ValuesCommand.h"
+
+#include <algorithm>
+
+namespace orvapp {
+
+namespace {
+
+constexpr const char* EXPRESSIONS = R"(Expressions:
+  DISP              a result by its name; "1st Principal" in double or single quotes when it holds more than letters,
+                    digits, dots and underscores or begins with a digit; a quote within it is doubled
+  DISP:vector:node  of several results of one name, the one of that type or mapping or both: scalar, vector,
+                    displacement or tensor; node, element, element_node or element_surface
+  2.5               a number
+  ^                 cross product of two vectors; binds strongest
+  * /               with a number; of two scalars; * also the dot product of two vectors or displacements
+  + -               with a number, which is added to each component; of two results of one type and mapping
+  ( )               as usual
+
+Equally strong operators are taken from left to right. Put the expression in quotes, so that the shell leaves it alone.
+
+Functions:
+)";
+
+} // namespace
+
+CLI::Validator notEmpty(const std::string& message) {
+    return CLI::Validator([message](std::string& text) { return text.empty() ? message : ""; }, "", "not empty");
+}
+
+void addFile(CLI::App* command, std::string* file) {
+    command->add_option("FILE", *file, "The result file")->required()->type_name("");
+}
+
+void addFileAndExpression(CLI::App* command, std::string* file, std::string* expression) {
+    addFile(command, file);
+    command->add_option("EXPRESSION", *expression, "What to compute, such as 'vonMises(STRESS)'")
+        ->required()
+        ->type_name("");
+}
+
+void addPatterns(CLI::App* command, const char* name, std::vector<std::string>* patterns, const char* help) {
+    command->add_option(name, *patterns, help)
+        ->type_name("PATTERN")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+void addPasswordFile(CLI::App* command, std::string* path) {
+    command->add_option("--password-file", *path, "A file whose first line is the password of a protected file")
+        ->type_name("F")
+        ->check(notEmpty("the name of a file is missing"));
+}
+
+void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
+    command->add_option("--state", options->state, "These states only")->type_name("PATTERN");
+    command->add_option("--part", options->part, "These parts only")->type_name("PATTERN");
+    addPasswordFile(command, &options->passwordFile);
+    command->add_option("--csv", options->csv, csvHelp)
+        ->type_name("OUT")
+        ->check(notEmpty("the name of a file is missing"));
+    command->add_flag("--json", options->json, "Print JSON for scripts in place of the table");
+    command->parse_complete_callback([options] {
+        if (options->json && options->csv == "-") {
+            throw CLI::ParseError("--json and --csv - both want standard output", CLI::ExitCodes::ExcludesError);
+        }
+    });
+}
+
+std::string expressionHelp() {
+    std::string text = EXPRESSIONS;
+    for (const ExpressionFunction& function : expressionFunctions()) {
+        std::string signature = function.signature();
+        signature.resize(std::max<std::size_t>(signature.size(), 27), ' ');
+        text += "  " + signature + ' ' + function.meaning + '\n';
+    }
+    return text +
+           "\nA missing value makes missing what is computed from it. min leaves it out, as do minValue, maxValue and\n"
+           "averageValue.";
+}
+
+} // namespace orvapp
