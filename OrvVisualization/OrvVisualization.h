@@ -7,10 +7,12 @@
 /// - Camera says where a picture is taken from.
 /// - Model is what can be shown: shapes with their values, and the scene that rays look into.
 /// - View is what is looked at: a camera and the models that are shown.
+/// - ColorMap says what colours numbers have.
 /// - Font and Outline give the shapes of letters.
 /// - RayScene finds the first thing that a ray meets, for picking and for pictures alike.
 
 #include "OrvVisualization/Camera.h"
+#include "OrvVisualization/ColorMap.h"
 #include "OrvVisualization/Font.h"
 #include "OrvVisualization/Model.h"
 #include "OrvVisualization/Outline.h"
