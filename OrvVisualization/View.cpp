@@ -60,6 +60,14 @@ void View::setBackground(const rvf::Color3f& top, const rvf::Color3f& bottom) {
     m_backgroundBottom = bottom;
 }
 
+const ColorMap& View::colorMap() const {
+    return m_colorMap;
+}
+
+void View::setColorMap(const ColorMap& colorMap) {
+    m_colorMap = colorMap;
+}
+
 bool View::areEdgesShown() const {
     return m_areEdgesShown;
 }

@@ -5,6 +5,7 @@
 #include "OrvCore/PtrRef.h"
 #include "OrvCore/RefCountedObject.h"
 #include "OrvVisualization/Camera.h"
+#include "OrvVisualization/ColorMap.h"
 #include "OrvVisualization/Model.h"
 
 #include <cstddef>
@@ -45,6 +46,10 @@ public:
     void setBackground(const rvf::Color3f& color);
     void setBackground(const rvf::Color3f& top, const rvf::Color3f& bottom);
 
+    /// The colours of scalars, and their range when it is a fixed one.
+    const ColorMap& colorMap() const;
+    void setColorMap(const ColorMap& colorMap);
+
     /// Whether the edges of elements are drawn as lines; at first they are.
     bool areEdgesShown() const;
     void setEdgesShown(bool areShown);
@@ -53,8 +58,8 @@ public:
     bool isLegendShown() const;
     void setLegendShown(bool isShown);
 
-    /// Whether surfaces that are seen at a slant are darker, by a light at the eye; at first they are. Without light
-    /// the colours are those of the colour map, which is how values are read from a picture.
+    /// Whether surfaces are darker the less they look to a light over the viewer's left shoulder; at first they are.
+    /// Without light the colours are exactly those of the colour map.
     bool isLit() const;
     void setLit(bool isLit);
 
@@ -69,6 +74,7 @@ private:
     std::vector<PtrRef<Model>> m_models;
     rvf::Color3f m_backgroundTop = {1.0F, 1.0F, 1.0F};
     rvf::Color3f m_backgroundBottom = {1.0F, 1.0F, 1.0F};
+    ColorMap m_colorMap;
     bool m_areEdgesShown = true;
     bool m_isLegendShown = true;
     bool m_isLit = true;

@@ -19,8 +19,7 @@ constexpr double largest = std::numeric_limits<double>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-const FailedAssert endlessRange{
-    "OrvPlot2d/AxisSettings", "std::isfinite(range.maximum - range.minimum)", std::nullopt};
+const FailedAssert endlessRange{"OrvPlot2d/AxisSettings", "std::isfinite(range.maximum - range.minimum)", std::nullopt};
 const FailedAssert emptyRange{"OrvPlot2d/AxisSettings", "range.minimum < range.maximum", std::nullopt};
 
 /// What is set on one axis must not show on the other.

@@ -8,6 +8,7 @@ using orv::PtrRef;
 using orv::Str;
 using orv::Vec3d;
 using orv::vis::Camera;
+using orv::vis::ColorMap;
 using orv::vis::Model;
 using orv::vis::View;
 using orvtest::AssertRecorder;
@@ -143,6 +144,16 @@ TEST_F(ViewTest, ABackgroundIsOneColourOrTwo) {
     view->setBackground({0.7F, 0.8F, 0.9F});
     EXPECT_EQ(view->backgroundTop(), Color3f(0.7F, 0.8F, 0.9F));
     EXPECT_EQ(view->backgroundBottom(), Color3f(0.7F, 0.8F, 0.9F));
+}
+
+TEST_F(ViewTest, KeepsAColourMapOfItsOwn) {
+    EXPECT_EQ(view->colorMap().kind(), ColorMap::Kind::VIRIDIS);
+    EXPECT_FALSE(view->colorMap().hasFixedRange());
+    ColorMap colors(ColorMap::Kind::RAINBOW);
+    colors.setFixedRange(1, 2);
+    view->setColorMap(colors);
+    EXPECT_EQ(view->colorMap().kind(), ColorMap::Kind::RAINBOW);
+    EXPECT_EQ(view->colorMap().maximum(), 2.0);
 }
 
 TEST_F(ViewTest, EdgesLegendAndLightAreOnAtFirst) {
