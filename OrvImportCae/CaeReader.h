@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LibCore/rvfExport.h"
 #include "OrvCore/PtrRef.h"
 #include "OrvCore/Str.h"
 #include "OrvUnstructGrid/DataGeometry.h"
@@ -35,10 +36,10 @@ struct CaeContents {
 };
 
 /// A group of states for each type of reference value, in the order of appearance; none when there is but one type.
-std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& states);
+ORV_API std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& states);
 
-/// Reads the result files of one program.
-class CaeReader {
+/// Reads the result files of one program. Modules derive from it, too.
+class ORV_API CaeReader {
 public:
     CaeReader() = default;
     virtual ~CaeReader();

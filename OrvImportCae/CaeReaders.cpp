@@ -1,5 +1,6 @@
 #include "OrvImportCae/CaeReaders.h"
 
+#include "OrvImportCae/CaeModule.h"
 #include "OrvImportCae/FrdReader.h"
 
 #include <algorithm>
@@ -16,7 +17,9 @@ std::unique_ptr<CaeReader> create() {
 }
 
 constexpr CaeReaderEntry READERS[] = {
-    {"CalculiX", "CalculiX results", "frd", create<FrdReader>},
+    {"CalculiX", "CalculiX results", "frd",
+     "materials as parts; increments, frequencies and buckling factors as states; all results, per node",
+     create<FrdReader>, nullptr},
 };
 
 std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {
@@ -50,12 +53,13 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 // The known extension that is one slip away from what stands there; empty when there is none.
 std::string similarExtension(const std::string& extension) {
     constexpr std::size_t LONGEST_EXTENSION = 16;
+    constexpr std::size_t SHORTEST_TO_GUESS = 3; // Every single letter is a slip away from .e
     if (extension.size() > LONGEST_EXTENSION) {
         return std::string();
     }
     for (const CaeReaderEntry& entry : READERS) {
         for (const std::string& known : extensionsOf(entry)) {
-            if (editDistance(extension, known) == 1) {
+            if (known.size() >= SHORTEST_TO_GUESS && editDistance(extension, known) == 1) {
                 return known;
             }
         }
@@ -106,6 +110,18 @@ const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error) {
     }
     ug::fail(error, Str(text + (text.back() == '?' ? " " : "; ") + "supported are " + supportedList()));
     return nullptr;
+}
+
+std::unique_ptr<CaeReader> createCaeReader(const CaeReaderEntry& entry, const Str& filename, ug::Error* error) {
+    if (!entry.module) {
+        return entry.create();
+    }
+    ug::Error reason;
+    std::unique_ptr<CaeReader> reader = createReaderOfModule(*entry.module, entry.name, &reason);
+    if (!reader) {
+        ug::fail(error, "cannot open \"" + filename + "\": " + reason.message());
+    }
+    return reader;
 }
 
 } // namespace orv::imp::cae

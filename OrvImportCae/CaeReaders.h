@@ -10,13 +10,16 @@
 namespace orv::imp::cae {
 
 class CaeReader;
+struct CaeModule;
 
-/// A kind of file that can be read.
+/// A kind of file that can be read. Made either by a function or by a module.
 struct CaeReaderEntry {
     const char* name;        ///< As people call the program or format.
     const char* description; ///< What ReaderInfo tells.
     const char* extensions;  ///< As in ReaderInfo.
+    const char* contents;    ///< As in FormatInfo.
     std::unique_ptr<CaeReader> (*create)();
+    const CaeModule* module;
 };
 
 /// All of them.
@@ -27,5 +30,8 @@ std::string fileExtension(const std::string& filename);
 
 /// The reader for a file, by its extension. Null, with a text that tells what there is, when there is none.
 const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error);
+
+/// A new reader of that kind, for this file. Null, with a text that names the file, when its module cannot be opened.
+std::unique_ptr<CaeReader> createCaeReader(const CaeReaderEntry& entry, const Str& filename, ug::Error* error);
 
 } // namespace orv::imp::cae

@@ -1,6 +1,7 @@
 #include "OrvImportCae/DataSourceCae.h"
 
 #include "OrvImportCae/CaeMeshDifference.h"
+#include "OrvImportCae/CaeModule.h"
 #include "OrvImportCae/CaeReader.h"
 #include "OrvImportCae/CaeReaders.h"
 
@@ -102,6 +103,16 @@ std::vector<ReaderInfo> DataSourceCae::supportedFormats() {
     return infos;
 }
 
+std::vector<FormatInfo> DataSourceCae::formats() {
+    std::vector<FormatInfo> infos;
+    for (const CaeReaderEntry& entry : caeReaders()) {
+        const CaeModule* module = entry.module;
+        infos.push_back({entry.name, entry.description, entry.extensions, entry.contents,
+                         module ? Str(caeModuleFileName(*module)) : Str(), !module || !findCaeModule(*module).empty()});
+    }
+    return infos;
+}
+
 bool DataSourceCae::readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) {
     const StateSource& source = m_stateSources.at(state->id());
     std::vector<Str> warnings;
@@ -127,8 +138,8 @@ std::unique_ptr<DataSourceCae::File> DataSourceCae::openFile(const Str& filename
     }
     auto file = std::make_unique<File>();
     file->name = filename;
-    file->reader = entry->create();
-    return file->reader->open(filename, contents, error) ? std::move(file) : nullptr;
+    file->reader = createCaeReader(*entry, filename, error);
+    return file->reader && file->reader->open(filename, contents, error) ? std::move(file) : nullptr;
 }
 
 // The first file brings mesh and heading, and its results and states keep their ids.

@@ -44,6 +44,9 @@ public:
     /// The kinds of files that openFiles() reads.
     static std::vector<ReaderInfo> supportedFormats();
 
+    /// The same kinds with all that there is to tell of them.
+    static std::vector<FormatInfo> formats();
+
 protected:
     bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) override;
     bool readScalars(const ug::ResultInfo& info, const ug::DataState& state, const ug::ScalarPlace& place,

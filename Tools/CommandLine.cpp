@@ -1,10 +1,10 @@
 #include "Tools/CommandLine.h"
 
 #include "OrvApp/OrvApp.h"
-#include "OrvImportCae/DataSourceCae.h"
 #include "Tools/CommandError.h"
 #include "Tools/Commands.h"
 #include "Tools/ExpressionError.h"
+#include "Tools/FormatsCommand.h"
 #include "Tools/Names.h"
 #include "Tools/Output.h"
 
@@ -44,10 +44,10 @@ constexpr const char* EXIT_CODES = R"(Exit codes:
 
 std::string readableFiles() {
     std::string text = "Readable files:\n";
-    for (const orv::imp::cae::ReaderInfo& reader : orv::imp::cae::DataSourceCae::supportedFormats()) {
-        text += "  " + reader.description.toStdString() + " (" + reader.extensions.toStdString() + ")\n";
+    for (const orv::imp::cae::FormatInfo& format : readableFormats()) {
+        text += "  " + format.description.toStdString() + " (" + format.extensions.toStdString() + ")\n";
     }
-    return text + "  Our own, with several cases (ztfx)\n  Our own, as text (ztf)\n";
+    return text;
 }
 
 /// Commands with their options, and where their values go.

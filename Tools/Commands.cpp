@@ -12,6 +12,7 @@ std::vector<Command> addCommands(CLI::App* program) {
              addCompute,
              addEnvelope,
              addConvert,
+             addFormats,
          }) {
         commands.push_back(add(program));
         commands.back().options->group("Commands");

@@ -21,6 +21,7 @@ Command addValues(CLI::App* program);
 Command addCompute(CLI::App* program);
 Command addEnvelope(CLI::App* program);
 Command addConvert(CLI::App* program);
+Command addFormats(CLI::App* program);
 
 /// All of them, in the order of the help.
 std::vector<Command> addCommands(CLI::App* program);

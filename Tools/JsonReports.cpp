@@ -40,6 +40,19 @@ Json array(const std::vector<Row>& rows, ToJson toJson) {
     return list;
 }
 
+Json formatJson(const orv::imp::cae::FormatInfo& format) {
+    Json extensions = Json::array();
+    for (const orv::Str& extension : format.extensions.split(" ")) {
+        extensions.push_back(extension.toStdString());
+    }
+    return {{"name", format.name.toStdString()},
+            {"description", format.description.toStdString()},
+            {"extensions", extensions},
+            {"contents", format.contents.toStdString()},
+            {"module", format.module.isEmpty() ? Json(nullptr) : Json(format.module.toStdString())},
+            {"isThere", format.isThere}};
+}
+
 Json stateJson(const StateRow& state) {
     return {{"index", state.index},
             {"id", state.id},
@@ -119,6 +132,10 @@ std::string valuesJson(const ValuesReport& report) {
 std::string envelopeJson(const EnvelopeReport& report) {
     return text(
         {{"expression", report.expression}, {"states", report.states}, {"rows", array(report.rows, envelopeRowJson)}});
+}
+
+std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats) {
+    return text(Json{{"formats", array(formats, formatJson)}});
 }
 
 } // namespace orvapp

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OrvImportCae/ReaderInfo.h"
+
 #include <string>
 #include <vector>
 
@@ -15,5 +17,6 @@ struct ValuesReport;
 std::string infoJson(const std::vector<ModelReport>& reports);
 std::string valuesJson(const ValuesReport& report);
 std::string envelopeJson(const EnvelopeReport& report);
+std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats);
 
 } // namespace orvapp

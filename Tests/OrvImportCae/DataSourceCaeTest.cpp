@@ -28,6 +28,20 @@ TEST(DataSourceCae, TellsWhatItReads) {
     EXPECT_EQ(infos[0].extensions, Str("frd"));
 }
 
+TEST(DataSourceCae, TellsTheFormatsInTheSameOrderWithMore) {
+    const std::vector<imp::cae::ReaderInfo> infos = imp::cae::DataSourceCae::supportedFormats();
+    const std::vector<imp::cae::FormatInfo> formats = imp::cae::DataSourceCae::formats();
+    ASSERT_EQ(formats.size(), infos.size());
+    for (std::size_t i = 0; i < formats.size(); ++i) {
+        EXPECT_EQ(formats[i].description, infos[i].description);
+        EXPECT_EQ(formats[i].extensions, infos[i].extensions);
+        EXPECT_FALSE(formats[i].contents.isEmpty()) << formats[i].name;
+    }
+    EXPECT_EQ(formats[0].name, Str("CalculiX"));
+    EXPECT_TRUE(formats[0].module.isEmpty());
+    EXPECT_TRUE(formats[0].isThere);
+}
+
 TEST(DataSourceCae, IsEmptyUntilItOpens) {
     const PtrRef<imp::cae::DataSourceCae> source = makeSource();
     EXPECT_EQ(source->id(), 1);
