@@ -1,6 +1,7 @@
 #include "OrvPlot2d/OverlayPlot.h"
 
 #include "LibCore/rvfAssert.h"
+#include "OrvVisualization/Font.h"
 
 namespace orv::plt {
 
@@ -9,7 +10,7 @@ OverlayPlot::OverlayPlot(vis::Font* font) : m_font(font) {}
 OverlayPlot::~OverlayPlot() = default;
 
 vis::Font* OverlayPlot::font() const {
-    return m_font;
+    return m_font.get();
 }
 
 const Str& OverlayPlot::title() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LibCore/rvfExport.h"
+#include "OrvCore/PtrRef.h"
 #include "OrvCore/RefCountedObject.h"
 #include "OrvCore/Str.h"
 #include "OrvPlot2d/AxisSettings.h"
@@ -20,13 +21,14 @@ namespace orv::plt {
 class ORV_API OverlayPlot : public RefCountedObject {
 public:
     /// Without a title and curves; with axes as a new AxisSettings has them.
+    /// @param font for all texts of the plot, which takes a reference on it; may be null, but a picture needs one
     explicit OverlayPlot(vis::Font* font);
     ~OverlayPlot() override;
 
     OverlayPlot(const OverlayPlot&) = delete;
     OverlayPlot& operator=(const OverlayPlot&) = delete;
 
-    /// What the plot was made with.
+    /// The one that the plot was made with.
     vis::Font* font() const;
 
     const Str& title() const;
@@ -46,7 +48,7 @@ public:
     Curve* curve(std::size_t index) const;
 
 private:
-    vis::Font* m_font;
+    PtrRef<vis::Font> m_font;
     Str m_title;
     AxisSettings m_axisSettings;
     std::vector<std::unique_ptr<Curve>> m_curves;

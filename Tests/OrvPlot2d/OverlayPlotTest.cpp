@@ -1,6 +1,6 @@
 #include "OrvPlot2d/OverlayPlot.h"
 
-#include "OrvCore/PtrRef.h"
+#include "OrvVisualization/Font.h"
 #include "Tests/Support/AssertRecorder.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +26,17 @@ TEST_F(OverlayPlotTest, StartsEmpty) {
     EXPECT_EQ(plot->curveCount(), 0u);
     EXPECT_EQ(plot->axisSettings()->xAxis().title, Str());
     EXPECT_EQ(plot->axisSettings()->yAxis().title, Str());
+}
+
+TEST_F(OverlayPlotTest, HoldsItsFont) {
+    EXPECT_EQ(plot->font(), nullptr);
+    const PtrRef<orv::vis::Font> font = orv::vis::Font::createNormalFont();
+    const int holders = font->refCount();
+    plot = new OverlayPlot(font.get());
+    EXPECT_EQ(plot->font(), font.get());
+    EXPECT_EQ(font->refCount(), holders + 1);
+    plot = nullptr;
+    EXPECT_EQ(font->refCount(), holders);
 }
 
 TEST_F(OverlayPlotTest, HasATitle) {
