@@ -17,4 +17,11 @@ inline void logError(const char* message, const rvf::CodeLocation& location) {
     }
 }
 
+/// The same with a number in place of %1.
+inline void logError(const char* message, int number, const rvf::CodeLocation& location) {
+    if (appLogger()->isErrorEnabled()) {
+        appLogger()->error(rvf::String(message).arg(number, 0, L' '), location);
+    }
+}
+
 } // namespace orv::app

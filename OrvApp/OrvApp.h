@@ -10,6 +10,7 @@
 /// - orv::app::Parts: the parts of the current state
 /// - orv::app::Results: the results of the current state, and their values
 /// - orv::app::Views: the views, which is current, and the orv::app::Selection of what has been picked in each
+/// - orv::app::Plots: plots, and curves of results over the states or along a surface
 ///
 /// Each is reached by instance(). States, Parts and Results keep next to nothing: they ask the current model anew at
 /// each call, so changing the current model changes what they see. orv::app::AppComponent binds the layer to the core's
@@ -48,6 +49,7 @@
 #include "OrvApp/Models.h"
 #include "OrvApp/NodeToElementResultGenerator.h"
 #include "OrvApp/Parts.h"
+#include "OrvApp/Plots.h"
 #include "OrvApp/ResultOperators.h"
 #include "OrvApp/Results.h"
 #include "OrvApp/Selection.h"

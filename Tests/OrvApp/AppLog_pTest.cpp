@@ -18,17 +18,26 @@ TEST(AppLog, ErrorGoesToTheLayersLoggerWithItsPlace) {
     EXPECT_EQ(logs.take(), (std::vector<LogMessage>{{1, "orv.comp.app", "why", "Folder/Unit", "void f(int)", "f"}}));
 }
 
+TEST(AppLog, ANumberStandsWhereTheMessageWantsIt) {
+    LogRecorder logs;
+    orv::app::logError("no %1 here", -17, here);
+    EXPECT_EQ(logs.take(),
+              (std::vector<LogMessage>{{1, "orv.comp.app", "no -17 here", "Folder/Unit", "void f(int)", "f"}}));
+}
+
 TEST(AppLog, NothingIsSaidBelowErrorLevel) {
     LogRecorder logs;
     rvf::Logger* logger = rvf::LogManager::instance()->logger("orv.comp.app");
     const int level = logger->level();
     logger->setLevel(rvf::Logger::LEVEL_NONE);
     orv::app::logError("why", here);
+    orv::app::logError("why %1", 1, here);
     EXPECT_TRUE(logs.take().empty());
 
     logger->setLevel(rvf::Logger::LEVEL_ERROR);
     orv::app::logError("why", here);
-    EXPECT_EQ(logs.take().size(), 1u);
+    orv::app::logError("why %1", 1, here);
+    EXPECT_EQ(logs.take().size(), 2u);
     logger->setLevel(level);
 }
 

@@ -2,6 +2,7 @@
 
 #include "OrvApp/Models.h"
 #include "OrvApp/Parts.h"
+#include "OrvApp/Plots.h"
 #include "OrvApp/Views.h"
 #include "OrvCore/Defines.h"
 #include "OrvCore/PtrRef.h"
@@ -47,6 +48,7 @@ private:
             views->setCurrentIndex(0);
             views->removeCurrent();
         }
+        orv::app::Plots::instance()->removeAll();
     }
 };
 

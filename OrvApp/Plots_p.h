@@ -1,0 +1,33 @@
+#pragma once
+
+#include "OrvCore/PtrRef.h"
+#include "OrvPlot2d/OverlayPlot.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace orv::ug {
+class HitItem;
+class UnstructGridModel;
+} // namespace orv::ug
+
+namespace orv::app {
+
+/// What stands behind Plots.
+class PlotsPrivate {
+public:
+    std::size_t count() const;
+    plt::OverlayPlot* get(std::size_t index) const;
+    plt::OverlayPlot* add();
+    void add(plt::OverlayPlot* plot);
+    bool remove(std::size_t index);
+    void removeAll();
+    std::size_t index(const plt::OverlayPlot* plot) const;
+    plt::Curve* addHistoryCurve(std::size_t plotIndex, const ug::HitItem& hitItem, const ug::UnstructGridModel* model,
+                                int scalarResultId);
+
+private:
+    std::vector<PtrRef<plt::OverlayPlot>> m_plots;
+};
+
+} // namespace orv::app
