@@ -43,6 +43,7 @@
 #include "OrvUnstructGrid/CustomResultFunction.h"
 #include "OrvUnstructGrid/CustomResultGenerator.h"
 #include "OrvUnstructGrid/CuttingPlane.h"
+#include "OrvUnstructGrid/CZipArchive.h"
 #include "OrvUnstructGrid/DataElements.h"
 #include "OrvUnstructGrid/DataGeometry.h"
 #include "OrvUnstructGrid/DataNodes.h"

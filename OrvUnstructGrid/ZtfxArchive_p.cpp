@@ -193,6 +193,23 @@ bool ZtfxArchive::findEntry(const std::string& name, ZtfxEntry* entry, Error* er
     if (zip_stat(m_zip, name.c_str(), ZIP_FL_ENC_RAW, &status) != 0) {
         return fail(*entry, "the entry is missing", error);
     }
+    return accept(status, entry, error);
+}
+
+std::uint64_t ZtfxArchive::entryCount() const {
+    return static_cast<std::uint64_t>(zip_get_num_entries(m_zip, 0));
+}
+
+bool ZtfxArchive::entryAt(std::uint64_t index, ZtfxEntry* entry, Error* error) const {
+    zip_stat_t status;
+    if (zip_stat_index(m_zip, index, ZIP_FL_ENC_GUESS, &status) != 0 || !(status.valid & ZIP_STAT_NAME)) {
+        return fail("has no entry " + std::to_string(index), error);
+    }
+    entry->name = status.name;
+    return accept(status, entry, error);
+}
+
+bool ZtfxArchive::accept(const zip_stat_t& status, ZtfxEntry* entry, Error* error) const {
     const bool isEncrypted = status.encryption_method != ZIP_EM_NONE;
     if (isEncrypted != !m_password.empty() || (isEncrypted && status.encryption_method != ZIP_EM_AES_256)) {
         return fail(*entry,
@@ -217,6 +234,7 @@ bool ZtfxArchive::findEntry(const std::string& name, ZtfxEntry* entry, Error* er
     }
     entry->index = status.index;
     entry->size = status.size;
+    entry->packedSize = packed;
     entry->isPlain = isStored && !isEncrypted;
     return true;
 }

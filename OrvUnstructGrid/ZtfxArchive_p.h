@@ -18,7 +18,8 @@ struct ZtfxEntry {
     std::string name;
     std::uint64_t index = 0;
     std::uint64_t size = 0;
-    bool isPlain = false; ///< Neither compressed nor encrypted.
+    std::uint64_t packedSize = 0; ///< Of which `size` is no more than can be.
+    bool isPlain = false;         ///< Neither compressed nor encrypted.
 };
 
 /// A zip container that is read entry by entry and held open in between.
@@ -43,6 +44,12 @@ public:
     /// False with a text when the entry is missing, impossible, or encrypted against the expectation.
     bool findEntry(const std::string& name, ZtfxEntry* entry, Error* error) const;
 
+    std::uint64_t entryCount() const;
+
+    /// The same with the entry at an index, whose name comes in UTF-8 whatever it was written in. False also when
+    /// there is none.
+    bool entryAt(std::uint64_t index, ZtfxEntry* entry, Error* error) const;
+
     /// The whole of an entry. False with a text when it has more than `largestSize` bytes or cannot be read.
     bool readText(const ZtfxEntry& entry, std::uint64_t largestSize, std::string* text, Error* error) const;
 
@@ -60,6 +67,7 @@ private:
     friend class ZtfxEntryReader;
     class File;
 
+    bool accept(const zip_stat_t& status, ZtfxEntry* entry, Error* error) const;
     zip_file_t* openEntry(const ZtfxEntry& entry, Error* error) const;
 
     Str m_path;

@@ -3,6 +3,7 @@
 #include "OrvUnstructGrid/ZtfxSink_p.h"
 
 #include "Tests/OrvUnstructGrid/ZtfxFiles.h"
+#include "Tests/Support/FileSizeLimit.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <csignal>
 #include <functional>
 
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -53,28 +53,6 @@ private:
     std::function<void()> m_happen;
 };
 
-/// The largest size that files may grow to while it lives.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &m_earlier);
-        const rlimit limit = {bytes, m_earlier.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &m_earlier);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit m_earlier = {};
-    void (*m_handler)(int);
-};
-
 class ZtfxSinkTest : public testing::Test {
 protected:
     ZtfxSinkTest() {
@@ -98,7 +76,7 @@ TEST_F(ZtfxSinkTest, AFullDiskLeavesTheOldFile) {
     for (const std::size_t limit : {std::size_t(1000), std::size_t(1000000), old.size() - 100}) {
         Error error;
         {
-            const FileSizeLimit full(limit);
+            const orvtest::FileSizeLimit full(limit);
             EXPECT_FALSE(write(source.get(), &error));
         }
         EXPECT_EQ(error.message(), ("cannot write \"" + path + "\": File too large").c_str());
