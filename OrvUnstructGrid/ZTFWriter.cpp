@@ -1,10 +1,10 @@
 #include "OrvUnstructGrid/ZTFWriter.h"
 
 #include "OrvCore/Defines.h"
+#include "OrvCore/FileReplacement_p.h"
 #include "OrvUnstructGrid/DataSource.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/ErrorTexts_p.h"
-#include "OrvUnstructGrid/FileReplacement_p.h"
 #include "OrvUnstructGrid/Progress.h"
 #include "OrvUnstructGrid/ResultLoan_p.h"
 #include "OrvUnstructGrid/WritePlan_p.h"
@@ -362,10 +362,19 @@ bool ZTFWriter::write(DataSource* source, const WriteSelection& selection, const
         return fail(error, "cannot write \"" + filename + "\": there is no data source");
     }
     WritePlan plan;
-    FileReplacement file;
-    if (!makeWritePlan(selection, *source->directory(), &plan, error) || !file.open(filename, error) ||
-        !Writer(source, plan, file, progress, error).run() || !file.commit(error)) {
+    if (!makeWritePlan(selection, *source->directory(), &plan, error)) {
         return false;
+    }
+    FileReplacement file;
+    Str reason;
+    if (!file.open(filename, &reason)) {
+        return fail(error, reason);
+    }
+    if (!Writer(source, plan, file, progress, error).run()) {
+        return false;
+    }
+    if (!file.commit(&reason)) {
+        return fail(error, reason);
     }
     if (progress) {
         progress->setPercent(100);

@@ -47,8 +47,8 @@ bool ZtfxContainer::write(const Str& path, Progress* progress, Error* error) {
     isWritten = isWritten && zip_close(zip) == 0;
     if (!isWritten) {
         const Str reason = zip ? zip_strerror(zip) : zip_error_strerror(&problem);
-        const Error& known = m_problem.isEmpty() ? sink.problem() : m_problem;
-        fail(error, known.isEmpty() ? "cannot write \"" + path + "\": " + reason : known.message());
+        const Str& known = m_problem.isEmpty() ? sink.problem() : m_problem.message();
+        fail(error, known.isEmpty() ? "cannot write \"" + path + "\": " + reason : known);
         if (zip) {
             zip_discard(zip);
         } else {

@@ -17,7 +17,7 @@ zip_source_t* ZtfxSink::makeSource() {
     return zip_source_function_create(&ZtfxSink::handle, this, nullptr);
 }
 
-const Error& ZtfxSink::problem() const {
+const Str& ZtfxSink::problem() const {
     return m_problem;
 }
 

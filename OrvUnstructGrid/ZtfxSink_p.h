@@ -1,7 +1,7 @@
 #pragma once
 
-#include "OrvUnstructGrid/Error.h"
-#include "OrvUnstructGrid/FileReplacement_p.h"
+#include "OrvCore/FileReplacement_p.h"
+#include "OrvCore/Str.h"
 
 #include <zip.h>
 
@@ -20,7 +20,7 @@ public:
     zip_source_t* makeSource();
 
     /// Why the file cannot be written; empty when libzip has never heard of that.
-    const Error& problem() const;
+    const Str& problem() const;
 
 private:
     static zip_int64_t handle(void* self, void* data, zip_uint64_t size, zip_source_cmd_t command);
@@ -31,7 +31,7 @@ private:
 
     Str m_path;
     FileReplacement m_file;
-    Error m_problem;
+    Str m_problem;
     zip_error_t m_error;
 };
 

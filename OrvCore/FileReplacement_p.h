@@ -6,9 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace orv::ug {
-
-class Error;
+namespace orv {
 
 /// A file that is written under a temporary name in the folder of its target, and takes the target's place at the end.
 /// Without commit() nothing of it stays.
@@ -22,7 +20,8 @@ public:
 
     /// Makes the temporary file, with the rights of the target when there is one. A link is followed. Refuses a target
     /// that is not a regular file. Once per object.
-    bool open(const Str& filename, Error* error);
+    /// @param reason told when it fails, with the name; may be null
+    bool open(const Str& filename, Str* reason);
 
     /// The name that the bytes go to.
     const std::string& temporaryName() const;
@@ -39,7 +38,8 @@ public:
 
     /// Brings all bytes to the disk and renames the file, so that after a crash of the machine either the old or the
     /// new content is there.
-    bool commit(Error* error);
+    /// @param reason told when it fails, with the name; may be null
+    bool commit(Str* reason);
 
 private:
     void flush();
@@ -55,4 +55,4 @@ private:
     int m_errorNumber = 0;
 };
 
-} // namespace orv::ug
+} // namespace orv

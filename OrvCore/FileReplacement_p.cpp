@@ -1,6 +1,4 @@
-#include "OrvUnstructGrid/FileReplacement_p.h"
-
-#include "OrvUnstructGrid/Error.h"
+#include "OrvCore/FileReplacement_p.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace orv::ug {
+namespace orv {
 namespace {
 
 constexpr std::size_t BUFFER_SIZE = std::size_t(1) << 16;
@@ -37,8 +35,11 @@ void syncFolder(const std::string& folder) {
     }
 }
 
-bool failToWrite(const Str& name, const char* reason, Error* error) {
-    return fail(error, "cannot write \"" + name + "\": " + reason);
+bool failToWrite(const Str& name, const char* problem, Str* reason) {
+    if (reason) {
+        *reason = "cannot write \"" + name + "\": " + problem;
+    }
+    return false;
 }
 
 } // namespace
@@ -50,19 +51,19 @@ FileReplacement::~FileReplacement() {
     }
 }
 
-bool FileReplacement::open(const Str& filename, Error* error) {
+bool FileReplacement::open(const Str& filename, Str* reason) {
     m_name = filename;
     m_target = behindLinks(filename.toStdString());
     struct stat status = {};
     const bool isThere = ::stat(m_target.c_str(), &status) == 0;
     if (isThere && !S_ISREG(status.st_mode)) {
-        return failToWrite(m_name, S_ISDIR(status.st_mode) ? "Is a directory" : "Not a regular file", error);
+        return failToWrite(m_name, S_ISDIR(status.st_mode) ? "Is a directory" : "Not a regular file", reason);
     }
     for (int i = 0; m_descriptor < 0; ++i) {
         m_temporary = m_target + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(i);
         m_descriptor = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (m_descriptor < 0 && errno != EEXIST) {
-            return failToWrite(m_name, std::strerror(errno), error);
+            return failToWrite(m_name, std::strerror(errno), reason);
         }
     }
     if (isThere && ::fchmod(m_descriptor, status.st_mode & 07777) != 0) {
@@ -104,7 +105,7 @@ void FileReplacement::seek(std::uint64_t position) {
     }
 }
 
-bool FileReplacement::commit(Error* error) {
+bool FileReplacement::commit(Str* reason) {
     flush();
     if (!hasFailed() && ::fsync(m_descriptor) != 0) {
         m_errorNumber = errno;
@@ -113,7 +114,7 @@ bool FileReplacement::commit(Error* error) {
         m_errorNumber = errno;
     }
     if (hasFailed()) {
-        return failToWrite(m_name, std::strerror(m_errorNumber), error);
+        return failToWrite(m_name, std::strerror(m_errorNumber), reason);
     }
     ::close(m_descriptor);
     m_descriptor = -1;
@@ -135,4 +136,4 @@ void FileReplacement::flush() {
     m_bufferPosition = m_position;
 }
 
-} // namespace orv::ug
+} // namespace orv

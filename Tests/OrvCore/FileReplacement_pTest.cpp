@@ -1,6 +1,5 @@
-#include "OrvUnstructGrid/FileReplacement_p.h"
+#include "OrvCore/FileReplacement_p.h"
 
-#include "OrvUnstructGrid/Error.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace orv::ug;
+using namespace orv;
 using orvtest::ScratchFolder;
 
 namespace {
@@ -23,10 +22,10 @@ mode_t rightsOf(const std::string& path) {
 
 void replace(const std::string& path, const std::string& content) {
     FileReplacement file;
-    Error error;
-    ASSERT_TRUE(file.open(path, &error)) << error.message();
+    Str reason;
+    ASSERT_TRUE(file.open(path, &reason)) << reason;
     file.write(content);
-    ASSERT_TRUE(file.commit(&error)) << error.message();
+    ASSERT_TRUE(file.commit(&reason)) << reason;
 }
 
 TEST(FileReplacement, TakesThePlaceOfTheTargetAtTheEnd) {
@@ -126,15 +125,15 @@ TEST(FileReplacement, TellsWhatIsInTheWay) {
     ScratchFolder folder;
     const auto why = [&](const std::string& name) {
         FileReplacement file;
-        Error error;
-        EXPECT_FALSE(file.open(folder / name, &error));
-        return error.message();
+        Str reason;
+        EXPECT_FALSE(file.open(folder / name, &reason));
+        return reason;
     };
     std::filesystem::create_directory(folder / "folder");
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    EXPECT_EQ(why("folder"), "cannot write \"" + orv::Str(folder / "folder") + "\": Is a directory");
-    EXPECT_EQ(why("pipe"), "cannot write \"" + orv::Str(folder / "pipe") + "\": Not a regular file");
-    EXPECT_EQ(why("no/a"), "cannot write \"" + orv::Str(folder / "no/a") + "\": No such file or directory");
+    EXPECT_EQ(why("folder"), "cannot write \"" + Str(folder / "folder") + "\": Is a directory");
+    EXPECT_EQ(why("pipe"), "cannot write \"" + Str(folder / "pipe") + "\": Not a regular file");
+    EXPECT_EQ(why("no/a"), "cannot write \"" + Str(folder / "no/a") + "\": No such file or directory");
     EXPECT_FALSE(FileReplacement().open(folder / "no/a", nullptr));
 }
 
@@ -143,9 +142,9 @@ TEST(FileReplacement, TellsThatTheTargetsPlaceIsTaken) {
     FileReplacement file;
     ASSERT_TRUE(file.open(folder / "a", nullptr));
     std::filesystem::create_directory(folder / "a");
-    Error error;
-    EXPECT_FALSE(file.commit(&error));
-    EXPECT_EQ(error.message(), "cannot write \"" + orv::Str(folder / "a") + "\": Is a directory");
+    Str reason;
+    EXPECT_FALSE(file.commit(&reason));
+    EXPECT_EQ(reason, "cannot write \"" + Str(folder / "a") + "\": Is a directory");
 }
 
 } // namespace
