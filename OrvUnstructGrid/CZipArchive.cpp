@@ -1,6 +1,6 @@
 #include "OrvUnstructGrid/CZipArchive.h"
 
-#include "OrvUnstructGrid/FileReplacement_p.h"
+#include "OrvCore/FileReplacement_p.h"
 #include "OrvUnstructGrid/ZtfxArchive_p.h"
 #include "OrvUnstructGrid/ZtfxSink_p.h"
 
@@ -15,7 +15,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using orv::ug::FileReplacement;
+using orv::FileReplacement;
 using orv::ug::ZtfxArchive;
 using orv::ug::ZtfxEntry;
 using orv::ug::ZtfxEntryReader;

@@ -49,8 +49,7 @@ LogMessage error(const std::string& message) {
 }
 
 const LogMessage undefinedItem = error("Hit item is undefined, cannot add scalar evolution curve to plot");
-const LogMessage undefinedId =
-    error("Scalar id is undefined (equal to -1), cannot add scalar evolution curve to plot");
+const LogMessage undefinedId = error("Scalar id is undefined (equal to -1), cannot add scalar evolution curve to plot");
 
 LogMessage unknownId(int id) {
     return error("Scalar with id " + std::to_string(id) +
