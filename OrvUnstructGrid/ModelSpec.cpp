@@ -65,6 +65,10 @@ int ModelSpec::effectiveFringesResultId(std::size_t geometryIndex, int partId) c
     return found != m_partFringesResultIds.end() ? found->second : m_fringesResultId;
 }
 
+const std::map<std::pair<std::size_t, int>, int>& ModelSpec::partFringesResultIds() const {
+    return m_partFringesResultIds;
+}
+
 void ModelSpec::setVectorResultId(int vectorResultId) {
     m_vectorResultId = vectorResultId;
 }

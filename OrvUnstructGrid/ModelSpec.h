@@ -38,6 +38,8 @@ public:
     void setPartFringesResultId(std::size_t geometryIndex, int partId, int scalarResultId);
     /// The part's own choice when it has one, otherwise the model's; -1 when none.
     int effectiveFringesResultId(std::size_t geometryIndex, int partId) const;
+    /// The choices of the parts that have one, by geometry index and part id.
+    const std::map<std::pair<std::size_t, int>, int>& partFringesResultIds() const;
 
     /// The vector shown as arrows, -1 when none.
     void setVectorResultId(int vectorResultId);

@@ -69,7 +69,9 @@ bool isPrintable(wchar_t c) {
     const bool isControl = c < 0x20 || (c >= 0x7F && c < 0xA0);
     // Some editors and programs take these two for line ends.
     const bool isLineEnd = c == 0x2028 || c == 0x2029;
-    return !isSurrogate && !isControl && !isLineEnd && c <= 0x10FFFF && c != L'"';
+    // These two, and no others of their kind, XML leaves out.
+    const bool isNoCharacter = c == 0xFFFE || c == 0xFFFF;
+    return !isSurrogate && !isControl && !isLineEnd && !isNoCharacter && c <= 0x10FFFF && c != L'"';
 }
 
 } // namespace

@@ -70,6 +70,15 @@ void putReal(pugi::xml_node node, const char* name, double value) {
     putText(node, name, text);
 }
 
+void putReals(pugi::xml_node node, const char* name, std::span<const double> values) {
+    std::string text;
+    for (const double value : values) {
+        text += text.empty() ? "" : " ";
+        writeZtfNumber(value, &text);
+    }
+    putText(node, name, text);
+}
+
 std::string textOf(const pugi::xml_document& document) {
     std::ostringstream out;
     document.save(out, " ", pugi::format_default, pugi::encoding_utf8);
@@ -78,16 +87,18 @@ std::string textOf(const pugi::xml_document& document) {
 
 ZtfxXmlReader::ZtfxXmlReader(const Str& path, const char* entry) : m_place(path + ", entry '" + entry + "'") {}
 
-bool ZtfxXmlReader::parse(std::string& text, const char* root, pugi::xml_document* document, Error* error) const {
+ZtfxXmlReader::ZtfxXmlReader(const Str& path) : m_place(path) {}
+
+bool ZtfxXmlReader::parse(std::string& text, const char* root, pugi::xml_document* document, Error* error,
+                          unsigned int options) const {
     // Texts come back as they were written: without the parser's own changes to line ends and blanks.
-    const unsigned int options = pugi::parse_escapes;
     const pugi::xml_parse_result result =
-        document->load_buffer_inplace(text.data(), text.size(), options, pugi::encoding_utf8);
+        document->load_buffer_inplace(text.data(), text.size(), options | pugi::parse_escapes, pugi::encoding_utf8);
     if (!result) {
         return ug::fail(error, m_place + ", byte " + std::to_string(result.offset) +
                                    ": not well-formed XML: " + result.description());
     }
-    const std::string found = document->first_child().name();
+    const std::string found = document->document_element().name();
     return found == root || ug::fail(error, m_place + ": the outermost element is <" + found.substr(0, LONGEST_QUOTE) +
                                                 ">, expected <" + root + ">");
 }
@@ -95,8 +106,7 @@ bool ZtfxXmlReader::parse(std::string& text, const char* root, pugi::xml_documen
 bool ZtfxXmlReader::readText(pugi::xml_node node, const char* name, std::string* text, Error* error) const {
     const pugi::xml_attribute attribute = node.attribute(name);
     *text = attribute.value();
-    return attribute || ug::fail(error, m_place + ", byte " + std::to_string(node.offset_debug()) + ": <" +
-                                            node.name() + "> without the attribute '" + name + "'");
+    return attribute || fail(node, " without the attribute '" + std::string(name) + "'", error);
 }
 
 bool ZtfxXmlReader::readWord(pugi::xml_node node, const char* name, const ZtfxWords& words, int* value,
@@ -112,11 +122,33 @@ bool ZtfxXmlReader::readReal(pugi::xml_node node, const char* name, double* valu
            (readZtfNumber(text, value) || fail(node, name, text, "a number", error));
 }
 
+bool ZtfxXmlReader::readReals(pugi::xml_node node, const char* name, std::size_t count, std::vector<double>* values,
+                              Error* error) const {
+    std::string text;
+    if (!readText(node, name, &text, error)) {
+        return false;
+    }
+    const std::vector<std::string_view> words = wordsOf(text);
+    if (count != ANY_COUNT && words.size() != count) {
+        return fail(node, name, text, std::to_string(count) + " numbers", error);
+    }
+    for (const std::string_view word : words) {
+        if (!readZtfNumber(word, &values->emplace_back())) {
+            return fail(node, name, std::string(word), "a number", error);
+        }
+    }
+    return true;
+}
+
 bool ZtfxXmlReader::fail(pugi::xml_node node, const char* name, const std::string& value,
                          const std::string& expectation, Error* error) const {
     const std::string shown = value.size() > LONGEST_QUOTE ? value.substr(0, LONGEST_QUOTE) + "..." : value;
-    return ug::fail(error, m_place + ", byte " + std::to_string(node.offset_debug()) + ": <" + node.name() +
-                               "> has the " + name + " '" + shown + "', expected " + expectation);
+    return fail(node, " has the " + std::string(name) + " '" + shown + "', expected " + expectation, error);
+}
+
+bool ZtfxXmlReader::fail(pugi::xml_node node, const std::string& problem, Error* error) const {
+    return ug::fail(error, m_place + ", byte " + std::to_string(node.offset_debug()) + ": <" +
+                               std::string(node.name()).substr(0, LONGEST_QUOTE) + ">" + problem);
 }
 
 bool ZtfxXmlReader::readWide(pugi::xml_node node, const char* name, std::int64_t lowest, std::int64_t highest,

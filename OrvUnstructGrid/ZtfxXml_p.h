@@ -38,6 +38,8 @@ void putText(pugi::xml_node node, const char* name, const std::string& text);
 void putNumber(pugi::xml_node node, const char* name, std::int64_t number);
 /// As .ztf files spell numbers, which come back bit by bit.
 void putReal(pugi::xml_node node, const char* name, double value);
+/// With a blank between them.
+void putReals(pugi::xml_node node, const char* name, std::span<const double> values);
 
 /// With a blank between them.
 template <class Number>
@@ -57,10 +59,15 @@ class ZtfxXmlReader {
 public:
     static constexpr std::size_t ANY_COUNT = std::numeric_limits<std::size_t>::max();
 
+    /// Of an entry in a container.
     ZtfxXmlReader(const Str& path, const char* entry);
+    /// Of a file that is XML itself.
+    explicit ZtfxXmlReader(const Str& path);
 
     /// The nodes keep their texts in `text`, which is changed. False when it is no XML or has another root.
-    bool parse(std::string& text, const char* root, pugi::xml_document* document, Error* error) const;
+    /// @param options what pugixml is to keep besides elements and attributes
+    bool parse(std::string& text, const char* root, pugi::xml_document* document, Error* error,
+               unsigned int options = 0) const;
 
     bool readText(pugi::xml_node node, const char* name, std::string* text, Error* error) const;
 
@@ -68,6 +75,10 @@ public:
     bool readWord(pugi::xml_node node, const char* name, const ZtfxWords& words, int* value, Error* error) const;
 
     bool readReal(pugi::xml_node node, const char* name, double* value, Error* error) const;
+
+    /// `count` numbers.
+    bool readReals(pugi::xml_node node, const char* name, std::size_t count, std::vector<double>* values,
+                   Error* error) const;
 
     template <class Number>
     bool readNumber(pugi::xml_node node, const char* name, std::int64_t lowest, std::int64_t highest, Number* number,
@@ -93,6 +104,9 @@ public:
     /// Fills the error with the value of the attribute and what was expected. Always false.
     bool fail(pugi::xml_node node, const char* name, const std::string& value, const std::string& expectation,
               Error* error) const;
+
+    /// Fills the error with what is wrong with the whole element. Always false.
+    bool fail(pugi::xml_node node, const std::string& problem, Error* error) const;
 
 private:
     bool readWide(pugi::xml_node node, const char* name, std::int64_t lowest, std::int64_t highest,
