@@ -3,10 +3,9 @@
 #include "OrvCore/Defines.h"
 #include "OrvUnstructGrid/CuttingPlane.h"
 #include "OrvUnstructGrid/DataSource.h"
-#include "OrvUnstructGrid/DataSourceInterface.h"
-#include "OrvUnstructGrid/DataStateSpec.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/HitItem.h"
+#include "OrvUnstructGrid/LoadedResults_p.h"
 #include "OrvUnstructGrid/ModelSpec.h"
 
 #include <algorithm>
@@ -24,31 +23,6 @@ rvf::Color3f partColor(std::size_t partIndex) {
     static const rvf::Color3f colors[] = {{0.70F, 0.75F, 0.82F}, {0.85F, 0.75F, 0.60F}, {0.67F, 0.81F, 0.67F},
                                           {0.84F, 0.67F, 0.67F}, {0.75F, 0.69F, 0.84F}, {0.64F, 0.81F, 0.83F}};
     return colors[partIndex % std::size(colors)];
-}
-
-/// Loads those of the results that the state can have and has not yet.
-bool load(const ShownState& shown, std::vector<ResultInfo> results, Error* error) {
-    const DataSourceDirectory& directory = *shown.source->directory();
-    std::erase_if(results, [&](const ResultInfo& info) {
-        return shown.state->hasLoaded(info) || !directory.hasResult(shown.state->id(), info);
-    });
-    auto* loader = dynamic_cast<DataSourceInterface*>(shown.source);
-    if (results.empty() || !loader) {
-        return true;
-    }
-    DataStateSpec spec;
-    spec.setResultIds(results);
-    return loader->loadDataState(shown.state->id(), spec, error);
-}
-
-/// The loaded values of a result on a part; empty when there are none, or not one item for each node or element.
-std::span<const double> valuesOf(const ShownState& shown, const ResultInfo& info, std::size_t geometryIndex,
-                                 std::size_t partIndex) {
-    const DataGeometry* geometry = shown.state->geometry(geometryIndex);
-    const DataResult* result = shown.state->results(geometry)->find(info);
-    const DataPartValues* values = result ? result->values(partIndex) : nullptr;
-    const std::size_t count = geometry->part(partIndex)->itemCount(info.resultMapping());
-    return values && values->itemCount() == count ? values->span() : std::span<const double>();
 }
 
 std::vector<double> displacedCoordinates(std::span<const double> coordinates, std::span<const double> displacements,
@@ -72,6 +46,15 @@ double squaredDistance(const double* point, const Vec3d& other) {
 
 } // namespace
 
+std::vector<int> geometryIdsOf(const DataState& state) {
+    std::vector<int> ids;
+    ids.reserve(state.geometryCount());
+    for (std::size_t g = 0; g < state.geometryCount(); ++g) {
+        ids.push_back(state.geometry(g)->id());
+    }
+    return ids;
+}
+
 ModelShapes::ModelShapes() = default;
 
 ModelShapes::~ModelShapes() = default;
@@ -80,6 +63,7 @@ ModelShapes::Geometry::Geometry(DataGeometry* geometry) : data(geometry) {
     for (std::size_t p = 0; p < geometry->partCount(); ++p) {
         surfaces.push_back(surfaceOf(*geometry->part(p)));
     }
+    pieces.resize(surfaces.size());
 }
 
 std::span<const double> ModelShapes::Part::coordinates() const {
@@ -108,10 +92,7 @@ bool ModelShapes::updateScene(const ShownState& shown, Error* error) {
 
 ModelShapes::Look ModelShapes::lookOf(const ShownState& shown) {
     Look look;
-    look.geometryIds.reserve(shown.state->geometryCount());
-    for (std::size_t g = 0; g < shown.state->geometryCount(); ++g) {
-        look.geometryIds.push_back(shown.state->geometry(g)->id());
-    }
+    look.geometryIds = geometryIdsOf(*shown.state);
     look.hiddenParts = shown.spec.hiddenParts();
     for (std::size_t i = 0; i < shown.planes.size(); ++i) {
         const CuttingPlane& plane = *shown.planes[i];
@@ -139,7 +120,7 @@ void ModelShapes::takeGeometries(DataState* state) {
             entry = kept ? std::move(kept) : std::make_unique<Geometry>(geometry);
         }
         for (std::size_t p = 0; p < geometry->partCount(); ++p) {
-            m_parts.push_back({g, p, geometry->part(p), &entry->surfaces[p], {}});
+            m_parts.push_back({g, p, geometry->part(p), &entry->surfaces[p], &entry->pieces[p], {}});
         }
     }
 }
@@ -150,11 +131,11 @@ bool ModelShapes::displace(const ShownState& shown, Error* error) {
     if (!info.isValid() || info.resultMapping() != PER_NODE) {
         return true;
     }
-    if (!load(shown, {info}, error)) {
+    if (!loadResults(shown.source, shown.state, {info}, error)) {
         return false;
     }
     for (Part& part : m_parts) {
-        const std::span<const double> values = valuesOf(shown, info, part.geometryIndex, part.index);
+        const std::span<const double> values = loadedValues(*shown.state, info, part.geometryIndex, part.index);
         if (!values.empty()) {
             part.displaced = displacedCoordinates(part.coordinates(), values, shown.spec.displacementScale());
         }
@@ -259,7 +240,7 @@ bool ModelShapes::updateScalars(const ShownState& shown, Error* error) {
     for (const ShapeSource& source : m_shapeSources) {
         infos.push_back(directory.findScalarResultInfo(scalarIdOf(shown, source)));
     }
-    if (!load(shown, infos, error)) {
+    if (!loadResults(shown.source, shown.state, infos, error)) {
         showNothing();
         return false;
     }
@@ -283,7 +264,7 @@ void ModelShapes::setScalars(const ShownState& shown, const ResultInfo& info, st
     shape.pointScalars = {};
     shape.primitiveScalars = {};
     const PartScalars scalars = {info.resultMapping(),
-                                 valuesOf(shown, info, source.part->geometryIndex, source.part->index)};
+                                 loadedValues(*shown.state, info, source.part->geometryIndex, source.part->index)};
     if (scalars.values.empty()) {
         return;
     }
@@ -309,6 +290,7 @@ void ModelShapes::setScalars(const ShownState& shown, const ResultInfo& info, st
 
 void ModelShapes::showNothing() {
     m_look.reset();
+    m_topology.reset();
     m_scene.reset();
     m_shapes.clear();
     m_shapeSources.clear();
@@ -382,6 +364,34 @@ void ModelShapes::fillPartHit(const vis::RayHit& rayHit, HitItem* hit) const {
             hit->setNodeIndex(node);
         }
     }
+}
+
+const SurfaceTopology& ModelShapes::topology() {
+    if (!m_topology) {
+        std::vector<TopologyPart> parts;
+        for (const Part& part : m_parts) {
+            if (m_look->hiddenParts.count({part.geometryIndex, part.data->partId()}) > 0) {
+                continue;
+            }
+            if (!*part.pieces) {
+                *part.pieces = std::make_unique<NodePieces>(*part.surface, part.data->nodes()->nodeCount());
+            }
+            parts.push_back(
+                {part.geometryIndex, part.index, part.data, part.surface, part.pieces->get(), part.coordinates()});
+        }
+        m_topology = std::make_unique<SurfaceTopology>(std::move(parts));
+    }
+    return *m_topology;
+}
+
+std::vector<ShownSection> ModelShapes::sectionsOf(std::size_t planeIndex) const {
+    std::vector<ShownSection> sections;
+    for (const Section& section : m_sections) {
+        if (section.planeIndex == planeIndex) {
+            sections.push_back({section.part->geometryIndex, section.part->index, section.part->data, &section.data});
+        }
+    }
+    return sections;
 }
 
 } // namespace orv::ug

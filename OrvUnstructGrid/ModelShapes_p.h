@@ -3,7 +3,9 @@
 #include "OrvCore/PtrRef.h"
 #include "OrvUnstructGrid/DataGeometry.h"
 #include "OrvUnstructGrid/PlaneSection_p.h"
+#include "OrvUnstructGrid/SectionWay_p.h"
 #include "OrvUnstructGrid/ShapeScalars_p.h"
+#include "OrvUnstructGrid/SurfaceTopology_p.h"
 #include "OrvVisualization/Model.h"
 
 #include <map>
@@ -23,6 +25,8 @@ class Error;
 class HitItem;
 class ModelSpec;
 class ResultInfo;
+
+std::vector<int> geometryIdsOf(const DataState& state);
 
 /// What a model has chosen to show.
 struct ShownState {
@@ -66,6 +70,13 @@ public:
     /// @param hit a default item
     bool intersect(const Ray& ray, HitItem* hit) const;
 
+    /// Of the visible parts as they are shown. Made when it is first asked for, and kept as long as the scene; what
+    /// depends on a geometry alone is kept as long as that.
+    const SurfaceTopology& topology();
+
+    /// What a cutting plane shows; nothing of a hidden one.
+    std::vector<ShownSection> sectionsOf(std::size_t planeIndex) const;
+
 private:
     using HiddenParts = std::set<std::pair<std::size_t, int>>;
 
@@ -93,7 +104,8 @@ private:
         explicit Geometry(DataGeometry* geometry);
 
         PtrRef<DataGeometry> data;
-        std::vector<PartSurface> surfaces; ///< One for each part.
+        std::vector<PartSurface> surfaces;               ///< One for each part.
+        std::vector<std::unique_ptr<NodePieces>> pieces; ///< The same; null until a path is asked for.
     };
 
     struct Part {
@@ -101,6 +113,7 @@ private:
         std::size_t index; ///< In the geometry.
         const DataPart* data;
         const PartSurface* surface;
+        std::unique_ptr<NodePieces>* pieces;
         std::vector<double> displaced; ///< Empty when the part is not.
 
         std::span<const double> coordinates() const;
@@ -141,6 +154,7 @@ private:
     std::vector<ShapeSource> m_shapeSources; ///< One for each shape.
     std::vector<ShapeScalars> m_scalars;     ///< What had to be computed for each shape.
     std::unique_ptr<vis::RayScene> m_scene;
+    std::unique_ptr<SurfaceTopology> m_topology; ///< Null until it is asked for.
     Str m_scalarTitle;
 };
 

@@ -34,7 +34,8 @@
 /// loaded. Register it with DataSourceDirectory::setCustomResultInfo() first.
 ///
 /// What a model looks like is made by UnstructGridModel::updateShapes(), for orv::vis, and what a ray meets of it is
-/// told by UnstructGridModel::rayIntersect(): surfaces of the visible parts and the sections of each CuttingPlane.
+/// told by UnstructGridModel::rayIntersect(): surfaces of the visible parts and the sections of each CuttingPlane. A
+/// SurfacePathQuery lays a path over these through what rays have hit, and takes a scalar along it.
 ///
 /// A failure of data comes back as false, null or an undefined record, with the reason in an Error where one is passed.
 /// A caller's mistake is an assertion. Nothing here starts a thread or takes a lock.
@@ -78,6 +79,7 @@
 #include "OrvUnstructGrid/SituationSelection.h"
 #include "OrvUnstructGrid/StateGroupInfo.h"
 #include "OrvUnstructGrid/StateInfo.h"
+#include "OrvUnstructGrid/SurfacePathQuery.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
 #include "OrvUnstructGrid/WriteSelection.h"
 #include "OrvUnstructGrid/ZTFWriter.h"

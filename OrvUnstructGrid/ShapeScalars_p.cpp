@@ -1,7 +1,6 @@
 #include "OrvUnstructGrid/ShapeScalars_p.h"
 
 #include "OrvCore/Defines.h"
-#include "OrvUnstructGrid/DataPart.h"
 
 namespace orv::ug {
 namespace {
@@ -46,31 +45,12 @@ std::vector<double> pick(std::span<const double> values, std::span<const std::ui
     return picked;
 }
 
-/// Calls back with each element's position in `ofElements` and where its items PER_ELEMENT_SURFACE begin.
-/// @param ofElements ascending
-template <class Visit>
-void forFirstSurfaces(const DataPart& part, std::span<const std::uint32_t> ofElements, Visit visit) {
-    const std::span<const ElementType> types = part.elements()->types();
-    std::size_t first = 0;
-    std::uint32_t element = 0;
-    for (std::size_t i = 0; i < ofElements.size(); ++i) {
-        for (; element < ofElements[i]; ++element) {
-            first += elementTypeInfo(types[element]).surfaceCount;
-        }
-        visit(i, first);
-    }
-}
-
 std::vector<double> averageOverSurfaces(std::span<const double> values, const DataPart& part,
                                         std::span<const std::uint32_t> ofElements) {
     std::vector<double> averages;
     forFirstSurfaces(part, ofElements, [&](std::size_t i, std::size_t first) {
-        Average average;
         const std::size_t count = elementTypeInfo(part.elements()->types()[ofElements[i]]).surfaceCount;
-        for (const double value : values.subspan(first, count)) {
-            average.add(value);
-        }
-        averages.push_back(average.value());
+        averages.push_back(averageOfDefined(values.subspan(first, count)));
     });
     return averages;
 }
@@ -84,6 +64,14 @@ double interpolate(double above, double below, double weightBelow) {
 }
 
 } // namespace
+
+double averageOfDefined(std::span<const double> values) {
+    Average average;
+    for (const double value : values) {
+        average.add(value);
+    }
+    return average.value();
+}
 
 ShapeScalars scalarsOfFaces(const PartScalars& scalars, const DataPart& part, const PartSurface& surface) {
     if (scalars.mapping != PER_ELEMENT_SURFACE) {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "OrvUnstructGrid/DataPart.h"
 #include "OrvUnstructGrid/PlaneSection_p.h"
-#include "OrvUnstructGrid/ResultType.h"
 
 #include <span>
 #include <vector>
@@ -20,6 +20,25 @@ struct ShapeScalars {
     std::vector<double> ofPoints;
     std::vector<double> ofPieces;
 };
+
+/// The average of those that are defined; undefined when none is.
+double averageOfDefined(std::span<const double> values);
+
+/// Calls back with each element's position in `ofElements` and where its items PER_ELEMENT_SURFACE begin. Looks at all
+/// elements up to the last one.
+/// @param ofElements ascending
+template <class Visit>
+void forFirstSurfaces(const DataPart& part, std::span<const std::uint32_t> ofElements, Visit visit) {
+    const std::span<const ElementType> types = part.elements()->types();
+    std::size_t first = 0;
+    std::uint32_t element = 0;
+    for (std::size_t i = 0; i < ofElements.size(); ++i) {
+        for (; element < ofElements[i]; ++element) {
+            first += elementTypeInfo(types[element]).surfaceCount;
+        }
+        visit(i, first);
+    }
+}
 
 // How values come on what is drawn, for mappings other than PER_NODE, whose values on a surface are used as they are.
 // Values that are undefined do not count in an average and make what is interpolated from them undefined.

@@ -93,9 +93,14 @@ bool UnstructGridModel::updateScene(Error* error) const {
     return m_shapes->updateScene({m_dataSource.get(), state, m_modelSpec, m_cuttingPlanes}, error);
 }
 
+ModelShapes* UnstructGridModel::currentShapes() const {
+    return updateScene(nullptr) ? m_shapes.get() : nullptr;
+}
+
 bool UnstructGridModel::rayIntersect(const Ray& ray, HitItem* hit) const {
     HitItem item;
-    if (!updateScene(nullptr) || !m_shapes->intersect(ray, &item)) {
+    const ModelShapes* current = currentShapes();
+    if (!current || !current->intersect(ray, &item)) {
         return false;
     }
     if (hit) {

@@ -18,6 +18,7 @@ class Error;
 class HitItem;
 class ModelShapes;
 class Progress;
+class SurfacePathQuery;
 
 /// A data source seen through a spec: what an application opens, lists, shows and picks in.
 ///
@@ -101,6 +102,10 @@ public:
     virtual bool refresh(Error* error, Progress* progress, unsigned int options);
 
 private:
+    friend class SurfacePathQuery;
+
+    /// Up to date; null when nothing can be shown.
+    ModelShapes* currentShapes() const;
     DataState* findCurrentState(Error* error) const;
     bool updateScene(Error* error) const;
 

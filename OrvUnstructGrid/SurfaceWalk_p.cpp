@@ -1,0 +1,172 @@
+#include "OrvUnstructGrid/SurfaceWalk_p.h"
+
+#include "OrvUnstructGrid/ShortestWay_p.h"
+#include "OrvUnstructGrid/WaySegments_p.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orv::ug {
+namespace {
+
+/// A direction that is closer to the leg's own gives no plane.
+constexpr double leastSine = 1e-6;
+
+/// Through both ends of a leg.
+class LegPlane {
+public:
+    LegPlane(const Vec3d& origin, const Vec3d& along, const Vec3d& normal) : m_origin(origin), m_normal(normal) {
+        const double magnitude =
+            std::max({std::abs(origin.x()), std::abs(origin.y()), std::abs(origin.z()), along.length()});
+        m_roundings = 1e-14 * magnitude + 1e-12 * along.length();
+    }
+
+    /// 0 within roundings.
+    double distance(const Vec3d& point) const {
+        const double distance = (point - m_origin) * m_normal;
+        return std::abs(distance) <= m_roundings ? 0.0 : distance;
+    }
+
+private:
+    Vec3d m_origin;
+    Vec3d m_normal;
+    double m_roundings;
+};
+
+/// Places are the sides of triangles that the plane cuts, where it cuts them. Their keys are both vertices, the lower
+/// one first.
+class CutGraph {
+public:
+    CutGraph(const SurfaceTopology& topology, const LegPlane& plane, const SurfacePoint& from, const SurfacePoint& to)
+        : m_topology(topology), m_plane(plane), m_from(from), m_to(to) {}
+
+    template <class Visit>
+    void forArcs(std::uint64_t key, const Visit& visit) const {
+        if (key == WAY_START) {
+            for (const SurfacePiece piece : m_from.pieces) {
+                forArcsIn(piece, key, visit);
+            }
+        } else {
+            const auto second = static_cast<Vertex>(key);
+            m_topology.forPiecesAt(static_cast<Vertex>(key >> 32), [&](SurfacePiece piece) {
+                if (m_topology.corners(piece).has(second)) {
+                    forArcsIn(piece, key, visit);
+                }
+            });
+        }
+    }
+
+    CornerMean meanAt(std::uint64_t key) const {
+        const auto first = static_cast<Vertex>(key >> 32);
+        const auto second = static_cast<Vertex>(key);
+        const double distance = m_plane.distance(m_topology.point(first));
+        return {first, second, distance / (distance - m_plane.distance(m_topology.point(second)))};
+    }
+
+private:
+    template <class Visit>
+    void forArcsIn(SurfacePiece piece, std::uint64_t from, const Visit& visit) const {
+        if (!m_topology.isTriangle(piece)) {
+            return;
+        }
+        if (isOn(m_to, piece)) {
+            visit(WAY_TARGET, m_to.point, piece);
+        }
+        const PieceCorners corners = m_topology.corners(piece);
+        bool isAbove[3];
+        for (std::size_t i = 0; i < 3; ++i) {
+            isAbove[i] = m_plane.distance(m_topology.point(corners[i])) >= 0.0;
+        }
+        for (std::size_t i = 0; i < 3; ++i) {
+            const std::size_t next = (i + 1) % 3;
+            if (isAbove[i] != isAbove[next]) {
+                const std::uint64_t key = keyOf(corners[i], corners[next]);
+                if (key != from) {
+                    visit(key, pointAt(key), piece);
+                }
+            }
+        }
+    }
+
+    static std::uint64_t keyOf(Vertex a, Vertex b) {
+        return std::uint64_t(std::min(a, b)) << 32 | std::max(a, b);
+    }
+
+    Vec3d pointAt(std::uint64_t key) const {
+        const CornerMean mean = meanAt(key);
+        const Vec3d first = m_topology.point(mean.first);
+        const Vec3d second = m_topology.point(mean.second);
+        // At a corner exactly, so that all sides that are cut there are cut in one point.
+        return mean.weightOfSecond == 1.0 ? second : first + (second - first) * mean.weightOfSecond;
+    }
+
+    const SurfaceTopology& m_topology;
+    const LegPlane& m_plane;
+    const SurfacePoint& m_from;
+    const SurfacePoint& m_to;
+};
+
+/// The unit normal of the plane that holds two directions; zero when these are no two.
+Vec3d planeNormal(const Vec3d& along, const Vec3d& direction) {
+    const Vec3d unit = along / along.length();
+    Vec3d normal = unit ^ direction;
+    const double sine = normal.length();
+    if (!(sine > leastSine)) {
+        return {};
+    }
+    normal = normal / sine;
+    normal -= unit * (unit * normal); // What roundings have left, and a small sine has made larger.
+    return normal / normal.length();
+}
+
+/// Of all planes that the leg may be in.
+std::vector<Vec3d> planeNormals(const Vec3d& along, const SurfacePoint& from, const SurfacePoint& to) {
+    const Vec3d ofSum = planeNormal(along, from.normal + to.normal);
+    const Vec3d ofDifference = planeNormal(along, from.normal - to.normal);
+    const Vec3d none;
+    const bool isEitherWay = (from.isOnShell || to.isOnShell) && from.normal * to.normal < 0.0;
+    if (ofSum == none && ofDifference == none) {
+        return {planeNormal(along, {1, 0, 0}), planeNormal(along, {0, 1, 0}), planeNormal(along, {0, 0, 1})};
+    }
+    if (isEitherWay) {
+        return {ofSum, ofDifference};
+    }
+    return {ofSum == none ? ofDifference : ofSum};
+}
+
+double lengthOf(const std::vector<PathSegment>& segments) {
+    double length = 0.0;
+    for (const PathSegment& segment : segments) {
+        length += segment.length();
+    }
+    return length;
+}
+
+} // namespace
+
+std::vector<PathSegment> surfaceWalk(const SurfaceTopology& topology, const SurfacePoint& from,
+                                     const SurfacePoint& to) {
+    const Vec3d along = to.point - from.point;
+    if (from.normal == Vec3d() || to.normal == Vec3d() || !(along.length() > 0.0)) {
+        return {};
+    }
+    std::vector<PathSegment> shortest;
+    double least = std::numeric_limits<double>::infinity();
+    for (const Vec3d& normal : planeNormals(along, from, to)) {
+        if (normal == Vec3d()) {
+            continue;
+        }
+        const LegPlane plane(from.point, along, normal);
+        const CutGraph graph(topology, plane, from, to);
+        std::vector<PathSegment> walk = waySegments(topology, graph, shortestWay(graph, from.point, to.point));
+        const double length = lengthOf(walk);
+        if (!walk.empty() && length < least) {
+            least = length;
+            shortest = std::move(walk);
+        }
+    }
+    return shortest;
+}
+
+} // namespace orv::ug
