@@ -9,11 +9,13 @@
 /// - View is what is looked at: a camera and the models that are shown.
 /// - ColorMap says what colours numbers have.
 /// - Font and Outline give the shapes of letters.
+/// - Image is a picture, and reads and writes PNG files.
 /// - RayScene finds the first thing that a ray meets, for picking and for pictures alike.
 
 #include "OrvVisualization/Camera.h"
 #include "OrvVisualization/ColorMap.h"
 #include "OrvVisualization/Font.h"
+#include "OrvVisualization/Image.h"
 #include "OrvVisualization/Model.h"
 #include "OrvVisualization/Outline.h"
 #include "OrvVisualization/RayScene.h"
