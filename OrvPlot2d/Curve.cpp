@@ -27,6 +27,10 @@ const Str& Curve::name() const {
     return m_name;
 }
 
+void Curve::setName(const Str& name) {
+    m_name = name;
+}
+
 std::size_t Curve::pointCount() const {
     return m_x.size();
 }

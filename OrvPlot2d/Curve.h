@@ -10,7 +10,7 @@ namespace orv::plt {
 
 /// A line through points, in the order in which they come: x may go back and forth.
 ///
-/// A plot owns its curves, see OverlayPlot::addCurve(). A curve does not change.
+/// A plot owns its curves, see OverlayPlot::addCurve(). Its points do not change.
 class ORV_API Curve {
 public:
     /// Point i is (x[i], y[i]). Asserts "x.size() == y.size()"; behind the failed assertion what the longer list has
@@ -19,6 +19,7 @@ public:
 
     /// For the legend; need not be the only curve of that name.
     const Str& name() const;
+    void setName(const Str& name);
 
     std::size_t pointCount() const;
 

@@ -30,6 +30,13 @@ TEST(Curve, KeepsItsNameAndPoints) {
     EXPECT_EQ(curve.y(), (Numbers{10, UNDEFINED_DOUBLE, 30}));
 }
 
+TEST(Curve, CanBeRenamed) {
+    Curve curve("DISP", {0}, {10});
+    curve.setName("node 7");
+    EXPECT_EQ(curve.name(), "node 7");
+    EXPECT_EQ(curve.y(), Numbers{10});
+}
+
 TEST(Curve, MayBeEmpty) {
     AssertRecorder asserts;
     const Curve curve("", {}, {});
