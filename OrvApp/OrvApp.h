@@ -56,4 +56,5 @@
 #include "OrvApp/States.h"
 #include "OrvApp/Views.h"
 #include "OrvCore/OrvCore.h"
+#include "OrvPlot2d/OrvPlot2d.h"
 #include "OrvUnstructGrid/OrvUnstructGrid.h"

@@ -51,4 +51,9 @@ plt::Curve* Plots::addHistoryCurve(std::size_t plotIndex, const ug::HitItem& hit
     return instance()->m_private->addHistoryCurve(plotIndex, hitItem, model, scalarResultId);
 }
 
+plt::Curve* Plots::addLengthCurve(std::size_t plotIndex, const ug::UnstructGridModel* model,
+                                  std::vector<Vec3d>* pathPoints) {
+    return instance()->m_private->addLengthCurve(plotIndex, model, pathPoints);
+}
+
 } // namespace orv::app

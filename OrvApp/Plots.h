@@ -3,8 +3,10 @@
 #include "LibCore/rvfExport.h"
 #include "OrvCore/PimplPointerHolder.h"
 #include "OrvCore/RefCountedObject.h"
+#include "OrvCore/Vec3d.h"
 
 #include <cstddef>
+#include <vector>
 
 namespace orv::plt {
 class Curve;
@@ -82,6 +84,32 @@ public:
     ///         values are missing
     plt::Curve* addHistoryCurve(std::size_t plotIndex, const ug::HitItem& hitItem, const ug::UnstructGridModel* model,
                                 int scalarResultId);
+
+    /// Draws a scalar along the surface from one selected item of the current view to the next: the length of the way
+    /// along x, in the unit of the coordinates, the scalar along y. See ug::SurfacePathQuery.
+    ///
+    /// Either all items lie on parts, which need not be the same, or all on one cutting plane. The scalar is the one
+    /// that is shown as fringes on the first item's part, or on the cutting plane. The way goes through the centres of
+    /// the picked elements when the selection is for elements, through the places that were hit when it is for
+    /// coordinates or on a cutting plane, and otherwise through the picked nodes.
+    ///
+    /// The plot gets the title "Plot n", where n is the number of plots in the list, not the place of this one: two
+    /// plots can bear the same title, and each length curve writes it anew. The x axis is titled "Length", the y axis
+    /// with the scalar's name; the curve is named "Scalar vs. Length". Title and axes are written before the way is
+    /// looked for, so they stand also when there is none.
+    ///
+    /// Tells AppComponent::progressInstance(), when there is one, 20 before the way is looked for, 50 when it is
+    /// found, and 100.
+    ///
+    /// Asserts "plotIndex < count()", and later, as get(), "index < count()" and "plot". Logs, as an error, that
+    /// nothing is selected, which it is not without a view either, that the items lie on different things, that nothing
+    /// is shown there, or that there is no way, and looks for these in that order.
+    /// @param model must not be null; the one that the items were picked in
+    /// @param pathPoints filled with the points of the way, in place of what it held; untouched when there is no curve;
+    ///        may be null
+    /// @return owned by the plot; null when there is none. A curve without points where the way has no values.
+    plt::Curve* addLengthCurve(std::size_t plotIndex, const ug::UnstructGridModel* model,
+                               std::vector<Vec3d>* pathPoints);
 
 protected:
     Plots();

@@ -1,10 +1,16 @@
 #include "OrvApp/Plots_p.h"
 
 #include "LibCore/rvfAssert.h"
+#include "OrvApp/AppComponent.h"
 #include "OrvApp/AppLog_p.h"
+#include "OrvApp/Selection.h"
+#include "OrvApp/Views.h"
+#include "OrvUnstructGrid/CuttingPlane.h"
 #include "OrvUnstructGrid/DataSource.h"
 #include "OrvUnstructGrid/HitItem.h"
+#include "OrvUnstructGrid/Progress.h"
 #include "OrvUnstructGrid/ResultsQuery.h"
+#include "OrvUnstructGrid/SurfacePathQuery.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
 #include "OrvVisualization/Font.h"
 
@@ -13,11 +19,20 @@
 namespace orv::app {
 namespace {
 
+using PointType = ug::SurfacePathQuery::PointType;
+
 rvf::CodeLocation inAddHistoryCurve(int line) {
     return {RVF_SOURCE_PATH,
             "orv::plt::Curve *orv::app::PlotsPrivate::addHistoryCurve(size_t, const orv::ug::HitItem &, "
             "const orv::ug::UnstructGridModel *, int)",
             "addHistoryCurve", line};
+}
+
+rvf::CodeLocation inAddLengthCurve(int line) {
+    return {RVF_SOURCE_PATH,
+            "orv::plt::Curve *orv::app::PlotsPrivate::addLengthCurve(size_t, const orv::ug::UnstructGridModel *, "
+            "std::vector<orv::Vec3d> *)",
+            "addLengthCurve", line};
 }
 
 /// Queries may load values, which changes a model in a way that its callers do not see.
@@ -92,6 +107,59 @@ double historyPosition(const ug::StateInfo& state, const std::vector<double>& ea
         return state.referenceValue();
     }
     return earlier.empty() ? 0.0 : earlier.back() + 1.0;
+}
+
+PointType pathPointType(Selection::ItemType itemType) {
+    switch (itemType) {
+    case Selection::ELEMENT:
+        return ug::SurfacePathQuery::ELEMENT;
+    case Selection::COORDINATE:
+        return ug::SurfacePathQuery::COORDINATE;
+    default:
+        return ug::SurfacePathQuery::NODE;
+    }
+}
+
+bool haveOneItemType(const Selection* selection) {
+    const ug::HitItem first = selection->get(0);
+    for (std::size_t i = 1; i < selection->count(); ++i) {
+        if (selection->get(i).itemType() != first.itemType()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool haveOneItemIndex(const Selection* selection) {
+    const ug::HitItem first = selection->get(0);
+    for (std::size_t i = 1; i < selection->count(); ++i) {
+        if (selection->get(i).itemIndex() != first.itemIndex()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+int shownScalarId(const ug::HitItem& item, const ug::UnstructGridModel* model) {
+    if (item.itemType() != ug::HitItem::CUTTING_PLANE) {
+        return model->modelSpec().effectiveFringesResultId(item.geometryIndex(), item.partId());
+    }
+    const ug::CuttingPlane* plane = model->cuttingPlane(item.itemIndex());
+    return plane ? plane->mapScalarResultId() : -1;
+}
+
+std::vector<ug::HitItem> itemsOf(const Selection* selection) {
+    std::vector<ug::HitItem> items;
+    for (std::size_t i = 0; i < selection->count(); ++i) {
+        items.push_back(selection->get(i));
+    }
+    return items;
+}
+
+void setPercent(ug::Progress* progress, int percent) {
+    if (progress) {
+        progress->setPercent(percent);
+    }
 }
 
 } // namespace
@@ -176,6 +244,64 @@ plt::Curve* PlotsPrivate::addHistoryCurve(std::size_t plotIndex, const ug::HitIt
     plot->axisSettings()->setXAxisTitle(historyAxisTitle(states[0]));
     plot->axisSettings()->setYAxisTitle(info.name());
     return plot->addCurve(info.name(), x, y);
+}
+
+plt::Curve* PlotsPrivate::addLengthCurve(std::size_t plotIndex, const ug::UnstructGridModel* model,
+                                         std::vector<Vec3d>* pathPoints) {
+    RVF_ASSERT(plotIndex < count());
+    const Selection* selection = Views::instance()->currentViewSelection();
+    if (!selection || selection->count() == 0) {
+        logError("No items are selected. Cannot add length curve.", inAddLengthCurve(__LINE__));
+        return nullptr;
+    }
+    if (!haveOneItemType(selection)) {
+        logError("All selected items must be on the same item type (cutting plane or part). Cannot add length curve.",
+                 inAddLengthCurve(__LINE__));
+        return nullptr;
+    }
+    const ug::HitItem first = selection->get(0);
+    const bool isOnCuttingPlane = first.itemType() == ug::HitItem::CUTTING_PLANE;
+    if (isOnCuttingPlane && !haveOneItemIndex(selection)) {
+        logError("All selected items must be on the same cutting plane. Cannot add length curve.",
+                 inAddLengthCurve(__LINE__));
+        return nullptr;
+    }
+    const PointType pointType =
+        isOnCuttingPlane ? ug::SurfacePathQuery::COORDINATE : pathPointType(selection->itemType());
+    const int scalarId = shownScalarId(first, model);
+    if (scalarId == -1) {
+        logError("Could not determine scalar to plot. Cannot add length curve.", inAddLengthCurve(__LINE__));
+        return nullptr;
+    }
+
+    plt::OverlayPlot* plot = get(plotIndex);
+    RVF_ASSERT(plot);
+    if (!plot) {
+        return nullptr;
+    }
+    plot->setTitle(Str("Plot %1").arg(static_cast<int>(count()), 0, ' '));
+    plot->axisSettings()->setYAxisTitle(findScalar(model, scalarId).name());
+    plot->axisSettings()->setXAxisTitle("Length");
+
+    ug::Progress* progress = AppComponent::progressInstance();
+    setPercent(progress, 20);
+    ug::SurfacePathQuery query(changeable(model), model->currentFrameIndex(), pointType, itemsOf(selection));
+    std::vector<Vec3d> path;
+    query.generatePath(&path);
+    if (path.empty()) {
+        logError("Could not create path on surface along the given selected items. Cannot add length curve.",
+                 inAddLengthCurve(__LINE__));
+        return nullptr;
+    }
+    setPercent(progress, 50);
+    std::vector<double> x;
+    std::vector<double> y;
+    query.getScalarResultValues(scalarId, &x, &y);
+    setPercent(progress, 100);
+    if (pathPoints) {
+        *pathPoints = path;
+    }
+    return plot->addCurve("Scalar vs. Length", x, y);
 }
 
 } // namespace orv::app

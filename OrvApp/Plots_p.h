@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OrvCore/PtrRef.h"
+#include "OrvCore/Vec3d.h"
 #include "OrvPlot2d/OverlayPlot.h"
 
 #include <cstddef>
@@ -25,6 +26,8 @@ public:
     std::size_t index(const plt::OverlayPlot* plot) const;
     plt::Curve* addHistoryCurve(std::size_t plotIndex, const ug::HitItem& hitItem, const ug::UnstructGridModel* model,
                                 int scalarResultId);
+    plt::Curve* addLengthCurve(std::size_t plotIndex, const ug::UnstructGridModel* model,
+                               std::vector<Vec3d>* pathPoints);
 
 private:
     std::vector<PtrRef<plt::OverlayPlot>> m_plots;
