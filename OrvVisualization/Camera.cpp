@@ -1,5 +1,7 @@
 #include "OrvVisualization/Camera.h"
 
+#include "OrvVisualization/PictureRays_p.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -141,14 +143,7 @@ bool Camera::fitBall(const Vec3d& center, double radius, double aspect) {
 }
 
 Ray Camera::rayThrough(double x, double y, int width, int height) const {
-    const double halfHeight = m_isParallel ? m_height / 2.0 : tangentOfHalf(m_angle);
-    const double unitsPerPixel = 2.0 * halfHeight / height;
-    const Vec3d aside = right() * ((x - width / 2.0) * unitsPerPixel) + m_up * ((height / 2.0 - y) * unitsPerPixel);
-    const Vec3d direction = m_isParallel ? forward() : forward() + aside;
-    Ray ray;
-    ray.setOrigin(m_isParallel ? m_eye + aside : m_eye);
-    ray.setDirection(direction / direction.length());
-    return ray;
+    return PictureRays(*this, width, height).through(x, y);
 }
 
 bool Camera::project(const Vec3d& point, int width, int height, double* x, double* y, double* depth) const {

@@ -9,7 +9,6 @@ namespace {
 
 /// In units of the scene's size. Boxes and rays are rounded to floats, which are out by less than a tenth of this.
 constexpr double boxMargin = 4e-6;
-constexpr double largestCoordinate = 1e100;
 
 /// What the callback needs of the ray, in doubles; Embree hands the context through.
 struct RayQuery {

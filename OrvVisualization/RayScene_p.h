@@ -11,6 +11,9 @@
 
 namespace orv::vis {
 
+/// A point with a coordinate that is not below this is not drawn, and nor is what has it for a corner.
+inline constexpr double largestCoordinate = 1e100;
+
 /// The faces, tubes or spheres that came in one call: points at `corners`, so many for each.
 struct RayMesh {
     std::span<const double> coordinates;

@@ -1,13 +1,29 @@
 #include "OrvVisualization/View.h"
 
 #include "LibCore/rvfAssert.h"
+#include "OrvVisualization/CameraFit_p.h"
+#include "OrvVisualization/Image.h"
+#include "OrvVisualization/PictureCaster_p.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
 namespace orv::vis {
 namespace {
 
 constexpr int maxAntialiasing = 8;
+
+bool fail(Str* reason, const Str& text) {
+    if (reason) {
+        *reason = text;
+    }
+    return false;
+}
+
+ScalarRange rangeOf(const ColorMap& colors, const PictureScene& scene) {
+    return colors.hasFixedRange() ? ScalarRange{colors.minimum(), colors.maximum()} : scene.scalarRange();
+}
 
 } // namespace
 
@@ -102,6 +118,50 @@ bool View::setAntialiasing(int raysPerSide) {
     }
     m_antialiasing = raysPerSide;
     return true;
+}
+
+bool View::fit(double aspect) {
+    updateShapes(nullptr);
+    return fitCamera(PictureScene(m_models).shapes(), aspect, &m_camera);
+}
+
+bool View::render(int width, int height, Image* image, Str* reason) const {
+    RVF_ASSERT(image);
+    if (!image) {
+        return false;
+    }
+    if (!Image::isValidSize(width, height)) {
+        return fail(reason, Str("A picture cannot be %0x%1 pixels: from 1 to %2 on each side, and %3 in all")
+                                .arg(width)
+                                .arg(height)
+                                .arg(Image::MAXIMUM_SIDE)
+                                .arg(static_cast<int>(Image::MAXIMUM_PIXELS)));
+    }
+    if (!updateShapes(reason)) {
+        return false;
+    }
+    try {
+        const PictureScene scene(m_models);
+        const ScalarRange range = rangeOf(m_colorMap, scene);
+        Image picture(width, height);
+        PictureCaster(*this, scene, range, width, height).castAll(&picture);
+        *image = std::move(picture);
+    } catch (const std::bad_alloc&) {
+        return fail(reason, "There is not enough memory for a picture of this size");
+    }
+    return true;
+}
+
+/// Each of them, also behind one that fails, so that what is told is the first failure.
+bool View::updateShapes(Str* reason) const {
+    bool isUpToDate = true;
+    for (const PtrRef<Model>& model : m_models) {
+        Str why;
+        if (!model->updateShapes(&why) && isUpToDate) {
+            isUpToDate = fail(reason, why);
+        }
+    }
+    return isUpToDate;
 }
 
 } // namespace orv::vis

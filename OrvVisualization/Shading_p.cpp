@@ -1,0 +1,111 @@
+#include "OrvVisualization/Shading_p.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orv::vis {
+namespace {
+
+/// The corners of a face, tube or sphere.
+std::span<const std::uint32_t> cornersOf(const Shape& shape, std::size_t primitive) {
+    switch (shape.kind) {
+    case Shape::FACES: {
+        const TriangleRange triangles = trianglesOf(shape, primitive);
+        return shape.corners.subspan(3 * triangles.first, 3 * (triangles.end - triangles.first));
+    }
+    case Shape::TUBES:
+        return shape.corners.subspan(2 * primitive, 2);
+    case Shape::SPHERES:
+        break;
+    }
+    return shape.corners.subspan(primitive, 1);
+}
+
+/// Undefined on the whole of a face, tube or sphere when one of its corners is.
+double scalarAt(const Shape& shape, const RayHit& hit) {
+    std::span<const std::uint32_t> corners = cornersOf(shape, hit.primitive);
+    for (const std::uint32_t corner : corners) {
+        const double scalar = shape.pointScalars[corner];
+        if (scalar == UNDEFINED_DOUBLE || std::isnan(scalar)) {
+            return UNDEFINED_DOUBLE;
+        }
+    }
+    if (shape.kind == Shape::FACES) {
+        corners = shape.corners.subspan(3 * hit.triangle, 3);
+    }
+    double scalar = 0.0;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        scalar += hit.weights[i] * shape.pointScalars[corners[i]];
+    }
+    return scalar;
+}
+
+bool hasCorner(const Shape& shape, std::size_t triangle, std::uint32_t point) {
+    const std::uint32_t* corners = &shape.corners[3 * triangle];
+    return corners[0] == point || corners[1] == point || corners[2] == point;
+}
+
+/// At each corner of the triangle that was met the normals of all triangles of the face that have this corner, in
+/// proportion to their areas, and in between in proportion to the weights.
+Vec3d normalInFace(const Shape& shape, const RayHit& hit) {
+    Vec3d sum;
+    const TriangleRange triangles = trianglesOf(shape, hit.primitive);
+    for (std::size_t t = triangles.first; t < triangles.end; ++t) {
+        double weight = 0.0;
+        for (std::size_t i = 0; i < 3; ++i) {
+            weight += hasCorner(shape, t, shape.corners[3 * hit.triangle + i]) ? hit.weights[i] : 0.0;
+        }
+        const Vec3d a = cornerOf(shape, 3 * t);
+        const Vec3d toMiddle = cornerOf(shape, 3 * t + 1) - a;
+        const Vec3d toLast = cornerOf(shape, 3 * t + 2) - a;
+        sum += (toMiddle ^ toLast) * weight;
+    }
+    return sum;
+}
+
+Vec3d normalAt(const Shape& shape, const RayHit& hit) {
+    if (shape.kind != Shape::FACES) {
+        return hit.normal;
+    }
+    const Vec3d normal = normalInFace(shape, hit);
+    const double length = normal.length();
+    return length > 0.0 ? normal / length : hit.normal;
+}
+
+} // namespace
+
+Shading::Shading(const ColorMap& colors, const ScalarRange& range) : m_colors(colors), m_range(range) {}
+
+void Shading::setLight(const Vec3d& forward, const Vec3d& up, const Vec3d& right) {
+    const Vec3d toLight = up * lightUp - right * lightLeft - forward;
+    m_toLight = toLight / toLight.length();
+    m_isLit = true;
+}
+
+rvf::Color3f Shading::colorOf(const SeenPoint& seen, const Vec3d& direction) const {
+    const rvf::Color3f color = surfaceColor(*seen.shape, seen.hit);
+    if (!m_isLit) {
+        return color;
+    }
+    const auto light = static_cast<float>(brightness(seen, direction));
+    return {color.r() * light, color.g() * light, color.b() * light};
+}
+
+rvf::Color3f Shading::surfaceColor(const Shape& shape, const RayHit& hit) const {
+    if (!shape.pointScalars.empty()) {
+        return m_colors.colorAt(scalarAt(shape, hit), m_range.minimum, m_range.maximum);
+    }
+    if (!shape.primitiveScalars.empty()) {
+        return m_colors.colorAt(shape.primitiveScalars[hit.primitive], m_range.minimum, m_range.maximum);
+    }
+    return shape.color;
+}
+
+double Shading::brightness(const SeenPoint& seen, const Vec3d& direction) const {
+    const Vec3d normal = normalAt(*seen.shape, seen.hit);
+    const double cosine = normal * m_toLight;
+    const double towardsViewer = (normal * seen.hit.normal) * (seen.hit.normal * direction) <= 0.0 ? cosine : -cosine;
+    return ambient + (1.0 - ambient) * std::max(towardsViewer, 0.0);
+}
+
+} // namespace orv::vis
