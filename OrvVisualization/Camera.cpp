@@ -44,10 +44,18 @@ bool isPositive(double value) {
     return value > 0.0 && std::isfinite(value);
 }
 
+bool isUpright(const Vec3d& up, const Vec3d& forward) {
+    constexpr double roundingErrors = 1e-14;
+    return std::abs(up * forward) <= roundingErrors && std::abs(up * up - 1.0) <= roundingErrors;
+}
+
 /// The part of `up` at right angles to the unit vector `forward`, of length 1; of the axis that is least along
-/// `forward` when nothing is left of it.
+/// `forward` when nothing is left of it. `up` itself when it is that already.
 Vec3d uprightOf(const Vec3d& up, const Vec3d& forward) {
     constexpr double tooLittle = 1e-9;
+    if (isUpright(up, forward)) {
+        return up;
+    }
     Vec3d upright = up - forward * (up * forward);
     if (!(upright.length() > tooLittle * up.length())) {
         std::size_t axis = 0;
@@ -58,6 +66,9 @@ Vec3d uprightOf(const Vec3d& up, const Vec3d& forward) {
         other[axis] = 1.0;
         upright = other - forward * forward[axis];
     }
+    upright = upright / upright.length();
+    // When little was left, much of it are rounding errors, also along `forward`.
+    upright -= forward * (upright * forward);
     return upright / upright.length();
 }
 
@@ -136,8 +147,9 @@ bool Camera::fitBall(const Vec3d& center, double radius, double aspect) {
     const double ball = radius * fitMargin;
     // The ball touches the picture's edge where the line of sight along that edge is a tangent to it.
     const double distance = ball / std::sin(std::atan(tangentOfHalf(m_angle) * narrow));
-    m_eye = center - forward() * distance;
-    m_viewReferencePoint = center;
+    if (!setFromLookAt(center - forward() * distance, center, m_up)) {
+        return false;
+    }
     m_height = m_isParallel ? 2.0 * ball / narrow : m_height;
     return true;
 }

@@ -32,7 +32,7 @@ public:
     void toLookAt(Vec3d* eye, Vec3d* viewReferencePoint, Vec3d* up) const;
 
     /// @param up need be neither of length 1 nor at right angles; when it is zero or along the line of sight another
-    ///           one is chosen
+    ///           one is chosen; what toLookAt() gave comes back bit by bit
     /// @return false, and nothing changes, when the two points are one or a coordinate is not finite
     bool setFromLookAt(const Vec3d& eye, const Vec3d& viewReferencePoint, const Vec3d& up);
 
@@ -57,7 +57,8 @@ public:
     /// Moves along the line of sight until a ball just fits into the picture, with a margin of a twentieth, and looks
     /// at its middle.
     /// @param aspect width by height of the picture
-    /// @return false, and nothing changes, when the radius or the aspect is not above 0 and finite
+    /// @return false, and nothing changes, when the radius or the aspect is not above 0 and finite, or when the radius
+    ///         is lost in the digits of the center
     bool fitBall(const Vec3d& center, double radius, double aspect);
 
     /// The ray through a point of a picture. Its direction is of length 1. In a parallel picture it begins in the plane

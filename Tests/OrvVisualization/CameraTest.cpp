@@ -70,6 +70,40 @@ TEST(Camera, AnUpAlongTheLineOfSightIsReplaced) {
     EXPECT_GT(up.x(), 0.9);
 }
 
+// So a camera can be kept as numbers. A ball far away leaves few digits for the line of sight, and an `up` near it few
+// for what is upright.
+TEST(Camera, WhatItGaveComesBackBitByBit) {
+    std::mt19937 random(4711);
+    const auto number = [&random](double size) {
+        return (static_cast<double>(random()) / static_cast<double>(std::mt19937::max()) - 0.5) * size;
+    };
+    for (int i = 0; i < 1000; ++i) {
+        const Vec3d eye(number(10), number(10), number(10));
+        const Vec3d point(number(10), number(10), number(10));
+        const Vec3d aside(number(1e-6), number(1e-6), number(1e-6));
+        Camera camera;
+        ASSERT_TRUE(camera.setFromLookAt(eye, point, i % 2 == 0 ? aside : point - eye + aside));
+        if (i % 3 == 0) {
+            ASSERT_TRUE(camera.fitBall({number(1e7), number(1e7), number(1e7)}, 0.1, 1.5));
+        }
+        const LookAt lookAt = lookAtOf(camera);
+        EXPECT_NEAR(lookAt.up * lookAt.up, 1.0, 1e-14);
+        const Vec3d sight = lookAt.point - lookAt.eye;
+        EXPECT_NEAR(lookAt.up * sight / sight.length(), 0.0, 1e-14);
+        ASSERT_TRUE(camera.setFromLookAt(lookAt.eye, lookAt.point, lookAt.up));
+        EXPECT_EQ(lookAtOf(camera).eye, lookAt.eye);
+        EXPECT_EQ(lookAtOf(camera).point, lookAt.point);
+        EXPECT_EQ(lookAtOf(camera).up, lookAt.up);
+    }
+}
+
+TEST(Camera, ABallThatIsLostInItsDistanceDoesNotFit) {
+    Camera camera;
+    EXPECT_FALSE(camera.fitBall({0, 0, 1e20}, 1.0, 1.0));
+    EXPECT_EQ(lookAtOf(camera).eye, Vec3d(0, 0, 1));
+    EXPECT_EQ(lookAtOf(camera).point, Vec3d(0, 0, 0));
+}
+
 TEST(Camera, RefusedLooksChangeNothing) {
     Camera camera;
     EXPECT_FALSE(camera.setFromLookAt({1, 1, 1}, {1, 1, 1}, {0, 1, 0}));
