@@ -10,6 +10,11 @@ bool isFinite(const Vec3d& v) {
     return std::isfinite(v.x()) && std::isfinite(v.y()) && std::isfinite(v.z());
 }
 
+bool isUnit(const Vec3d& v) {
+    constexpr double ROUNDING_ERRORS = 1e-14;
+    return std::abs(v * v - 1.0) <= ROUNDING_ERRORS;
+}
+
 } // namespace
 
 bool CuttingPlane::setPlane(const Vec3d& point, const Vec3d& normal) {
@@ -19,7 +24,7 @@ bool CuttingPlane::setPlane(const Vec3d& point, const Vec3d& normal) {
     }
     const Vec3d scaled = normal / largest; // Whose square neither overflows nor vanishes.
     m_point = point;
-    m_normal = scaled / scaled.length();
+    m_normal = isUnit(normal) ? normal : scaled / scaled.length();
     return true;
 }
 

@@ -17,7 +17,7 @@ public:
     /// Through the origin, its normal along z. Shown, and without a scalar.
     CuttingPlane() = default;
 
-    /// @param normal of any length
+    /// @param normal of any length; what normal() gave comes back bit by bit
     /// @return false, and the plane stays as it was, when the normal is zero or a number is not finite
     bool setPlane(const Vec3d& point, const Vec3d& normal);
     Vec3d point() const;

@@ -37,6 +37,17 @@ TEST(CuttingPlane, TakesNormalsOfAnyLength) {
     }
 }
 
+TEST(CuttingPlane, KeepsTheNormalThatItGave) {
+    for (int i = 1; i <= 1000; ++i) {
+        CuttingPlane plane;
+        ASSERT_TRUE(plane.setPlane({}, {i * 0.7, 1.0 / i, i * i * 0.3}));
+        const Vec3d normal = plane.normal();
+        EXPECT_NEAR(normal * normal, 1.0, 1e-14);
+        ASSERT_TRUE(plane.setPlane({}, normal));
+        EXPECT_EQ(plane.normal(), normal);
+    }
+}
+
 TEST(CuttingPlane, RefusesWhatIsNoPlane) {
     const double infinity = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
