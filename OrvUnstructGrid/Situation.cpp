@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t MOST_NAMED = 10;
 
 bool failForMissing(const std::vector<Str>& missing, Error* error) {
-    Str text = "not in the model: ";
+    Str text = "cannot show again: ";
     for (std::size_t i = 0; i < missing.size() && i < MOST_NAMED; ++i) {
         text += (i > 0 ? ", " : "") + missing[i];
     }

@@ -57,7 +57,7 @@ public:
           m_parts(m_directory), m_collection(collection) {}
 
     void captureState() {
-        StateReference{m_directory.findStateInfo(m_spec.stateId())}.putInto(append(STATE, m_collection));
+        StateReference::to(m_directory.findStateInfo(m_spec.stateId())).putInto(append(STATE, m_collection));
         PropertySet* shape = append(SHAPE, m_collection);
         shape->setValue(IS_DISPLACED, m_spec.isDisplaced());
         shape->setValue(SCALE, m_spec.displacementScale());
@@ -131,8 +131,9 @@ public:
         const int earlier = m_spec.stateId();
         const int found = reference.findIn(m_directory);
         m_spec.clear();
-        m_spec.setStateId(found != -1 || reference.info.id() == -1 ? found : earlier);
-        if (found == -1 && reference.info.id() != -1) {
+        const bool isMissing = found == -1 && reference.id != -1;
+        m_spec.setStateId(isMissing ? earlier : found);
+        if (isMissing) {
             m_missing.push_back(reference.text());
         }
     }
@@ -178,7 +179,7 @@ public:
         forEach(CUTTING_PLANE, m_collection, [&](const PropertySet& set) {
             CuttingPlane* plane = m_model.addCuttingPlane();
             if (!plane->setPlane(set.valueOr(POINT, Vec3d()), set.valueOr(NORMAL, Vec3d(0, 0, 1)))) {
-                m_missing.push_back("a cutting plane that has a normal");
+                m_missing.push_back("a cutting plane, which has no normal");
             }
             plane->setVisible(set.valueOr(IS_VISIBLE, true));
             plane->setMapScalarResultId(findResult(SCALAR, set));
@@ -250,7 +251,7 @@ void applyToModel(const PropertySetCollection& collection, UnstructGridModel* mo
         return;
     }
     if (!model->dataSource()) {
-        missing->push_back("a data source, which a file that is opened gives the model");
+        missing->push_back("the model, as it has no data source");
         return;
     }
     ModelShow show(collection, model, missing);

@@ -38,50 +38,54 @@ Str textOf(const char* kind, const Str& name, int id) {
     return Str(kind) + " " + (name.isEmpty() ? "with the id " + Str(std::to_string(id)) : "'" + name + "'");
 }
 
-bool isSameName(const StateInfo& a, const StateInfo& b) {
-    return !a.name().isEmpty() && a.name() == b.name();
+bool isSameName(const StateReference& reference, const StateInfo& info) {
+    return !info.name().isEmpty() && info.name() == reference.name;
 }
 
-bool isSameReference(const StateInfo& a, const StateInfo& b) {
-    return a.referenceValue() != UNDEFINED_DOUBLE && a.referenceValue() == b.referenceValue() &&
-           a.referenceType() == b.referenceType();
+bool isSameReference(const StateReference& reference, const StateInfo& info) {
+    return info.referenceValue() != UNDEFINED_DOUBLE && info.referenceValue() == reference.referenceValue &&
+           info.referenceType() == reference.referenceType;
 }
 
-bool isAlike(const StateInfo& a, const StateInfo& b) {
-    return a.name() == b.name() && a.referenceValue() == b.referenceValue() && a.referenceType() == b.referenceType();
+bool isAlike(const StateReference& reference, const StateInfo& info) {
+    return info.name() == reference.name && info.referenceValue() == reference.referenceValue &&
+           info.referenceType() == reference.referenceType;
 }
 
 } // namespace
 
+StateReference StateReference::to(const StateInfo& info) {
+    return {info.id(), info.name(), info.referenceType(), info.referenceValue()};
+}
+
 StateReference StateReference::from(const PropertySet& set) {
-    const auto type = StateInfo::ReferenceType(set.valueOr(REFERENCE_TYPE, int(StateInfo::TIME)));
-    return {StateInfo(set.valueOr(STATE_ID, -1), set.valueOr(STATE_NAME, Str()), type,
-                      set.valueOr(REFERENCE_VALUE, UNDEFINED_DOUBLE))};
+    return {set.valueOr(STATE_ID, -1), set.valueOr(STATE_NAME, Str()), set.valueOr(REFERENCE_TYPE, -1),
+            set.valueOr(REFERENCE_VALUE, UNDEFINED_DOUBLE)};
 }
 
 void StateReference::putInto(PropertySet* set) const {
-    set->setValue(STATE_ID, info.id());
-    set->setValue(STATE_NAME, info.name());
-    set->setValue(REFERENCE_TYPE, int(info.referenceType()));
-    set->setValue(REFERENCE_VALUE, info.referenceValue());
+    set->setValue(STATE_ID, id);
+    set->setValue(STATE_NAME, name);
+    set->setValue(REFERENCE_TYPE, referenceType);
+    set->setValue(REFERENCE_VALUE, referenceValue);
 }
 
 int StateReference::findIn(const DataSourceDirectory& directory) const {
-    if (info.id() != -1 && isAlike(info, directory.findStateInfo(info.id()))) {
-        return info.id();
+    if (id == -1 || isAlike(*this, directory.findStateInfo(id))) {
+        return id;
     }
     const std::vector<StateInfo> infos = directory.stateInfos();
     for (const auto fits : {isAlike, isSameName, isSameReference}) {
-        const int id = onlyId(infos, [&](const StateInfo& other) { return fits(info, other); });
-        if (id != -1) {
-            return id;
+        const int found = onlyId(infos, [&](const StateInfo& info) { return fits(*this, info); });
+        if (found != -1) {
+            return found;
         }
     }
     return -1;
 }
 
 Str StateReference::text() const {
-    return textOf("state", info.name(), info.id());
+    return textOf("state", name, id);
 }
 
 ResultReference ResultReference::to(const ResultInfo& info) {
@@ -90,13 +94,13 @@ ResultReference ResultReference::to(const ResultInfo& info) {
 
 ResultReference ResultReference::from(const PropertySet& set, ResultType type) {
     return {type, set.valueOr(RESULT_ID, -1), set.valueOr(RESULT_NAME, Str()),
-            ResultMapping(set.valueOr(RESULT_MAPPING, int(UNKNOWN_MAPPING))), set.valueOr(IS_CUSTOM, false)};
+            set.valueOr(RESULT_MAPPING, int(UNKNOWN_MAPPING)), set.valueOr(IS_CUSTOM, false)};
 }
 
 void ResultReference::putInto(PropertySet* set) const {
     set->setValue(RESULT_ID, id);
     set->setValue(RESULT_NAME, name);
-    set->setValue(RESULT_MAPPING, int(mapping));
+    set->setValue(RESULT_MAPPING, mapping);
     set->setValue(IS_CUSTOM, isCustom);
 }
 
@@ -110,7 +114,7 @@ int ResultReference::findIn(const DataSourceDirectory& directory) const {
 
 Str ResultReference::text() const {
     const char* kind = isResultType(type) ? ZTF_TYPES[type - SCALAR] : "result";
-    return isCustom ? "custom " + textOf(kind, name, id) : textOf(kind, name, id);
+    return isCustom ? "custom " + textOf(kind, name, id) + " (to be registered first)" : textOf(kind, name, id);
 }
 
 PartReference PartReference::from(const PropertySet& set) {

@@ -19,8 +19,12 @@ class DataSourceDirectory;
 // that fits.
 
 struct StateReference {
-    StateInfo info;
+    int id = -1;
+    Str name;
+    int referenceType = StateInfo::TIME;
+    double referenceValue = UNDEFINED_DOUBLE;
 
+    static StateReference to(const StateInfo& info);
     static StateReference from(const PropertySet& set);
     void putInto(PropertySet* set) const;
 
@@ -35,7 +39,7 @@ struct ResultReference {
     ResultType type = NO_RESULT_TYPE;
     int id = -1;
     Str name;
-    ResultMapping mapping = UNKNOWN_MAPPING;
+    int mapping = UNKNOWN_MAPPING;
     bool isCustom = false;
 
     static ResultReference to(const ResultInfo& info);
@@ -46,7 +50,7 @@ struct ResultReference {
     /// The id of the result of this type, name and mapping that is custom or not, as this one: the one with this id,
     /// otherwise the only one. -1 when there is none.
     int findIn(const DataSourceDirectory& directory) const;
-    /// "scalar 'Mises'"
+    /// "scalar 'Mises'", "custom scalar 'Mises' (to be registered first)"
     Str text() const;
 };
 

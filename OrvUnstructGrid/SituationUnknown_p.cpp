@@ -109,7 +109,8 @@ public:
     }
 
 private:
-    bool checkAttributes(pugi::xml_node node) {
+    bool checkAttributes(pugi::xml_node node) const {
+        constexpr std::size_t LONGEST_QUOTE = 40;
         std::vector<std::string_view> names;
         for (const pugi::xml_attribute attribute : node.attributes()) {
             names.push_back(attribute.name());
@@ -117,7 +118,8 @@ private:
         std::sort(names.begin(), names.end());
         const auto second = std::adjacent_find(names.begin(), names.end());
         return second == names.end() ||
-               m_xml.fail(node, " has the attribute '" + std::string(*second) + "' twice", m_error);
+               m_xml.fail(node, " has the attribute '" + std::string(second->substr(0, LONGEST_QUOTE)) + "' twice",
+                          m_error);
     }
 
     const ZtfxXmlReader& m_xml;

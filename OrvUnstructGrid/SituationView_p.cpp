@@ -3,6 +3,11 @@
 #include "OrvCore/PropertySetCollection.h"
 #include "OrvVisualization/View.h"
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+
 namespace orv::ug {
 namespace {
 
@@ -22,12 +27,31 @@ constexpr const char* LEGEND = "isLegendShown";
 constexpr const char* LIT = "isLit";
 constexpr const char* ANTIALIASING = "antialiasing";
 
+constexpr const char* COLOR_MAP = "situation.colorMap";
+constexpr const char* KIND = "kind";
+constexpr const char* BAND_COUNT = "bandCount";
+constexpr const char* HAS_FIXED_RANGE = "hasFixedRange";
+constexpr const char* MINIMUM = "minimum";
+constexpr const char* MAXIMUM = "maximum";
+constexpr const char* UNDEFINED_COLOR = "undefinedColor";
+
+/// In the order of vis::ColorMap::Kind.
+constexpr const char* KINDS[] = {"viridis", "rainbow"};
+
 Vec3d toVector(const rvf::Color3f& color) {
     return {color.r(), color.g(), color.b()};
 }
 
-rvf::Color3f toColor(const Vec3d& vector) {
-    return {float(vector.x()), float(vector.y()), float(vector.z())};
+// The fallback for what has no room in floats, and when there is no such vector.
+rvf::Color3f colorOr(const PropertySet& set, const char* key, const rvf::Color3f& fallback) {
+    constexpr double LARGEST = std::numeric_limits<float>::max();
+    const Vec3d color = set.valueOr(key, toVector(fallback));
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (!(std::abs(color[i]) <= LARGEST)) {
+            return fallback;
+        }
+    }
+    return {float(color.x()), float(color.y()), float(color.z())};
 }
 
 void captureCamera(const vis::Camera& camera, PropertySet* set) {
@@ -70,12 +94,41 @@ void captureDrawing(const vis::View& view, PropertySet* set) {
 }
 
 bool applyToDrawing(const PropertySet& set, vis::View* view) {
-    view->setBackground(toColor(set.valueOr(BACKGROUND_TOP, toVector(view->backgroundTop()))),
-                        toColor(set.valueOr(BACKGROUND_BOTTOM, toVector(view->backgroundBottom()))));
+    view->setBackground(colorOr(set, BACKGROUND_TOP, view->backgroundTop()),
+                        colorOr(set, BACKGROUND_BOTTOM, view->backgroundBottom()));
     view->setEdgesShown(set.valueOr(EDGES, view->areEdgesShown()));
     view->setLegendShown(set.valueOr(LEGEND, view->isLegendShown()));
     view->setLit(set.valueOr(LIT, view->isLit()));
     return view->setAntialiasing(set.valueOr(ANTIALIASING, view->antialiasing()));
+}
+
+void captureColorMap(const vis::ColorMap& map, PropertySet* set) {
+    set->setValue(KIND, Str(KINDS[std::size_t(map.kind())]));
+    set->setValue(BAND_COUNT, int(map.bandCount()));
+    set->setValue(HAS_FIXED_RANGE, map.hasFixedRange());
+    set->setValue(MINIMUM, map.minimum());
+    set->setValue(MAXIMUM, map.maximum());
+    set->setValue(UNDEFINED_COLOR, toVector(map.undefinedColor()));
+}
+
+bool applyToColorMap(const PropertySet& set, vis::View* view) {
+    vis::ColorMap map = view->colorMap();
+    const auto kind = std::find(std::begin(KINDS), std::end(KINDS), set.valueOr(KIND, Str()));
+    bool isKnown = kind != std::end(KINDS);
+    if (isKnown) {
+        map.setKind(vis::ColorMap::Kind(kind - std::begin(KINDS)));
+    }
+    isKnown = map.setBandCount(std::size_t(set.valueOr(BAND_COUNT, int(map.bandCount())))) && isKnown;
+    if (!set.valueOr(HAS_FIXED_RANGE, false)) {
+        map.setAutomaticRange();
+    } else {
+        const double minimum = set.valueOr(MINIMUM, map.minimum());
+        const double maximum = set.valueOr(MAXIMUM, map.maximum());
+        isKnown = map.setFixedRange(minimum, maximum) && isKnown;
+    }
+    map.setUndefinedColor(colorOr(set, UNDEFINED_COLOR, map.undefinedColor()));
+    view->setColorMap(map);
+    return isKnown;
 }
 
 PropertySet* append(const char* classType, PropertySetCollection* collection) {
@@ -89,17 +142,19 @@ PropertySet* append(const char* classType, PropertySetCollection* collection) {
 void captureView(const vis::View& view, PropertySetCollection* collection) {
     captureCamera(*view.camera(), append(CAMERA, collection));
     captureDrawing(view, append(DRAWING, collection));
+    captureColorMap(view.colorMap(), append(COLOR_MAP, collection));
 }
 
 void applyToView(const PropertySetCollection& collection, vis::View* view, std::vector<Str>* missing) {
-    const PropertySet* camera = collection.find(CAMERA);
-    if (camera && !applyToCamera(*camera, view->camera())) {
-        missing->push_back("a camera that sees something");
-    }
-    const PropertySet* drawing = collection.find(DRAWING);
-    if (drawing && !applyToDrawing(*drawing, view)) {
-        missing->push_back("from 1 to 8 rays along each side of a pixel");
-    }
+    const auto apply = [&](const char* classType, const char* what, auto applySet) {
+        const PropertySet* set = collection.find(classType);
+        if (set && !applySet(*set)) {
+            missing->push_back(what);
+        }
+    };
+    apply(CAMERA, "the camera", [&](const PropertySet& set) { return applyToCamera(set, view->camera()); });
+    apply(DRAWING, "how the view is drawn", [&](const PropertySet& set) { return applyToDrawing(set, view); });
+    apply(COLOR_MAP, "the colour map", [&](const PropertySet& set) { return applyToColorMap(set, view); });
 }
 
 } // namespace orv::ug
