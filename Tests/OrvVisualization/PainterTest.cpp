@@ -32,14 +32,14 @@ TEST(Painter, FillsWholePixelsWithTheColor) {
     }
 }
 
-TEST(Painter, MixesLight) {
-    // Half of the light of white, when light is the square of the byte: 255 / sqrt(2) = 180.3.
+TEST(Painter, MixesColors) {
+    // Half of the power 1.5 of white: 255 * 0.5^(2/3) = 160.6.
     Image image = white(1, 1);
     Painter(&image).fillRectangle(0, 0, 1, 1, BLACK, 0.5);
-    EXPECT_EQ(image.color(0, 0), rvf::Color3ub(180, 180, 180));
+    EXPECT_EQ(image.color(0, 0), rvf::Color3ub(161, 161, 161));
     Image dark(1, 1);
     Painter(&dark).fillRectangle(0.5, 0, 1, 1, WHITE);
-    EXPECT_EQ(dark.color(0, 0), rvf::Color3ub(180, 180, 180));
+    EXPECT_EQ(dark.color(0, 0), rvf::Color3ub(161, 161, 161));
 }
 
 TEST(Painter, LaysColorsOverTransparency) {
