@@ -477,8 +477,7 @@ TEST_F(PlotsLengthOnPlaneTest, APlaneWithoutAScalarGivesNoCurveWhateverThePartSh
 TEST_F(PlotsLengthOnPlaneTest, APlaneThatIsNotThereHasNoScalar) {
     select({planeHit(1, {}), planeHit(1, {})});
     expectError(noScalar);
-    EXPECT_EQ(asserts.take(),
-              Failures{failed("OrvUnstructGrid/UnstructGridModel", "index < cuttingPlaneCount()")});
+    EXPECT_EQ(asserts.take(), Failures{failed("OrvUnstructGrid/UnstructGridModel", "index < cuttingPlaneCount()")});
 }
 
 TEST_F(PlotsLengthOnPlaneTest, OneItemIsOnOnePlane) {
