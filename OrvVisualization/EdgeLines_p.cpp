@@ -17,6 +17,10 @@ public:
         return std::abs((point - m_from) * m_across) / m_acrossPerPixel;
     }
 
+    bool isBetween(const Vec3d& point, const Vec3d& other) const {
+        return ((point - m_from) * m_across) * ((other - m_from) * m_across) < 0.0;
+    }
+
     bool isBeside(const Vec3d& point) const {
         const double place = (point - m_from) * m_along;
         return place >= 0.0 && place <= m_along * m_along;
@@ -32,16 +36,16 @@ private:
 /// The lines of one face about a point.
 class FaceLines {
 public:
-    FaceLines(const SeenPoint& seen, const PixelSteps& steps, const LineStyle& style)
-        : m_shape(*seen.shape), m_hit(seen.hit), m_steps(steps), m_sharpness(style.raysPerSide),
-          m_reach(style.halfWidth + 0.5 / m_sharpness) {}
+    FaceLines(const FacePoint& place, const PixelSteps& steps, int raysPerSide)
+        : m_shape(*place.shape), m_place(place), m_steps(steps), m_triangles(trianglesOf(m_shape, place.face)),
+          m_sharpness(raysPerSide), m_reach(lineHalfWidth + 0.5 / m_sharpness) {}
 
-    double coverage() {
+    double inside() {
         bool isNearInnerSide = false;
         for (std::size_t side = 0; side < 3; ++side) {
-            const SideLine line = lineOf(m_hit.triangle, side);
-            if (line.pixelsTo(m_hit.point) < m_reach) {
-                if (isEdge(m_hit.triangle, side)) {
+            const SideLine line = lineOf(m_place.triangle, side);
+            if (line.pixelsTo(m_place.point) < m_reach) {
+                if (isEdge(m_place.triangle, side)) {
                     add(line);
                 } else {
                     isNearInnerSide = true;
@@ -55,23 +59,35 @@ public:
         return m_coverage;
     }
 
+    double outside() {
+        for (std::size_t side = 0; side < 3; ++side) {
+            if (isEdge(m_place.triangle, side)) {
+                const SideLine line = lineOf(m_place.triangle, side);
+                const Vec3d inner = cornerOf(m_shape, 3 * m_place.triangle + (side + 2) % 3);
+                if (line.isBeside(m_place.point) && line.isBetween(m_place.point, inner)) {
+                    add(line);
+                }
+            }
+        }
+        return m_coverage;
+    }
+
 private:
     bool isEdge(std::size_t triangle, std::size_t side) const {
         return m_shape.edges[triangle] >> side & 1;
     }
 
     SideLine lineOf(std::size_t triangle, std::size_t side) const {
-        return {cornerOf(m_shape, 3 * triangle + side), cornerOf(m_shape, 3 * triangle + (side + 1) % 3), m_hit.normal,
-                m_steps};
+        return {cornerOf(m_shape, 3 * triangle + side), cornerOf(m_shape, 3 * triangle + (side + 1) % 3),
+                m_place.normal, m_steps};
     }
 
     void addOtherTriangles() {
-        const TriangleRange triangles = trianglesOf(m_shape, m_hit.primitive);
-        for (std::size_t t = triangles.first; t < triangles.end; ++t) {
-            for (std::size_t side = 0; t != m_hit.triangle && side < 3; ++side) {
+        for (std::size_t t = m_triangles.first; t < m_triangles.end; ++t) {
+            for (std::size_t side = 0; t != m_place.triangle && side < 3; ++side) {
                 if (isEdge(t, side)) {
                     const SideLine line = lineOf(t, side);
-                    if (line.isBeside(m_hit.point)) {
+                    if (line.isBeside(m_place.point)) {
                         add(line);
                     }
                 }
@@ -80,25 +96,24 @@ private:
     }
 
     void add(const SideLine& line) {
-        const double covered = std::clamp((m_reach - line.pixelsTo(m_hit.point)) * m_sharpness, 0.0, 1.0);
+        const double covered = std::clamp((m_reach - line.pixelsTo(m_place.point)) * m_sharpness, 0.0, 1.0);
         if (covered > m_coverage) {
             m_coverage = std::max(m_coverage, covered * strength(line));
         }
     }
 
     double strength(const SideLine& line) const {
-        const TriangleRange triangles = trianglesOf(m_shape, m_hit.primitive);
         double width = 0.0;
-        for (std::size_t corner = 3 * triangles.first; corner < 3 * triangles.end; ++corner) {
+        for (std::size_t corner = 3 * m_triangles.first; corner < 3 * m_triangles.end; ++corner) {
             width = std::max(width, line.pixelsTo(cornerOf(m_shape, corner)));
         }
-        constexpr double range = wideFace - narrowFace;
-        return std::clamp((width - narrowFace) / range, 0.0, 1.0);
+        return std::clamp((width - narrowFace) / (wideFace - narrowFace), 0.0, 1.0);
     }
 
     const Shape& m_shape;
-    const RayHit& m_hit;
+    const FacePoint& m_place;
     const PixelSteps& m_steps;
+    TriangleRange m_triangles;
     double m_sharpness; ///< How steep the border of a line is.
     double m_reach;     ///< Where it ends.
     double m_coverage = 0.0;
@@ -106,8 +121,12 @@ private:
 
 } // namespace
 
-double lineCoverage(const SeenPoint& seen, const PixelSteps& steps, const LineStyle& style) {
-    return seen.shape->edges.empty() ? 0.0 : FaceLines(seen, steps, style).coverage();
+double lineCoverage(const FacePoint& place, const PixelSteps& steps, int raysPerSide) {
+    return place.shape->edges.empty() ? 0.0 : FaceLines(place, steps, raysPerSide).inside();
+}
+
+double outerLineCoverage(const FacePoint& place, const PixelSteps& steps, int raysPerSide) {
+    return place.shape->edges.empty() ? 0.0 : FaceLines(place, steps, raysPerSide).outside();
 }
 
 } // namespace orv::vis

@@ -28,24 +28,28 @@ float difference(const rvf::Color3f& a, const rvf::Color3f& b) {
     return std::max({std::abs(a.r() - b.r()), std::abs(a.g() - b.g()), std::abs(a.b() - b.b())});
 }
 
+/// How far a point is before the surface at a sample, in pixels.
+double pixelsBefore(const PictureSample& sample, const Vec3d& point) {
+    return (point - sample.place.point) * sample.place.normal / sample.pixelSize;
+}
+
 /// Whether one of two neighbours is before the surface that the other one is on. Where two surfaces join, each is
 /// before or behind the other alike.
 bool isStep(const PictureSample& a, const PictureSample& b) {
-    const Vec3d between = b.point - a.point;
-    const double beforeA = between * a.normal;
-    const double beforeB = -(between * b.normal);
-    return beforeA * beforeB < 0.0 &&
-           std::max(std::abs(beforeA), std::abs(beforeB)) > evenDepth * std::max(a.pixelSize, b.pixelSize);
+    const double first = pixelsBefore(a, b.place.point);
+    const double second = pixelsBefore(b, a.place.point);
+    return first * second < 0.0 && std::max(std::abs(first), std::abs(second)) > evenDepth;
 }
 
-PictureBorder borderBetween(const PictureSample& a, const PictureSample& b) {
-    if (!a.shape && !b.shape) {
-        return PictureBorder::NONE;
+bool isBefore(const PictureSample& a, const PictureSample& b, const Ray& ray) {
+    return (a.place.point - b.place.point) * ray.direction() < 0.0;
+}
+
+bool areEven(const PictureSample& a, const PictureSample& b) {
+    if (!a.place.shape || !b.place.shape) {
+        return a.place.shape == b.place.shape;
     }
-    if (!a.shape || !b.shape || isStep(a, b)) {
-        return PictureBorder::STEP;
-    }
-    return difference(a.color, b.color) < evenColor ? PictureBorder::NONE : PictureBorder::COLOR;
+    return difference(a.color, b.color) < evenColor && !isStep(a, b);
 }
 
 } // namespace
@@ -68,8 +72,7 @@ void PictureCaster::castAll(Image* image) {
         castRow(y + 1, &m_below);
         std::uint8_t* bytes = image->row(y);
         for (int x = 0; x < m_rays.width(); ++x, bytes += 3) {
-            const PictureBorder border = borderAround(x, y);
-            const rvf::Color3f color = border == PictureBorder::NONE ? withLine(m_row[x]) : castMore(x, y, border);
+            const rvf::Color3f color = isEven(x, y) ? withLine(m_row[x]) : castMore(x, y);
             bytes[0] = color.rByte();
             bytes[1] = color.gByte();
             bytes[2] = color.bByte();
@@ -81,26 +84,25 @@ void PictureCaster::castAll(Image* image) {
 void PictureCaster::castRow(int y, Row* row) const {
     row->clear();
     for (int x = 0; y < m_rays.height() && x < m_rays.width(); ++x) {
-        row->push_back(cast(x + 0.5, y + 0.5, {lineWidth / 2, 1}));
+        row->push_back(cast(m_rays.through(x + 0.5, y + 0.5), y + 0.5, 1));
     }
 }
 
-PictureSample PictureCaster::cast(double x, double y, const LineStyle& lines) const {
-    const Ray ray = m_rays.through(x, y);
+/// @param y of the ray in the picture
+PictureSample PictureCaster::cast(const Ray& ray, double y, int raysPerSide) const {
     const SeenPoint seen = m_scene.meet(ray);
     PictureSample sample;
-    sample.shape = seen.shape;
     if (!seen.shape) {
         sample.color = background(y);
         return sample;
     }
+    const RayHit& hit = seen.hit;
+    const Vec3d normal = hit.normal * ray.direction() <= 0.0 ? hit.normal : -hit.normal;
+    sample.place = {seen.shape, hit.primitive, hit.triangle, hit.point, normal};
     sample.color = m_shading.colorOf(seen, ray.direction());
-    sample.point = seen.hit.point;
-    sample.normal = seen.hit.normal * ray.direction() <= 0.0 ? seen.hit.normal : -seen.hit.normal;
-    sample.pixelSize = m_rays.pixelSize(seen.hit.point);
+    sample.pixelSize = m_rays.pixelSize(hit.point);
     if (m_view.areEdgesShown()) {
-        const PixelSteps steps = m_rays.stepsOn(seen.hit.point, seen.hit.normal, ray.direction());
-        sample.line = lineCoverage(seen, steps, lines);
+        sample.line = lineCoverage(sample.place, m_rays.stepsOn(hit.point, normal, ray.direction()), raysPerSide);
     }
     return sample;
 }
@@ -109,44 +111,63 @@ rvf::Color3f PictureCaster::background(double y) const {
     return mix(m_view.backgroundTop(), m_view.backgroundBottom(), y / m_rays.height());
 }
 
-PictureBorder PictureCaster::borderAround(int x, int y) const {
-    PictureBorder border = PictureBorder::NONE;
-    auto compare = [&](const Row& row, int other) { border = std::max(border, borderBetween(m_row[x], row[other])); };
-    if (m_view.antialiasing() == 1) {
-        return border;
-    }
-    if (x > 0) {
-        compare(m_row, x - 1);
-    }
-    if (x + 1 < m_rays.width()) {
-        compare(m_row, x + 1);
-    }
-    if (y > 0) {
-        compare(m_above, x);
-    }
-    if (y + 1 < m_rays.height()) {
-        compare(m_below, x);
-    }
-    return border;
+bool PictureCaster::isEven(int x, int y) const {
+    const PictureSample& sample = m_row[x];
+    return m_view.antialiasing() == 1 ||
+           ((x == 0 || areEven(sample, m_row[x - 1])) && (x + 1 == m_rays.width() || areEven(sample, m_row[x + 1])) &&
+            (y == 0 || areEven(sample, m_above[x])) && (y + 1 == m_rays.height() || areEven(sample, m_below[x])));
 }
 
 /// Rays that are all in rows and columns of their own, so that a steep border has as many shades as there are rays.
-rvf::Color3f PictureCaster::castMore(int x, int y, PictureBorder border) const {
+rvf::Color3f PictureCaster::castMore(int x, int y) const {
     const int n = m_view.antialiasing();
-    const double rays = n * n;
-    const LineStyle lines = {border == PictureBorder::STEP ? lineWidth : lineWidth / 2, n};
+    const double count = n * n;
     float sums[3] = {};
     for (int j = 0; j < n; ++j) {
         for (int i = 0; i < n; ++i) {
-            const PictureSample sample = cast(x + (i * n + j + 0.5) / rays, y + (j * n + i + 0.5) / rays, lines);
+            const double rayY = y + (j * n + i + 0.5) / count;
+            const Ray ray = m_rays.through(x + (i * n + j + 0.5) / count, rayY);
+            PictureSample sample = cast(ray, rayY, n);
+            if (m_view.areEdgesShown()) {
+                sample.line = std::max(sample.line, outline(x, y, ray, sample));
+            }
             const rvf::Color3f color = withLine(sample);
             for (int k = 0; k < 3; ++k) {
                 sums[k] += color.ptr()[k];
             }
         }
     }
-    const auto share = static_cast<float>(1.0 / rays);
+    const auto share = static_cast<float>(1.0 / count);
     return {sums[0] * share, sums[1] * share, sums[2] * share};
+}
+
+/// What is covered by lines of which the surface draws one half only, as it ends there: the other half, over what is
+/// seen behind.
+double PictureCaster::outline(int x, int y, const Ray& ray, const PictureSample& behind) const {
+    double covered = outlineOf(m_row[x], ray, behind);
+    if (x > 0) {
+        covered = std::max(covered, outlineOf(m_row[x - 1], ray, behind));
+    }
+    if (x + 1 < m_rays.width()) {
+        covered = std::max(covered, outlineOf(m_row[x + 1], ray, behind));
+    }
+    if (y > 0) {
+        covered = std::max(covered, outlineOf(m_above[x], ray, behind));
+    }
+    if (y + 1 < m_rays.height()) {
+        covered = std::max(covered, outlineOf(m_below[x], ray, behind));
+    }
+    return covered;
+}
+
+double PictureCaster::outlineOf(const PictureSample& before, const Ray& ray, const PictureSample& behind) const {
+    if (!before.place.shape || (behind.place.shape && !(isStep(before, behind) && isBefore(before, behind, ray)))) {
+        return 0.0;
+    }
+    FacePoint place = before.place;
+    place.point = ray.origin() + ray.direction() * (((before.place.point - ray.origin()) * place.normal) /
+                                                    (ray.direction() * place.normal));
+    return outerLineCoverage(place, m_rays.stepsOn(place.point, place.normal, ray.direction()), m_view.antialiasing());
 }
 
 } // namespace orv::vis

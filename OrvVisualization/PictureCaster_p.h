@@ -12,21 +12,12 @@ namespace orv::vis {
 class Image;
 class View;
 
-/// What is between two neighbouring pixels.
-enum class PictureBorder {
-    NONE,
-    COLOR, ///< The surface goes on in another colour.
-    STEP   ///< Something else is seen, before or behind.
-};
-
 /// What one ray of a picture brought home.
 struct PictureSample {
-    const Shape* shape = nullptr; ///< Null for background.
-    rvf::Color3f color;           ///< Without the line.
-    double line = 0.0;            ///< How much of the line's colour is over it.
-    Vec3d point;
-    Vec3d normal;           ///< Towards the viewer.
-    double pixelSize = 0.0; ///< At the point.
+    FacePoint place;    ///< Of any shape; with the normal towards the viewer. Without a shape for background.
+    rvf::Color3f color; ///< Without the line.
+    double line = 0.0;  ///< How much of the line's colour is over it.
+    double pixelSize = 0.0;
 };
 
 /// Casts the rays of a picture, one through the middle of each pixel, and more through those whose neighbours show
@@ -36,8 +27,6 @@ public:
     /// What lines are drawn with.
     static const rvf::Color3f lineColor;
     static constexpr double lineOpacity = 0.8;
-    /// In pixels. Each of two faces draws a half, but behind a step there is only one, which draws the whole.
-    static constexpr double lineWidth = 1.1;
 
     /// View and scene stay with the caller.
     PictureCaster(const View& view, const PictureScene& scene, const ScalarRange& range, int width, int height);
@@ -49,10 +38,12 @@ private:
     using Row = std::vector<PictureSample>;
 
     void castRow(int y, Row* row) const;
-    PictureSample cast(double x, double y, const LineStyle& lines) const;
+    PictureSample cast(const Ray& ray, double y, int raysPerSide) const;
     rvf::Color3f background(double y) const;
-    PictureBorder borderAround(int x, int y) const;
-    rvf::Color3f castMore(int x, int y, PictureBorder border) const;
+    bool isEven(int x, int y) const;
+    rvf::Color3f castMore(int x, int y) const;
+    double outline(int x, int y, const Ray& ray, const PictureSample& behind) const;
+    double outlineOf(const PictureSample& before, const Ray& ray, const PictureSample& behind) const;
 
     const View& m_view;
     const PictureScene& m_scene;

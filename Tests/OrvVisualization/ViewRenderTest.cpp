@@ -297,18 +297,21 @@ TEST_F(ViewRenderTest, EdgesAreDarkLines) {
     view->camera()->setParallel(1.25);
     view->setEdgesShown(true);
     const Image image = render(100, 100); // 80 pixels for the square, so the middle line is between two pixels.
-    const Color3ub dark(66, 15, 18);      // A fifth of red and four fifths of (0.05, 0.05, 0.07), nearly.
+    // A pixel beside the middle of a line that is 1.1 wide is covered by 0.55 of it, and the line covers four fifths.
+    const float share = 0.55F * 0.8F;
+    const Color3ub onRed = bytes({1 - share * 0.95F, share * 0.05F, share * 0.07F});
+    const Color3ub onWhite = bytes({1 - share * 0.95F, 1 - share * 0.95F, 1 - share * 0.93F});
     for (const int at : {49, 50}) {
-        // At half a pixel from the middle of a line that is 1.1 wide, 0.55 + 0.5 - 0.5 are covered.
-        const Color3ub expected = bytes({1 - 0.55F * 0.8F * 0.95F, 0.55F * 0.8F * 0.05F, 0.55F * 0.8F * 0.07F});
-        EXPECT_LE(difference(image.color(at, 30), expected), 1);
-        EXPECT_LE(difference(image.color(30, at), expected), 1);
+        EXPECT_LE(difference(image.color(at, 30), onRed), 1);
+        EXPECT_LE(difference(image.color(30, at), onRed), 1);
     }
     EXPECT_EQ(image.color(30, 30), red);
-    EXPECT_EQ(image.color(48, 30).g(), 0);
-    // The outline has its whole width inside.
-    EXPECT_LE(difference(image.color(10, 30), dark), 16);
-    EXPECT_EQ(image.color(9, 30), white);
+    EXPECT_LE(difference(image.color(48, 30), red), 12);
+    // The outline has its other half outside.
+    EXPECT_LE(difference(image.color(10, 30), onRed), 2);
+    EXPECT_LE(difference(image.color(9, 30), onWhite), 2);
+    EXPECT_LE(difference(image.color(30, 90), onWhite), 2);
+    EXPECT_EQ(image.color(8, 30), white);
     view->setEdgesShown(false);
     EXPECT_EQ(countPixels(render(100, 100), [](const Color3ub& c) { return c == red; }), 80 * 80);
 }
@@ -324,6 +327,25 @@ TEST_F(ViewRenderTest, HiddenEdgesDoNotShow) {
     model->add(front);
     view->setEdgesShown(true);
     EXPECT_EQ(countPixels(render(), [](const Color3ub& c) { return c == red; }), width * height);
+}
+
+// Behind the edge of the front square, at the border between two columns, are the middle of a blue face and white.
+TEST_F(ViewRenderTest, OutlinesAreDrawnOverWhatIsBehind) {
+    model->add(rectangle(-20, -15, 0, 15, 5));
+    Mesh behind = rectangle(-15, -10, 15, 10, 0);
+    behind.color = {0, 0, 1};
+    model->add(behind);
+    view->setEdgesShown(true);
+    const Image image = render();
+    const float share = 0.55F * 0.8F;
+    const Color3ub onBlue = bytes({share * 0.05F, share * 0.05F, 1 - share * 0.93F});
+    const Color3ub onRed = bytes({1 - share * 0.95F, share * 0.05F, share * 0.07F});
+    EXPECT_LE(difference(image.color(19, 15), onRed), 2);
+    EXPECT_LE(difference(image.color(20, 15), onBlue), 2);
+    EXPECT_EQ(image.color(21, 15), Color3ub(0, 0, 255));
+    EXPECT_EQ(image.color(18, 15), red);
+    view->setAntialiasing(1); // One ray sees one half.
+    EXPECT_EQ(render().color(20, 15), Color3ub(0, 0, 255));
 }
 
 // 200 faces on 100 pixels: lines would leave nothing of the surface.
