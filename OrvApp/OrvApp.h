@@ -10,6 +10,7 @@
 /// - orv::app::Parts: the parts of the current state
 /// - orv::app::Results: the results of the current state, and their values
 /// - orv::app::Views: the views, which is current, and the orv::app::Selection of what has been picked in each
+/// - orv::app::Situations: saved pictures of what is shown, on disk, in archives and for recovery after a crash
 /// - orv::app::Plots: plots, and curves of results over the states or along a surface
 ///
 /// Each is reached by instance(). States, Parts and Results keep next to nothing: they ask the current model anew at
@@ -53,6 +54,7 @@
 #include "OrvApp/ResultOperators.h"
 #include "OrvApp/Results.h"
 #include "OrvApp/Selection.h"
+#include "OrvApp/Situations.h"
 #include "OrvApp/States.h"
 #include "OrvApp/Views.h"
 #include "OrvCore/OrvCore.h"

@@ -28,7 +28,7 @@ constexpr std::size_t LARGEST_BUFFER_SIZE = 1 << 20;
 
 // Deflate makes up to 1032 bytes of one, and files of any use about ten: a larger entry than this, with more than that
 // many bytes for one, is there to fill the disk.
-constexpr std::uint64_t LARGE_ENTRY = 16 << 20;
+constexpr std::uint64_t LARGE_ENTRY = 32 << 20;
 constexpr std::uint64_t LARGEST_RATIO_OF_LARGE = 100;
 
 /// The record at the end of every zip file, when there is nothing else in it.

@@ -19,8 +19,8 @@ using CZipString = std::string;
 ///
 /// What comes out of an archive is not trusted. Refused are entries that are encrypted or packed by anything but
 /// deflate, that say a size which their packed bytes cannot have or do not have, whose checksum is wrong, and that
-/// would fill the disk: above 16 MiB an entry may have no more than 100 times its packed size. Such an entry is refused
-/// even when this class has written it.
+/// would fill the disk: above 32 MiB an entry may have no more than 100 times its packed size, also when this class has
+/// written it.
 ///
 /// All failures come back as results; nothing throws, logs or asserts. One thread at a time.
 class ORV_API CZipArchive {

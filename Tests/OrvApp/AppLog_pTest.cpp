@@ -41,6 +41,32 @@ TEST(AppLog, NothingIsSaidBelowErrorLevel) {
     logger->setLevel(level);
 }
 
+TEST(AppLog, WarningsAndInfoHaveTheirLevels) {
+    LogRecorder logs;
+    rvf::Logger* logger = rvf::LogManager::instance()->logger("orv.comp.app");
+    const int level = logger->level();
+    const auto logAll = [&] {
+        orv::app::logWarning("plain", here);
+        orv::app::logWarning("of %1", "a/b", here);
+        orv::app::logWarning("no %1 of %2", 4, "a/b", here);
+        orv::app::logInfo("news", here);
+        return logs.take();
+    };
+    const std::vector<LogMessage> expected = {
+        {2, "orv.comp.app", "plain", "Folder/Unit", "void f(int)", "f"},
+        {2, "orv.comp.app", "of a/b", "Folder/Unit", "void f(int)", "f"},
+        {2, "orv.comp.app", "no 4 of a/b", "Folder/Unit", "void f(int)", "f"},
+        {3, "orv.comp.app", "news", "Folder/Unit", "void f(int)", "f"},
+    };
+    logger->setLevel(rvf::Logger::LEVEL_INFO);
+    EXPECT_EQ(logAll(), expected);
+    logger->setLevel(rvf::Logger::LEVEL_WARNING);
+    EXPECT_EQ(logAll(), std::vector<LogMessage>(expected.begin(), expected.end() - 1));
+    logger->setLevel(rvf::Logger::LEVEL_ERROR);
+    EXPECT_TRUE(logAll().empty());
+    logger->setLevel(level);
+}
+
 TEST(AppLog, LoggerIsFetchedAnewFromTheManagerInCharge) {
     LogRecorder logs;
     rvf::ref<rvf::LogManager> earlier = rvf::LogManager::instance();
