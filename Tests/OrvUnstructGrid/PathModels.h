@@ -165,7 +165,8 @@ public:
                                  const std::vector<orv::ug::HitItem>& items) const {
         orv::ug::SurfacePathQuery query(model.get(), 0, type, items);
         std::vector<orv::Vec3d> points = {{7, 7, 7}};
-        EXPECT_EQ(query.generatePath(&points), !points.empty());
+        const bool isDone = query.generatePath(&points);
+        EXPECT_EQ(isDone, !points.empty());
         return points;
     }
 
