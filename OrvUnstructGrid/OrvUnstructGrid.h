@@ -37,6 +37,9 @@
 /// told by UnstructGridModel::rayIntersect(): surfaces of the visible parts and the sections of each CuttingPlane. A
 /// SurfacePathQuery lays a path over these through what rays have hit, and takes a scalar along it.
 ///
+/// A Situation captures what a model and a view show, SituationIo keeps it in a file, and Situation::applyTo() shows it
+/// again.
+///
 /// A failure of data comes back as false, null or an undefined record, with the reason in an Error where one is passed.
 /// A caller's mistake is an assertion. Nothing here starts a thread or takes a lock.
 

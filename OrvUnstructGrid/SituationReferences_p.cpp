@@ -2,6 +2,7 @@
 
 #include "OrvUnstructGrid/DataSourceDirectory.h"
 #include "OrvUnstructGrid/ZtfReader_p.h"
+#include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <iterator>
 #include <vector>
@@ -20,6 +21,14 @@ constexpr const char* IS_CUSTOM = "isCustom";
 constexpr const char* GEOMETRY_INDEX = "geometryIndex";
 constexpr const char* PART_ID = "partId";
 constexpr const char* PART_NAME = "partName";
+
+Str referenceWordOf(const StateInfo& info) {
+    return ZtfxWords(ZTF_REFERENCES, StateInfo::TIME).wordOf(info.referenceType());
+}
+
+Str mappingWordOf(const ResultInfo& info) {
+    return ZtfxWords(ZTF_MAPPINGS, PER_NODE).wordOf(info.resultMapping());
+}
 
 /// The id of the only one that fits; -1 when there is none or there are several.
 template <class Info, class Fits>
@@ -44,22 +53,22 @@ bool isSameName(const StateReference& reference, const StateInfo& info) {
 
 bool isSameReference(const StateReference& reference, const StateInfo& info) {
     return info.referenceValue() != UNDEFINED_DOUBLE && info.referenceValue() == reference.referenceValue &&
-           info.referenceType() == reference.referenceType;
+           referenceWordOf(info) == reference.referenceType;
 }
 
 bool isAlike(const StateReference& reference, const StateInfo& info) {
     return info.name() == reference.name && info.referenceValue() == reference.referenceValue &&
-           info.referenceType() == reference.referenceType;
+           referenceWordOf(info) == reference.referenceType;
 }
 
 } // namespace
 
 StateReference StateReference::to(const StateInfo& info) {
-    return {info.id(), info.name(), info.referenceType(), info.referenceValue()};
+    return {info.id(), info.name(), referenceWordOf(info), info.referenceValue()};
 }
 
 StateReference StateReference::from(const PropertySet& set) {
-    return {set.valueOr(STATE_ID, -1), set.valueOr(STATE_NAME, Str()), set.valueOr(REFERENCE_TYPE, -1),
+    return {set.valueOr(STATE_ID, -1), set.valueOr(STATE_NAME, Str()), set.valueOr(REFERENCE_TYPE, Str()),
             set.valueOr(REFERENCE_VALUE, UNDEFINED_DOUBLE)};
 }
 
@@ -89,12 +98,12 @@ Str StateReference::text() const {
 }
 
 ResultReference ResultReference::to(const ResultInfo& info) {
-    return {info.type(), info.id(), info.name(), info.resultMapping(), info.isCustom()};
+    return {info.type(), info.id(), info.name(), mappingWordOf(info), info.isCustom()};
 }
 
 ResultReference ResultReference::from(const PropertySet& set, ResultType type) {
-    return {type, set.valueOr(RESULT_ID, -1), set.valueOr(RESULT_NAME, Str()),
-            set.valueOr(RESULT_MAPPING, int(UNKNOWN_MAPPING)), set.valueOr(IS_CUSTOM, false)};
+    return {type, set.valueOr(RESULT_ID, -1), set.valueOr(RESULT_NAME, Str()), set.valueOr(RESULT_MAPPING, Str()),
+            set.valueOr(IS_CUSTOM, false)};
 }
 
 void ResultReference::putInto(PropertySet* set) const {
@@ -106,7 +115,7 @@ void ResultReference::putInto(PropertySet* set) const {
 
 int ResultReference::findIn(const DataSourceDirectory& directory) const {
     const auto fits = [&](const ResultInfo& info) {
-        return info.name() == name && info.resultMapping() == mapping && info.isCustom() == isCustom;
+        return info.name() == name && mappingWordOf(info) == mapping && info.isCustom() == isCustom;
     };
     const ResultInfo sameId = directory.findResultInfo(type, id);
     return sameId.isValid() && fits(sameId) ? id : onlyId(directory.resultInfos(type), fits);

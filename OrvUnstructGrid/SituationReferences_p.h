@@ -21,7 +21,7 @@ class DataSourceDirectory;
 struct StateReference {
     int id = -1;
     Str name;
-    int referenceType = StateInfo::TIME;
+    Str referenceType; ///< As a word of .ztf files.
     double referenceValue = UNDEFINED_DOUBLE;
 
     static StateReference to(const StateInfo& info);
@@ -39,7 +39,7 @@ struct ResultReference {
     ResultType type = NO_RESULT_TYPE;
     int id = -1;
     Str name;
-    int mapping = UNKNOWN_MAPPING;
+    Str mapping; ///< As a word of .ztf files.
     bool isCustom = false;
 
     static ResultReference to(const ResultInfo& info);

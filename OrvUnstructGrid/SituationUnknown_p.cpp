@@ -2,6 +2,7 @@
 
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/SituationXml_p.h"
+#include "OrvUnstructGrid/ZtfWords_p.h"
 #include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <algorithm>
@@ -61,9 +62,14 @@ bool hasUnknown(pugi::xml_node node) {
     }) || std::any_of(node.begin(), node.end(), hasUnknown);
 }
 
+// The name and the key, whatever way that is spelled.
 std::string identityOf(pugi::xml_node node) {
     const KnownElement* known = findKnown(node);
-    return node.name() + std::string(" ") + (known ? node.attribute(known->key).value() : "");
+    Str key;
+    if (known) {
+        readZtfText(node.attribute(known->key).value(), &key);
+    }
+    return node.name() + quotedZtfText(key);
 }
 
 void addUnknown(pugi::xml_node from, pugi::xml_node to) {

@@ -12,6 +12,7 @@
 #include "Tests/Support/AssertRecorder.h"
 #include "Tests/Support/MemoryModels.h"
 #include "Tests/Support/ScratchFolder.h"
+#include "Tests/Support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -230,6 +231,36 @@ TEST_F(SituationTest, ShowsAgainInAnotherModelAndView) {
     EXPECT_EQ(shownBy(*other), shownBy(*model));
     EXPECT_EQ(shownBy(*otherView), shownBy(*view));
     EXPECT_EQ(otherView->modelCount(), 0u);
+}
+
+// Which any later version must be able to read.
+TEST_F(SituationTest, KeepsToTheFormatOfTheFirstVersion) {
+    capture();
+    situation->setName("Wing");
+    situation->setDescription("Two\nlines");
+    situation->setAllUserData({{"author", "A. N. Other"}});
+    HitItem item;
+    item.setStateId(2);
+    item.setGeometryIndex(0);
+    item.setPartId(1);
+    item.setItemIndex(0);
+    item.setNodeIndex(5);
+    item.setCoordinate({0.5, 1, 0});
+    situation->setSelection({{item}, 2, false});
+    const std::string expected = orvtest::testDataFolder() + "/situation/captured.xml";
+    const orvtest::ScratchFolder folder;
+    ASSERT_TRUE(SituationIo::writeFolder(situation.get(), folder.path()));
+    if (folder.read("Situation.xml") != orvtest::readWholeFile(expected)) {
+        SituationIo::writeArchiveFile(situation.get(), testing::TempDir() + "captured.xml");
+        FAIL() << "compare " << expected << " with " << testing::TempDir() + "captured.xml";
+    }
+    const PtrRef<Situation> read(new Situation);
+    ASSERT_TRUE(SituationIo::readArchiveFile(read.get(), expected, &error)) << error.message();
+    const PtrRef<UnstructGridModel> other(new UnstructGridModel);
+    other->setDataSource(memory.source.get());
+    const PtrRef<vis::View> otherView(new vis::View);
+    ASSERT_TRUE(read->applyTo(other.get(), otherView.get(), &error)) << error.message();
+    EXPECT_EQ(shownBy(*other) + shownBy(*otherView), shownBy(*model) + shownBy(*view));
 }
 
 std::vector<std::uint8_t> pictureOf(const vis::View& view) {

@@ -246,6 +246,12 @@ TEST(SituationXml, UnknownThingsGoWithTheElementThatTheyAreIn) {
 )");
 }
 
+TEST(SituationXml, AKeyMayBeSpelledInAnyWay) {
+    const PtrRef<Situation> situation =
+        readFrom(withRoot("<userData><entry key='\\u{41}' value='' x='1'/></userData>"));
+    EXPECT_NE(written(*situation).find("<entry key=\"A\" value=\"\" x=\"1\" />"), std::string::npos);
+}
+
 TEST(SituationXml, SetsOfOneClassTypeKeepTheirOrder) {
     const std::string set = "<set classType='a'/>";
     const PtrRef<Situation> situation =
