@@ -156,4 +156,9 @@ bool PlotWriter::write(const OverlayPlot* plot, const Str& filename, int width, 
     return save(bytes, filename, reason);
 }
 
+std::string PlotWriter::csv(const OverlayPlot* plot) {
+    RVF_ASSERT(plot);
+    return plot ? csvOf(*plot) : std::string();
+}
+
 } // namespace orv::plt

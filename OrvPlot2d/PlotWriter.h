@@ -3,6 +3,8 @@
 #include "LibCore/rvfExport.h"
 #include "OrvCore/Str.h"
 
+#include <string>
+
 namespace orv::plt {
 
 class OverlayPlot;
@@ -44,6 +46,10 @@ public:
     /// @param reason told when nothing could be written; may be null
     /// @return false when the name ends otherwise, the size is not one of these, or the disk refuses
     static bool write(const OverlayPlot* plot, const Str& filename, int width, int height, Str* reason);
+
+    /// What write() writes to a .csv file, for those who have no file to write to. Asserts "plot"; empty behind the
+    /// failed assertion.
+    static std::string csv(const OverlayPlot* plot);
 };
 
 } // namespace orv::plt
