@@ -60,3 +60,4 @@
 #include "OrvCore/OrvCore.h"
 #include "OrvPlot2d/OrvPlot2d.h"
 #include "OrvUnstructGrid/OrvUnstructGrid.h"
+#include "OrvVisualization/OrvVisualization.h"
