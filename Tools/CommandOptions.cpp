@@ -56,9 +56,7 @@ void addPasswordFile(CLI::App* command, std::string* path) {
         ->check(notEmpty("the name of a file is missing"));
 }
 
-void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
-    command->add_option("--state", options->state, "These states only")->type_name("PATTERN");
-    command->add_option("--part", options->part, "These parts only")->type_name("PATTERN");
+void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
     addPasswordFile(command, &options->passwordFile);
     command->add_option("--csv", options->csv, csvHelp)
         ->type_name("OUT")
@@ -69,6 +67,12 @@ void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char
             throw CLI::ParseError("--json and --csv - both want standard output", CLI::ExitCodes::ExcludesError);
         }
     });
+}
+
+void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
+    command->add_option("--state", options->state, "These states only")->type_name("PATTERN");
+    command->add_option("--part", options->part, "These parts only")->type_name("PATTERN");
+    addOutput(command, options, csvHelp);
 }
 
 std::string expressionHelp() {

@@ -24,6 +24,9 @@ void addPatterns(CLI::App* command, const char* name, std::vector<std::string>* 
 
 void addPasswordFile(CLI::App* command, std::string* path);
 
+/// --password-file, --csv and --json.
+void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp);
+
 /// --state, --part, --password-file, --csv and --json.
 void addSelectionAndOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp);
 

@@ -27,18 +27,6 @@ struct Conversion {
     orv::ug::WriteSelection selection;
 };
 
-class BarProgress : public orv::ug::Progress {
-public:
-    explicit BarProgress(const std::string& label) : m_bar(label) {}
-
-    void setPercent(int percent) override {
-        m_bar.setPercent(percent);
-    }
-
-private:
-    ProgressBar m_bar;
-};
-
 std::string extensionOf(const std::string& path) {
     return orv::Str(std::filesystem::path(path).extension().string()).toLower().toStdString();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OrvUnstructGrid/Progress.h"
+
 #include <chrono>
 #include <string>
 
@@ -29,6 +31,19 @@ private:
     bool m_isTerminal;
     std::chrono::steady_clock::time_point m_firstDrawing;
     int m_percentShown = -1;
+};
+
+/// What the library tells of how far it has come, as a bar.
+class BarProgress : public orv::ug::Progress {
+public:
+    explicit BarProgress(const std::string& label) : m_bar(label) {}
+
+    void setPercent(int percent) override {
+        m_bar.setPercent(percent);
+    }
+
+private:
+    ProgressBar m_bar;
 };
 
 } // namespace orvapp

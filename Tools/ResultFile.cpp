@@ -1,32 +1,14 @@
 #include "Tools/ResultFile.h"
 
-#include "LibCore/rvfLogDestination.h"
-#include "LibCore/rvfLogManager.h"
 #include "Tools/CommandError.h"
 #include "Tools/Output.h"
+#include "Tools/QuietLog.h"
 
 #include <algorithm>
 
 namespace orvapp {
 
 namespace {
-
-/// Keeps the library's own log lines off the screen while it lives: what they tell, the command says in its own words.
-class QuietLog : private rvf::LogDestination {
-public:
-    QuietLog() : m_earlier(rvf::LogManager::destination()) {
-        rvf::LogManager::setDestination(this);
-    }
-
-    ~QuietLog() override {
-        rvf::LogManager::setDestination(m_earlier);
-    }
-
-private:
-    void write(int, const rvf::String&, const rvf::String&, const rvf::CodeLocation&) override {}
-
-    rvf::LogDestination* m_earlier;
-};
 
 orv::ug::UnstructGridModel* openModel(const std::string& path, const std::string& password) {
     const QuietLog quiet;
