@@ -30,6 +30,10 @@ constexpr const char* EXAMPLES = R"(Examples:
       The same of a result that is computed from others.
   orvapp envelope bracket.frd 'l2Norm(DISP)'
       The smallest and the largest value over all states, and where.
+  orvapp history bracket.frd --result 'vonMises(STRESS)' --node 687 stress.svg
+      A result at a node over all states, as a picture for a report.
+  orvapp length bracket.frd --result 'l2Norm(DISP)' --through 0,5,10 --through 60,5,10 moved.svg
+      A result along the surface from point to point.
   orvapp convert bracket.frd bracket.ztfx
       Into a file that opens at once and holds several cases.
   orvapp info bracket.frd --json

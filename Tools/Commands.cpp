@@ -11,6 +11,8 @@ std::vector<Command> addCommands(CLI::App* program) {
              addValues,
              addCompute,
              addEnvelope,
+             addHistory,
+             addLength,
              addConvert,
              addFormats,
          }) {

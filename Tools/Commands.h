@@ -20,6 +20,8 @@ Command addInfo(CLI::App* program);
 Command addValues(CLI::App* program);
 Command addCompute(CLI::App* program);
 Command addEnvelope(CLI::App* program);
+Command addHistory(CLI::App* program);
+Command addLength(CLI::App* program);
 Command addConvert(CLI::App* program);
 Command addFormats(CLI::App* program);
 

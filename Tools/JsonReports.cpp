@@ -1,6 +1,7 @@
 #include "Tools/JsonReports.h"
 
 #include "OrvCore/Defines.h"
+#include "Tools/CurvesReport.h"
 #include "Tools/EnvelopeReport.h"
 #include "Tools/InfoReport.h"
 #include "Tools/ValuesReport.h"
@@ -106,6 +107,18 @@ Json envelopeRowJson(const EnvelopeRow& row) {
             {"max", envelopeExtremeJson(row.max)}};
 }
 
+Json pointJson(const orv::Vec3d& point) {
+    return {point.x(), point.y(), point.z()};
+}
+
+Json curveJson(const CurveRow& curve) {
+    Json json = {{"name", curve.name}, {"x", array(curve.x, numberOrNull)}, {"y", array(curve.y, numberOrNull)}};
+    if (!curve.path.empty()) {
+        json["path"] = array(curve.path, pointJson);
+    }
+    return json;
+}
+
 Json modelJson(const ModelReport& report) {
     Json model = {{"file", report.file}};
     if (report.caseId >= 0) {
@@ -132,6 +145,13 @@ std::string valuesJson(const ValuesReport& report) {
 std::string envelopeJson(const EnvelopeReport& report) {
     return text(
         {{"expression", report.expression}, {"states", report.states}, {"rows", array(report.rows, envelopeRowJson)}});
+}
+
+std::string curvesJson(const CurvesReport& report) {
+    return text({{"result", report.result},
+                 {"mapping", report.mapping},
+                 {"x", report.xTitle},
+                 {"curves", array(report.curves, curveJson)}});
 }
 
 std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats) {

@@ -7,6 +7,7 @@
 
 namespace orvapp {
 
+struct CurvesReport;
 struct EnvelopeReport;
 struct ModelReport;
 struct ValuesReport;
@@ -17,6 +18,7 @@ struct ValuesReport;
 std::string infoJson(const std::vector<ModelReport>& reports);
 std::string valuesJson(const ValuesReport& report);
 std::string envelopeJson(const EnvelopeReport& report);
+std::string curvesJson(const CurvesReport& report);
 std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats);
 
 } // namespace orvapp

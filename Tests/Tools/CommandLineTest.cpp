@@ -36,11 +36,14 @@ TEST_P(WrongUsageTest, IsToldAndEndsWithTwo) {
 INSTANTIATE_TEST_SUITE_P(
     CommandLine, WrongUsageTest,
     testing::Values(
-        WrongUsage{{}, "a command is missing: info, values, compute, envelope, convert or formats (see orvapp --help)"},
+        WrongUsage{{},
+                   "a command is missing: info, values, compute, envelope, history, length, convert or formats (see "
+                   "orvapp --help)"},
         WrongUsage{{"inof", "a.frd"}, R"(there is no command "inof"; did you mean "info"? (see orvapp --help))"},
         WrongUsage{{"paint"}, R"(there is no command "paint" (see orvapp --help))"},
         WrongUsage{{"--color"},
-                   "a command is missing: info, values, compute, envelope, convert or formats (see orvapp --help)"},
+                   "a command is missing: info, values, compute, envelope, history, length, convert or formats (see "
+                   "orvapp --help)"},
         WrongUsage{{"info"}, "FILE is required (see orvapp info --help)"},
         WrongUsage{{"info", "a.frd", "b.frd"},
                    "The following argument was not expected: b.frd (see orvapp info --help)"},
@@ -68,6 +71,32 @@ INSTANTIATE_TEST_SUITE_P(
         WrongUsage{{"envelope", "a.frd"}, "EXPRESSION is required (see orvapp envelope --help)"},
         WrongUsage{{"envelope", "a.frd", "A", "--json", "--csv", "-"},
                    "--json and --csv - both want standard output (see orvapp envelope --help)"},
+        WrongUsage{{"history", "a.frd", "--node", "1"}, "--result is required (see orvapp history --help)"},
+        WrongUsage{{"history", "a.frd", "--result", "A"},
+                   "either --node or --element is required (see orvapp history --help)"},
+        WrongUsage{{"history", "a.frd", "--result", "A", "--node", "1", "--element", "1"},
+                   "either --node or --element is required (see orvapp history --help)"},
+        WrongUsage{{"history", "a.frd", "--result", "A", "--node", "x"},
+                   "Could not convert: --node = x (see orvapp history --help)"},
+        WrongUsage{{"history", "a.frd", "--result", "A", "--node", "1", "--size", "10"},
+                   "--size: two numbers are wanted, such as 800x600 (see orvapp history --help)"},
+        WrongUsage{{"history", "a.frd", "--result", "A", "--node", "1", "--size", "10x10x10"},
+                   "--size: two numbers are wanted, such as 800x600 (see orvapp history --help)"},
+        WrongUsage{{"history", "a.frd", "--result", "A", "--node", "1", "--csv", "-", "--json"},
+                   "--json and --csv - both want standard output (see orvapp history --help)"},
+        WrongUsage{{"length", "a.frd", "--result", "A"}, "--through is required (see orvapp length --help)"},
+        WrongUsage{{"length", "a.frd", "--result", "A", "--through", "1,2,3"},
+                   "--through: a way needs two points or more (see orvapp length --help)"},
+        WrongUsage{{"length", "a.frd", "--result", "A", "--through", "1,2", "--through", "1,2,3"},
+                   R"(--through: "1,2" is no point, such as 60,5.5,-10 (see orvapp length --help))"},
+        WrongUsage{{"length", "a.frd", "--result", "A", "--through", "1,2,3,4", "--through", "1,2,3"},
+                   R"(--through: "1,2,3,4" is no point, such as 60,5.5,-10 (see orvapp length --help))"},
+        WrongUsage{{"length", "a.frd", "--result", "A", "--through", "1,2,inf", "--through", "1,2,3"},
+                   R"(--through: "1,2,inf" is no point, such as 60,5.5,-10 (see orvapp length --help))"},
+        WrongUsage{{"length", "a.frd", "--result", "A", "--through", "0,0,-", "--through", "1,2,3"},
+                   R"(--through: "0,0,-" is no point, such as 60,5.5,-10 (see orvapp length --help))"},
+        WrongUsage{{"length", "a.frd", "--result", "A", "--through", "-1,2,3", "--through", "-1;2,3"},
+                   R"(--through: "-1;2,3" is no point, such as 60,5.5,-10 (see orvapp length --help))"},
         WrongUsage{{"envelop", "a.frd"},
                    R"(there is no command "envelop"; did you mean "envelope"? (see orvapp --help))"}));
 
@@ -110,6 +139,8 @@ TEST(CommandLine, HelpOnExpressionsHasEveryFunction) {
         EXPECT_THAT(compute, HasSubstr(word));
     }
     EXPECT_THAT(envelope, testing::Not(HasSubstr("--name")));
+    EXPECT_THAT(runOrvapp({"history", "-h"}).output, HasSubstr("vonMises(TENSOR)"));
+    EXPECT_THAT(runOrvapp({"length", "-h"}).output, HasSubstr("vonMises(TENSOR)"));
 }
 
 TEST(CommandLine, TellsItsVersion) {

@@ -1,6 +1,7 @@
 #include "Tools/JsonReports.h"
 
 #include "OrvCore/Defines.h"
+#include "Tools/CurvesReport.h"
 #include "Tools/EnvelopeReport.h"
 #include "Tools/InfoReport.h"
 #include "Tools/ValuesReport.h"
@@ -76,6 +77,16 @@ TEST(JsonReports, EnvelopesHaveTheseKeysInThisOrder) {
         R"("min":{"value":-0.25,"state":"time 1","referenceType":"time","referenceValue":1.0,"part":"STEEL","at":7},)"
         R"("max":{"value":4.0,"state":"odd","referenceType":"state","referenceValue":null,"part":"TIN","at":8}},)"
         R"({"component":"Y","count":0,"undefined":0,"min":null,"max":null}]})");
+}
+
+TEST(JsonReports, CurvesHaveTheseKeysInThisOrder) {
+    CurvesReport report{"A+B", "node", "Length", {}};
+    report.curves.push_back({"node 7", {0, 1.5}, {2, orv::UNDEFINED_DOUBLE}});
+    report.curves.push_back({"time 1", {}, {}, {{1, 2, 3}, {4, 5, 6.5}}});
+    EXPECT_EQ(
+        compact(curvesJson(report)),
+        R"({"result":"A+B","mapping":"node","x":"Length","curves":[{"name":"node 7","x":[0.0,1.5],"y":[2.0,null]},)"
+        R"({"name":"time 1","x":[],"y":[],"path":[[1.0,2.0,3.0],[4.0,5.0,6.5]]}]})");
 }
 
 TEST(JsonReports, InfinityIsNull) {
