@@ -5,16 +5,32 @@
 
 namespace orv::vis {
 
-void ScalarRange::add(double value) {
-    if (std::isfinite(value) && value != UNDEFINED_DOUBLE) {
-        minimum = std::min(minimum, value);
-        maximum = std::max(maximum, value);
+namespace {
+
+void add(double value, ShownScalars* scalars) {
+    if (value == UNDEFINED_DOUBLE || std::isnan(value)) {
+        scalars->haveUndefined = true;
+    } else if (std::isfinite(value)) {
+        scalars->range.minimum = std::min(scalars->range.minimum, value);
+        scalars->range.maximum = std::max(scalars->range.maximum, value);
     }
 }
 
-bool ScalarRange::isEmpty() const {
-    return minimum > maximum;
+/// @return whether the shape has scalars
+bool add(const Shape& shape, ShownScalars* scalars) {
+    if (!shape.pointScalars.empty()) {
+        for (const std::uint32_t point : shape.corners) {
+            add(shape.pointScalars[point], scalars);
+        }
+        return true;
+    }
+    for (const double value : shape.primitiveScalars) {
+        add(value, scalars);
+    }
+    return !shape.primitiveScalars.empty();
 }
+
+} // namespace
 
 TriangleRange trianglesOf(const Shape& shape, std::size_t face) {
     return shape.faceOffsets.empty() ? TriangleRange{face, face + 1}
@@ -48,20 +64,19 @@ SeenPoint PictureScene::meet(const Ray& ray) const {
     return seen;
 }
 
-ScalarRange PictureScene::scalarRange() const {
-    ScalarRange range;
-    for (const Shape* shape : m_shapes) {
-        if (!shape->pointScalars.empty()) {
-            for (const std::uint32_t point : shape->corners) {
-                range.add(shape->pointScalars[point]);
-            }
-        } else {
-            for (const double value : shape->primitiveScalars) {
-                range.add(value);
-            }
+ShownScalars PictureScene::scalars() const {
+    ShownScalars scalars;
+    for (const Model* model : m_models) {
+        bool hasScalars = false;
+        for (const Shape& shape : model->shapes()) {
+            hasScalars = add(shape, &scalars) || hasScalars;
+        }
+        if (hasScalars && !scalars.exist) {
+            scalars.exist = true;
+            scalars.title = model->scalarTitle();
         }
     }
-    return range;
+    return scalars;
 }
 
 std::span<const Shape* const> PictureScene::shapes() const {

@@ -15,14 +15,18 @@ struct SeenPoint {
     RayHit hit;
 };
 
-/// From where to where the scalars go; empty when there are none.
+/// From where to where numbers go; the minimum is above the maximum when there are none.
 struct ScalarRange {
-    double minimum = std::numeric_limits<double>::infinity();
-    double maximum = -std::numeric_limits<double>::infinity();
+    double minimum = std::numeric_limits<double>::max();
+    double maximum = std::numeric_limits<double>::lowest();
+};
 
-    /// Numbers that are undefined or not finite are left out.
-    void add(double value);
-    bool isEmpty() const;
+/// The scalars that are drawn.
+struct ShownScalars {
+    bool exist = false;         ///< Whether any shape has some, if only undefined ones.
+    bool haveUndefined = false; ///< NaN counts as undefined.
+    ScalarRange range;          ///< Of those that are finite.
+    Str title;                  ///< Of the first model that has some.
 };
 
 /// The triangles of a face.
@@ -44,8 +48,8 @@ public:
     /// Of points at the same distance, that of the first model.
     SeenPoint meet(const Ray& ray) const;
 
-    /// Of what is drawn: values of nodes inside do not count.
-    ScalarRange scalarRange() const;
+    /// Values of points that are no corners do not count.
+    ShownScalars scalars() const;
 
     std::span<const Shape* const> shapes() const;
 

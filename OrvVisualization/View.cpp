@@ -3,6 +3,7 @@
 #include "LibCore/rvfAssert.h"
 #include "OrvVisualization/CameraFit_p.h"
 #include "OrvVisualization/Image.h"
+#include "OrvVisualization/Legend_p.h"
 #include "OrvVisualization/PictureCaster_p.h"
 
 #include <algorithm>
@@ -21,8 +22,8 @@ bool fail(Str* reason, const Str& text) {
     return false;
 }
 
-ScalarRange rangeOf(const ColorMap& colors, const PictureScene& scene) {
-    return colors.hasFixedRange() ? ScalarRange{colors.minimum(), colors.maximum()} : scene.scalarRange();
+ScalarRange rangeOf(const ColorMap& colors, const ShownScalars& scalars) {
+    return colors.hasFixedRange() ? ScalarRange{colors.minimum(), colors.maximum()} : scalars.range;
 }
 
 } // namespace
@@ -142,9 +143,13 @@ bool View::render(int width, int height, Image* image, Str* reason) const {
     }
     try {
         const PictureScene scene(m_models);
-        const ScalarRange range = rangeOf(m_colorMap, scene);
+        const ShownScalars scalars = scene.scalars();
+        const ScalarRange range = rangeOf(m_colorMap, scalars);
         Image picture(width, height);
         PictureCaster(*this, scene, range, width, height).castAll(&picture);
+        if (m_isLegendShown && scalars.exist) {
+            drawLegend(m_colorMap, {scalars.title, range.minimum, range.maximum, scalars.haveUndefined}, &picture);
+        }
         *image = std::move(picture);
     } catch (const std::bad_alloc&) {
         return fail(reason, "There is not enough memory for a picture of this size");

@@ -13,9 +13,8 @@ using orv::Ray;
 using orv::Vec3d;
 using orv::vis::Model;
 using orv::vis::PictureScene;
-using orv::vis::ScalarRange;
 using orv::vis::SeenPoint;
-using orv::vis::Shape;
+using orv::vis::ShownScalars;
 using orvtest::Mesh;
 using orvtest::rectangle;
 using orvtest::ShapesModel;
@@ -69,19 +68,50 @@ TEST(PictureScene, TheRangeIsThatOfWhatIsDrawn) {
     Mesh faces = rectangle(0, 0, 1, 1, 1);
     faces.primitiveScalars = {-2};
     const std::vector<PtrRef<Model>> models = {modelOf({points}), modelOf({rectangle(0, 0, 1, 1, 3), faces})};
-    const ScalarRange range = PictureScene(models).scalarRange();
-    EXPECT_EQ(range.minimum, -2);
-    EXPECT_EQ(range.maximum, 5);
-    EXPECT_FALSE(range.isEmpty());
+    const ShownScalars scalars = PictureScene(models).scalars();
+    EXPECT_TRUE(scalars.exist);
+    EXPECT_TRUE(scalars.haveUndefined);
+    EXPECT_EQ(scalars.range.minimum, -2);
+    EXPECT_EQ(scalars.range.maximum, 5);
 }
 
 TEST(PictureScene, NumbersThatAreNotFiniteHaveNoRange) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     Mesh mesh = rectangle(0, 0, 1, 1, 0);
-    mesh.pointScalars = {infinity, -infinity, orv::UNDEFINED_DOUBLE, std::numeric_limits<double>::quiet_NaN()};
+    mesh.pointScalars = {infinity, -infinity, infinity, infinity};
     const std::vector<PtrRef<Model>> models = {modelOf({mesh})};
-    EXPECT_TRUE(PictureScene(models).scalarRange().isEmpty());
-    EXPECT_TRUE(PictureScene({}).scalarRange().isEmpty());
+    const ShownScalars scalars = PictureScene(models).scalars();
+    EXPECT_TRUE(scalars.exist);
+    EXPECT_FALSE(scalars.haveUndefined);
+    EXPECT_GT(scalars.range.minimum, scalars.range.maximum);
+}
+
+TEST(PictureScene, NaNIsUndefined) {
+    for (const double undefined : {orv::UNDEFINED_DOUBLE, std::numeric_limits<double>::quiet_NaN()}) {
+        Mesh mesh = rectangle(0, 0, 1, 1, 0);
+        mesh.primitiveScalars = {undefined};
+        const std::vector<PtrRef<Model>> models = {modelOf({mesh})};
+        const ShownScalars scalars = PictureScene(models).scalars();
+        EXPECT_TRUE(scalars.exist);
+        EXPECT_TRUE(scalars.haveUndefined);
+        EXPECT_GT(scalars.range.minimum, scalars.range.maximum);
+    }
+}
+
+TEST(PictureScene, TheTitleIsThatOfTheFirstModelWithScalars) {
+    Mesh mesh = rectangle(0, 0, 1, 1, 0);
+    std::vector<PtrRef<Model>> models;
+    for (const char* title : {"none", "first", "second"}) {
+        PtrRef<ShapesModel> model = new ShapesModel;
+        model->add(mesh);
+        model->setScalarTitle(title);
+        model->updateShapes(nullptr);
+        models.push_back(model.get());
+        mesh.primitiveScalars = {1};
+    }
+    EXPECT_EQ(PictureScene(models).scalars().title, "first");
+    EXPECT_FALSE(PictureScene(std::span(models).first(1)).scalars().exist);
+    EXPECT_FALSE(PictureScene({}).scalars().exist);
 }
 
 TEST(PictureScene, WithoutOffsetsATriangleIsAFace) {

@@ -463,6 +463,38 @@ TEST_F(ViewRenderTest, FitsWithoutAModelThatFails) {
     EXPECT_TRUE(view->fit(1.0));
 }
 
+/// How many pixels of a picture without and with the legend differ.
+int legendPixels(View* view) {
+    constexpr int size = 300;
+    Image without;
+    Image with;
+    view->setLegendShown(false);
+    EXPECT_TRUE(view->render(size, size, &without, nullptr));
+    view->setLegendShown(true);
+    EXPECT_TRUE(view->render(size, size, &with, nullptr));
+    int differences = 0;
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            differences += !(with.color(x, y) == without.color(x, y));
+        }
+    }
+    return differences;
+}
+
+TEST_F(ViewRenderTest, ALegendTellsOfScalars) {
+    model->setScalarTitle("Stress");
+    model->add(rectangle(-20, -15, 0, 15, 0));
+    EXPECT_EQ(legendPixels(view.get()), 0) << "there are no scalars";
+    Mesh mesh = rectangle(0, -15, 20, 15, 0);
+    mesh.primitiveScalars = {orv::UNDEFINED_DOUBLE};
+    model->add(mesh);
+    const int ofUndefined = legendPixels(view.get());
+    EXPECT_GT(ofUndefined, 100);
+    mesh.pointScalars = {1, 2, 3, 4};
+    model->add(mesh);
+    EXPECT_GT(legendPixels(view.get()), ofUndefined);
+}
+
 TEST_F(ViewRenderTest, SizesThatCannotBeAreRefused) {
     const struct {
         int width;
