@@ -11,7 +11,8 @@ class SideLine {
 public:
     SideLine(const Vec3d& from, const Vec3d& to, const Vec3d& normal, const PixelSteps& steps)
         : m_from(from), m_along(to - from), m_across(normal ^ m_along),
-          m_acrossPerPixel(std::hypot(m_across * steps.right, m_across * steps.up)) {}
+          m_acrossPerPixel(std::hypot(m_across * steps.right, m_across * steps.up)),
+          m_alongPerPixel(std::hypot(m_along * steps.right, m_along * steps.up)) {}
 
     double pixelsTo(const Vec3d& point) const {
         return std::abs((point - m_from) * m_across) / m_acrossPerPixel;
@@ -21,9 +22,11 @@ public:
         return ((point - m_from) * m_across) * ((other - m_from) * m_across) < 0.0;
     }
 
-    bool isBeside(const Vec3d& point) const {
+    /// @param overshoot in pixels, how far beyond its ends the side still goes on
+    bool isBeside(const Vec3d& point, double overshoot) const {
         const double place = (point - m_from) * m_along;
-        return place >= 0.0 && place <= m_along * m_along;
+        const double beyond = overshoot * m_alongPerPixel;
+        return place >= -beyond && place <= m_along * m_along + beyond;
     }
 
 private:
@@ -31,6 +34,7 @@ private:
     Vec3d m_along;
     Vec3d m_across;
     double m_acrossPerPixel;
+    double m_alongPerPixel;
 };
 
 /// The lines of one face about a point.
@@ -60,13 +64,10 @@ public:
     }
 
     double outside() {
-        for (std::size_t side = 0; side < 3; ++side) {
-            if (isEdge(m_place.triangle, side)) {
-                const SideLine line = lineOf(m_place.triangle, side);
-                const Vec3d inner = cornerOf(m_shape, 3 * m_place.triangle + (side + 2) % 3);
-                if (line.isBeside(m_place.point) && line.isBetween(m_place.point, inner)) {
-                    add(line);
-                }
+        for (std::size_t t = m_triangles.first; t < m_triangles.end; ++t) {
+            // Where a face is bent, edges of its far side are no outline.
+            if (towardsViewer(t) * towardsViewer(m_place.triangle) > 0.0) {
+                addOutside(t);
             }
         }
         return m_coverage;
@@ -82,12 +83,31 @@ private:
                 m_place.normal, m_steps};
     }
 
+    double towardsViewer(std::size_t triangle) const {
+        const Vec3d a = cornerOf(m_shape, 3 * triangle);
+        const Vec3d toMiddle = cornerOf(m_shape, 3 * triangle + 1) - a;
+        const Vec3d toLast = cornerOf(m_shape, 3 * triangle + 2) - a;
+        return -((toMiddle ^ toLast) * m_steps.sight);
+    }
+
+    void addOutside(std::size_t triangle) {
+        for (std::size_t side = 0; side < 3; ++side) {
+            if (isEdge(triangle, side)) {
+                const SideLine line = lineOf(triangle, side);
+                const Vec3d inner = cornerOf(m_shape, 3 * triangle + (side + 2) % 3);
+                if (line.isBeside(m_place.point, lineHalfWidth) && line.isBetween(m_place.point, inner)) {
+                    add(line);
+                }
+            }
+        }
+    }
+
     void addOtherTriangles() {
         for (std::size_t t = m_triangles.first; t < m_triangles.end; ++t) {
             for (std::size_t side = 0; t != m_place.triangle && side < 3; ++side) {
                 if (isEdge(t, side)) {
                     const SideLine line = lineOf(t, side);
-                    if (line.isBeside(m_place.point)) {
+                    if (line.isBeside(m_place.point, 0.0)) {
                         add(line);
                     }
                 }

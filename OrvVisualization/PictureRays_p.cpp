@@ -30,7 +30,7 @@ double PictureRays::pixelSize(const Vec3d& point) const {
 PixelSteps PictureRays::stepsOn(const Vec3d& point, const Vec3d& normal, const Vec3d& direction) const {
     const double size = pixelSize(point);
     const Vec3d slide = direction / (normal * direction);
-    return {(m_right - slide * (normal * m_right)) * size, (m_up - slide * (normal * m_up)) * size};
+    return {(m_right - slide * (normal * m_right)) * size, (m_up - slide * (normal * m_up)) * size, direction};
 }
 
 int PictureRays::width() const {

@@ -9,6 +9,7 @@ namespace orv::vis {
 struct PixelSteps {
     Vec3d right;
     Vec3d up;
+    Vec3d sight; ///< The direction of the ray to the point.
 };
 
 /// The rays of a picture, with all that is the same for each of them computed once.

@@ -103,13 +103,25 @@ TEST(EdgeLines, HaveAnOuterHalf) {
     EXPECT_NEAR(looker.outside(60 + lineEnd - 0.25, 20, 30, 15), 0.25, 1e-12);
     EXPECT_NEAR(looker.outside(60 + lineEnd, 20, 30, 15), 0.0, 1e-12);
     EXPECT_EQ(looker.outside(30, 0.1, 30, 15), 0.0) << "inside";
-    EXPECT_EQ(looker.outside(60.1, 41, 30, 15), 0.0) << "beyond the end of the side";
-    EXPECT_EQ(looker.outside(-0.1, 20, 30, 15), 0.0) << "at a side of the other triangle";
-    EXPECT_NEAR(looker.outside(-lineEnd + 0.75, 20, 30, 25), 0.75, 1e-12);
+    EXPECT_EQ(looker.outside(60.1, 42, 30, 15), 0.0) << "beyond the end of the side";
+    EXPECT_NEAR(looker.outside(-lineEnd + 0.75, 20, 30, 15), 0.75, 1e-12) << "at a side of the other triangle";
     EXPECT_EQ(looker.outside(30, 20.1, 30, 15), 0.0) << "beyond the diagonal";
+    EXPECT_NEAR(looker.outside(30, -0.1, 30, 15), looker.outside(60.5, -0.1, 30, 15), 1e-12) << "round the corner";
     Mesh plain = rectangle(0, 0, 60, 40, 0);
     plain.edges.clear();
     EXPECT_EQ(Looker(plain).outside(30, -0.1, 30, 15), 0.0);
+}
+
+// The second triangle is folded back under the first one; the line along its side is nearer than half a pixel.
+TEST(EdgeLines, OfTheFarSideOfAFaceAreNoOutline) {
+    Mesh mesh;
+    mesh.coordinates = {0, 0, 0, 40, 0, 0, 40, 40, 0, 30, 10, -20};
+    mesh.corners = {0, 1, 2, 0, 2, 3};
+    mesh.faceOffsets = {0, 2};
+    mesh.edges = {0b011, 0b110};
+    EXPECT_EQ(Looker(mesh).outside(15, 4.9, 30, 20), 0.0);
+    mesh.coordinates[3 * 3 + 1] = 40; // Not folded: (30, 40), with the outline above the diagonal.
+    EXPECT_GT(Looker(mesh).outside(15, 20.1, 30, 20), 0.0);
 }
 
 TEST(EdgeLines, DoNotGoAlongTheDiagonal) {
