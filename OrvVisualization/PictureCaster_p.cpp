@@ -12,6 +12,9 @@ namespace {
 /// Channels that differ by less are one colour to the eye.
 constexpr float evenColor = 0.04F;
 
+/// A border between colours that differ by less looks smooth with half the rays.
+constexpr float strongColor = 0.25F;
+
 /// In pixels, how far a neighbour is out of the plane where the surface goes on.
 constexpr double evenDepth = 1.0;
 
@@ -45,11 +48,18 @@ bool isBefore(const PictureSample& a, const PictureSample& b, const Ray& ray) {
     return (a.place.point - b.place.point) * ray.direction() < 0.0;
 }
 
-bool areEven(const PictureSample& a, const PictureSample& b) {
-    if (!a.place.shape || !b.place.shape) {
-        return a.place.shape == b.place.shape;
+PictureBorder borderBetween(const PictureSample& a, const PictureSample& b) {
+    if (!a.place.shape && !b.place.shape) {
+        return PictureBorder::NONE;
     }
-    return difference(a.color, b.color) < evenColor && !isStep(a, b);
+    if (!a.place.shape || !b.place.shape || isStep(a, b)) {
+        return PictureBorder::STEP;
+    }
+    const float contrast = difference(a.color, b.color);
+    if (contrast < evenColor) {
+        return PictureBorder::NONE;
+    }
+    return contrast < strongColor ? PictureBorder::WEAK_COLOR : PictureBorder::COLOR;
 }
 
 } // namespace
@@ -72,7 +82,8 @@ void PictureCaster::castAll(Image* image) {
         castRow(y + 1, &m_below);
         std::uint8_t* bytes = image->row(y);
         for (int x = 0; x < m_rays.width(); ++x, bytes += 3) {
-            const rvf::Color3f color = isEven(x, y) ? withLine(m_row[x]) : castMore(x, y);
+            const PictureBorder border = borderAt(x, y);
+            const rvf::Color3f color = border == PictureBorder::NONE ? withLine(m_row[x]) : castMore(x, y, border);
             bytes[0] = color.rByte();
             bytes[1] = color.gByte();
             bytes[2] = color.bByte();
@@ -111,24 +122,34 @@ rvf::Color3f PictureCaster::background(double y) const {
     return mix(m_view.backgroundTop(), m_view.backgroundBottom(), y / m_rays.height());
 }
 
-bool PictureCaster::isEven(int x, int y) const {
-    const PictureSample& sample = m_row[x];
-    return m_view.antialiasing() == 1 ||
-           ((x == 0 || areEven(sample, m_row[x - 1])) && (x + 1 == m_rays.width() || areEven(sample, m_row[x + 1])) &&
-            (y == 0 || areEven(sample, m_above[x])) && (y + 1 == m_rays.height() || areEven(sample, m_below[x])));
+/// Left, right, above and below; null beyond the picture.
+std::array<const PictureSample*, 4> PictureCaster::neighboursOf(int x, int y) const {
+    return {x > 0 ? &m_row[x - 1] : nullptr, x + 1 < m_rays.width() ? &m_row[x + 1] : nullptr,
+            y > 0 ? &m_above[x] : nullptr, y + 1 < m_rays.height() ? &m_below[x] : nullptr};
+}
+
+PictureBorder PictureCaster::borderAt(int x, int y) const {
+    PictureBorder border = PictureBorder::NONE;
+    if (m_view.antialiasing() > 1) {
+        for (const PictureSample* neighbour : neighboursOf(x, y)) {
+            border = neighbour ? std::max(border, borderBetween(m_row[x], *neighbour)) : border;
+        }
+    }
+    return border;
 }
 
 /// Rays that are all in rows and columns of their own, so that a steep border has as many shades as there are rays.
-rvf::Color3f PictureCaster::castMore(int x, int y) const {
-    const int n = m_view.antialiasing();
+rvf::Color3f PictureCaster::castMore(int x, int y, PictureBorder border) const {
+    const int n = border == PictureBorder::WEAK_COLOR ? std::max(m_view.antialiasing() / 2, 2) : m_view.antialiasing();
     const double count = n * n;
+    const bool hasOutline = border == PictureBorder::STEP && m_view.areEdgesShown();
     float sums[3] = {};
     for (int j = 0; j < n; ++j) {
         for (int i = 0; i < n; ++i) {
             const double rayY = y + (j * n + i + 0.5) / count;
             const Ray ray = m_rays.through(x + (i * n + j + 0.5) / count, rayY);
             PictureSample sample = cast(ray, rayY, n);
-            if (m_view.areEdgesShown()) {
+            if (hasOutline) {
                 sample.line = std::max(sample.line, outline(x, y, ray, sample));
             }
             const rvf::Color3f color = withLine(sample);
@@ -145,17 +166,8 @@ rvf::Color3f PictureCaster::castMore(int x, int y) const {
 /// seen behind.
 double PictureCaster::outline(int x, int y, const Ray& ray, const PictureSample& behind) const {
     double covered = outlineOf(m_row[x], ray, behind);
-    if (x > 0) {
-        covered = std::max(covered, outlineOf(m_row[x - 1], ray, behind));
-    }
-    if (x + 1 < m_rays.width()) {
-        covered = std::max(covered, outlineOf(m_row[x + 1], ray, behind));
-    }
-    if (y > 0) {
-        covered = std::max(covered, outlineOf(m_above[x], ray, behind));
-    }
-    if (y + 1 < m_rays.height()) {
-        covered = std::max(covered, outlineOf(m_below[x], ray, behind));
+    for (const PictureSample* neighbour : neighboursOf(x, y)) {
+        covered = neighbour ? std::max(covered, outlineOf(*neighbour, ray, behind)) : covered;
     }
     return covered;
 }

@@ -5,12 +5,21 @@
 #include "OrvVisualization/PictureScene_p.h"
 #include "OrvVisualization/Shading_p.h"
 
+#include <array>
 #include <vector>
 
 namespace orv::vis {
 
 class Image;
 class View;
+
+/// What is between neighbouring pixels, the most important last.
+enum class PictureBorder {
+    NONE,
+    WEAK_COLOR, ///< Colours that differ a little.
+    COLOR,
+    STEP ///< Something before or behind the other.
+};
 
 /// What one ray of a picture brought home.
 struct PictureSample {
@@ -40,8 +49,9 @@ private:
     void castRow(int y, Row* row) const;
     PictureSample cast(const Ray& ray, double y, int raysPerSide) const;
     rvf::Color3f background(double y) const;
-    bool isEven(int x, int y) const;
-    rvf::Color3f castMore(int x, int y) const;
+    std::array<const PictureSample*, 4> neighboursOf(int x, int y) const;
+    PictureBorder borderAt(int x, int y) const;
+    rvf::Color3f castMore(int x, int y, PictureBorder border) const;
     double outline(int x, int y, const Ray& ray, const PictureSample& behind) const;
     double outlineOf(const PictureSample& before, const Ray& ray, const PictureSample& behind) const;
 
