@@ -29,25 +29,30 @@ void forPoints(std::span<const Shape* const> shapes, Visit visit) {
     }
 }
 
+RayBox boxOf(std::span<const Shape* const> shapes) {
+    RayBox box;
+    forPoints(shapes, [&box](const Vec3d& point, double radius) {
+        const double coordinates[] = {point.x(), point.y(), point.z()};
+        box.add(coordinates, radius);
+    });
+    return box;
+}
+
 /// What is seen, measured along an axis of the picture and along the line of sight.
 class Span {
 public:
-    /// @param tangent of half the angle of the picture along this axis; 0 in parallel
-    explicit Span(double tangent) : m_tangent(tangent), m_slant(std::sqrt(1.0 + tangent * tangent)) {}
+    /// @param tangentLow of the angle between the line of sight and the side of the picture where places are low; 0 in
+    ///                   parallel
+    Span(double tangentLow, double tangentHigh) : m_tangentLow(tangentLow), m_tangentHigh(tangentHigh) {}
 
     void add(double place, double depth, double radius) {
-        m_high = std::min(m_high, m_tangent * depth - place - radius * m_slant);
-        m_low = std::min(m_low, m_tangent * depth + place - radius * m_slant);
-    }
-
-    /// Where the eye must be for the same room on both sides.
-    double middle() const {
-        return (m_low - m_high) / 2.0;
+        m_low = std::min(m_low, m_tangentLow * depth + place - radius * std::hypot(1.0, m_tangentLow));
+        m_high = std::min(m_high, m_tangentHigh * depth - place - radius * std::hypot(1.0, m_tangentHigh));
     }
 
     /// How far along the line of sight the eye may go; in perspective.
     double depth() const {
-        return (m_low + m_high) / (2.0 * m_tangent);
+        return (m_low + m_high) / (m_tangentLow + m_tangentHigh);
     }
 
     /// In parallel.
@@ -55,21 +60,28 @@ public:
         return -(m_low + m_high);
     }
 
+    /// Where the eye has as much room on both sides.
+    double middle() const {
+        return (m_low - m_high) / 2.0;
+    }
+
+    /// The place that is nearest to a wish and from where all is seen, when so much is seen towards low and high places
+    /// at the depth 0.
+    double nearest(double wish, double reachLow, double reachHigh) const {
+        return std::max(std::min(wish, m_low + reachLow), -m_high - reachHigh);
+    }
+
 private:
-    double m_tangent;
-    double m_slant;
-    double m_high = infinity; ///< The least distance to the side of the picture where places are high.
-    double m_low = infinity;
+    double m_tangentLow;
+    double m_tangentHigh;
+    double m_low = infinity; ///< The least distance to the side of the picture through the origin.
+    double m_high = infinity;
 };
 
 } // namespace
 
-bool fitCamera(std::span<const Shape* const> shapes, double aspect, Camera* camera) {
-    RayBox box;
-    forPoints(shapes, [&box](const Vec3d& point, double radius) {
-        const double coordinates[] = {point.x(), point.y(), point.z()};
-        box.add(coordinates, radius);
-    });
+bool fitCamera(std::span<const Shape* const> shapes, double aspect, double leftRoom, Camera* camera) {
+    const RayBox box = boxOf(shapes);
     const double diagonal = box.isEmpty() ? 0.0 : (box.upper - box.lower).length();
     if (!(diagonal > 0.0) || !std::isfinite(diagonal) || !(aspect > 0.0) || !std::isfinite(aspect)) {
         return false;
@@ -77,24 +89,30 @@ bool fitCamera(std::span<const Shape* const> shapes, double aspect, Camera* came
     const Vec3d center = box.lower + (box.upper - box.lower) * 0.5;
     const PictureRays axes(*camera, 1, 1);
     const double tangent = camera->isParallel() ? 0.0 : camera->pixelSize(1.0, 1) / (2.0 * margin);
-    Span across(tangent * aspect);
-    Span upwards(tangent);
+    const double left = 1.0 - 2.0 * leftRoom; // Of the half of the picture that is left of its middle.
+    Span upwards(tangent, tangent);
+    Span across(tangent * aspect, tangent * aspect);
+    Span beside(tangent * aspect * left, tangent * aspect);
     double nearest = infinity;
     forPoints(shapes, [&](const Vec3d& point, double radius) {
         const Vec3d from = point - center;
         const double depth = from * axes.forward();
         const double ball = std::max(radius, leastShare * diagonal);
-        across.add(from * axes.right(), depth, ball);
         upwards.add(from * axes.up(), depth, ball);
+        across.add(from * axes.right(), depth, ball);
+        beside.add(from * axes.right(), depth, ball);
         nearest = std::min(nearest, depth - ball);
     });
     double depth = nearest - diagonal;
+    double reach = std::max(upwards.length(), across.length() / (aspect * (1.0 - leftRoom))) / 2.0;
     if (camera->isParallel()) {
-        camera->setParallel(margin * std::max(upwards.length(), across.length() / aspect));
+        camera->setParallel(2.0 * margin * reach);
     } else {
-        depth = std::min(across.depth(), upwards.depth());
+        depth = std::min(upwards.depth(), beside.depth());
+        reach = -tangent * depth;
     }
-    const Vec3d middle = center + axes.right() * across.middle() + axes.up() * upwards.middle();
+    const double place = beside.nearest(across.middle(), reach * aspect * left, reach * aspect);
+    const Vec3d middle = center + axes.right() * place + axes.up() * upwards.middle();
     return camera->setFromLookAt(middle + axes.forward() * depth, middle, axes.up());
 }
 

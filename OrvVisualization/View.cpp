@@ -22,6 +22,12 @@ bool fail(Str* reason, const Str& text) {
     return false;
 }
 
+/// The share of a picture's width that a legend takes, whose numbers are of the usual length. Letters are as large as
+/// the height of the picture tells.
+double legendShare(double aspect) {
+    return std::min(0.23 / aspect, 0.3);
+}
+
 ScalarRange rangeOf(const ColorMap& colors, const ShownScalars& scalars) {
     return colors.hasFixedRange() ? ScalarRange{colors.minimum(), colors.maximum()} : scalars.range;
 }
@@ -123,7 +129,9 @@ bool View::setAntialiasing(int raysPerSide) {
 
 bool View::fit(double aspect) {
     updateShapes(nullptr);
-    return fitCamera(PictureScene(m_models).shapes(), aspect, &m_camera);
+    const PictureScene scene(m_models);
+    const bool hasLegend = m_isLegendShown && scene.scalars().exist;
+    return fitCamera(scene.shapes(), aspect, hasLegend ? legendShare(aspect) : 0.0, &m_camera);
 }
 
 bool View::render(int width, int height, Image* image, Str* reason) const {

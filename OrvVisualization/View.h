@@ -65,14 +65,16 @@ public:
     bool isLit() const;
     void setLit(bool isLit);
 
-    /// The rays along each side of a pixel that has a silhouette or an edge in it, so 4 means 16 rays there; 1 for
-    /// none but the one through the middle of each pixel. 4 at first.
+    /// The rays along each side of a pixel that has an outline or a border between colours in it, so 4 means 16 rays
+    /// there; half as many along a side where the colours differ a little only. 1 for none but the one through the
+    /// middle of each pixel. 4 at first.
     int antialiasing() const;
     /// @return false, and nothing changes, when it is not from 1 to 8
     bool setAntialiasing(int raysPerSide);
 
     /// Moves the camera, without turning it, so that all that the models show just fits into a picture, with a margin
-    /// of a twentieth. Brings their shapes up to date; a model that fails shows nothing.
+    /// of a twentieth. Where a legend is to be drawn, and the models would be under it, they are moved to the right of
+    /// it. Brings their shapes up to date; a model that fails shows nothing.
     /// @param aspect width by height of the picture
     /// @return false, and the camera stays, when nothing is shown or the aspect is not above 0 and finite
     bool fit(double aspect);

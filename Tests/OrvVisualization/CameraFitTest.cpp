@@ -31,10 +31,10 @@ Mesh cloud(const Vec3d& center, double radius) {
     return mesh;
 }
 
-bool fit(const Mesh& mesh, double aspect, Camera* camera) {
+bool fit(const Mesh& mesh, double aspect, Camera* camera, double leftRoom = 0.0) {
     const Shape shape = mesh.shape();
     const Shape* shapes[] = {&shape};
-    return fitCamera(shapes, aspect, camera);
+    return fitCamera(shapes, aspect, leftRoom, camera);
 }
 
 /// How far from the middle of the picture, 1 being its border, the outermost point is on each side.
@@ -96,6 +96,45 @@ TEST(CameraFit, TouchesTheMarginOnTwoSides) {
                 }
             }
         }
+    }
+}
+
+// A fifth at the left stays free, so what is wide goes from -1 + 2/5 to 1, less the margin.
+TEST(CameraFit, LeavesRoomAtTheLeft) {
+    constexpr double margin = 1 / 1.05;
+    for (const bool isParallel : {false, true}) {
+        Camera camera;
+        camera.setFromLookAt({0, -1, 0}, {0, 0, 0}, {0, 0, 1});
+        if (isParallel) {
+            camera.setParallel(1);
+        }
+        const Mesh mesh = cloud({5, 6, 7}, 0.0);
+        ASSERT_TRUE(fit(mesh, 1.0, &camera, 0.2));
+        const Reach reach = reachOf(mesh, camera, 1.0);
+        EXPECT_NEAR(reach.left, 0.6 * margin, 0.01);
+        EXPECT_LT(reach.left, 0.6 * margin);
+        EXPECT_NEAR(reach.right, margin, 0.01);
+        EXPECT_LT(reach.right, margin);
+        EXPECT_NEAR(reach.top, reach.bottom, 0.05);
+    }
+}
+
+TEST(CameraFit, WhatDoesNotNeedTheRoomStaysInTheMiddle) {
+    for (const bool isParallel : {false, true}) {
+        Camera camera;
+        camera.setFromLookAt({0, -1, 0}, {0, 0, 0}, {0, 0, 1});
+        if (isParallel) {
+            camera.setParallel(1);
+        }
+        Camera other = camera;
+        const Mesh mesh = cloud({5, 6, 7}, 0.0);
+        ASSERT_TRUE(fit(mesh, 8.0, &camera, 0.1));
+        ASSERT_TRUE(fit(mesh, 8.0, &other));
+        Vec3d eye;
+        Vec3d otherEye;
+        camera.toLookAt(&eye, nullptr, nullptr);
+        other.toLookAt(&otherEye, nullptr, nullptr);
+        EXPECT_LT((eye - otherEye).length(), 1e-12);
     }
 }
 
@@ -169,7 +208,7 @@ TEST(CameraFit, WhatCannotBeFittedChangesNothing) {
     Camera camera;
     EXPECT_FALSE(fit(point, 1.0, &camera)) << "a point without a size";
     EXPECT_FALSE(fit(Mesh(), 1.0, &camera));
-    EXPECT_FALSE(fitCamera({}, 1.0, &camera));
+    EXPECT_FALSE(fitCamera({}, 1.0, 0.0, &camera));
     for (const double aspect :
          {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
         EXPECT_FALSE(fit(cloud({0, 0, 0}, 1.0), aspect, &camera)) << aspect;

@@ -454,6 +454,26 @@ TEST_F(ViewRenderTest, FitsWhatItsModelsShow) {
     EXPECT_FALSE(PtrRef<View>(new View)->fit(1.0));
 }
 
+// What is as wide as the picture leaves 0.23 of its height free for the legend.
+TEST_F(ViewRenderTest, FitsBesideTheLegend) {
+    Mesh mesh = rectangle(100, 50, 140, 60, 3);
+    model->add(mesh);
+    view->setLegendShown(true);
+    ASSERT_TRUE(view->fit(2.0));
+    view->setLegendShown(false);
+    EXPECT_EQ(render(200, 100).color(6, 50), red) << "without scalars there is no legend";
+    mesh.primitiveScalars = {1};
+    model->add(mesh);
+    ASSERT_TRUE(view->fit(2.0));
+    EXPECT_FALSE(render(200, 100).color(6, 50) == white);
+    view->setLegendShown(true);
+    ASSERT_TRUE(view->fit(2.0));
+    view->setLegendShown(false);
+    EXPECT_EQ(render(200, 100).color(24, 50), white);
+    EXPECT_FALSE(render(200, 100).color(30, 50) == white);
+    EXPECT_FALSE(render(200, 100).color(193, 50) == white);
+}
+
 TEST_F(ViewRenderTest, FitsWithoutAModelThatFails) {
     PtrRef<ShapesModel> failing = new ShapesModel;
     failing->failWith("no");
