@@ -12,15 +12,21 @@ namespace {
 /// No picture is so large; sums and products with it stay finite.
 constexpr double FARTHEST = 1e150;
 
-/// How far, in units of the picture, rounding may carry a point over the border of the frame.
-constexpr double SLACK = 1e-6;
+/// How far, in lengths of the axis, rounding may carry a number beyond the end that it is to lie on. It does so when an
+/// axis is narrow and far from zero. Less than a picture shows.
+constexpr double ROUNDING = 1e-4;
+
+double withoutRounding(double position) {
+    if (position < 0.0 && position > -ROUNDING) {
+        return 0.0;
+    }
+    return position > 1.0 && position < 1.0 + ROUNDING ? 1.0 : position;
+}
 
 /// Collects points, thins them out, cuts them off at the frame.
 class LineMaker {
 public:
-    LineMaker(const Rect& frame, double columnWidth)
-        : m_frame{frame.left - SLACK, frame.top - SLACK, frame.right + SLACK, frame.bottom + SLACK},
-          m_columnWidth(columnWidth) {
+    LineMaker(const Rect& frame, double columnWidth) : m_frame(frame), m_columnWidth(columnWidth) {
         m_lines.offsets.push_back(0);
     }
 
@@ -157,8 +163,8 @@ CurveLines linesOf(const Curve& curve, const AxisScale& xScale, const AxisScale&
                    double columnWidth) {
     LineMaker maker(frame, columnWidth);
     for (std::size_t i = 0; i < curve.pointCount(); ++i) {
-        const double x = xScale.position(curve.x()[i]);
-        const double y = yScale.position(curve.y()[i]);
+        const double x = withoutRounding(xScale.position(curve.x()[i]));
+        const double y = withoutRounding(yScale.position(curve.y()[i]));
         if (std::isnan(x) || std::isnan(y)) {
             maker.finishLine();
         } else {
