@@ -214,10 +214,11 @@ LogMarks fineMarks(double first, double last, FineMark from, FineMark to) {
 }
 
 LogMarks decadeMarks(double first, double last, int maximumSteps) {
-    constexpr int STRIDES[] = {1, 2, 3, 5, 10, 20, 50, 100, 200, 500};
-    const double decades = floorOf(last) - ceilingOf(first);
-    const int stride = *std::find_if(std::begin(STRIDES), std::end(STRIDES) - 1,
-                                     [&](int candidate) { return decades / candidate <= maximumSteps; });
+    // Near enough to each other that the first one that fits has two marks at least.
+    constexpr int STRIDES[] = {1, 2, 3, 5, 10, 20, 30, 50, 100, 200, 300, 500};
+    const int stride = *std::find_if(std::begin(STRIDES), std::end(STRIDES) - 1, [&](int candidate) {
+        return floorOf(last / candidate) - ceilingOf(first / candidate) <= maximumSteps;
+    });
     LogMarks marks{first, last, {}, {}};
     for (int decade = int(ceilingOf(first)); decade <= int(floorOf(last)); ++decade) {
         (decade % stride == 0 ? marks.labelled : marks.small).push_back({1, decade});

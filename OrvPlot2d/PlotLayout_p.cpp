@@ -21,7 +21,7 @@ constexpr double GAP = 5.0;
 constexpr double TICK_LENGTH = 5.0;
 constexpr double COLUMN_WIDTH = 0.5; ///< Finer than a curve's line: no peak looks different.
 constexpr double CLEARANCE = 4.0;    ///< Between a curve and the legend.
-constexpr double CLOSEST_TICKS = 2.5;
+constexpr double CLOSEST_TICKS = 3.0;
 
 constexpr double SMALLEST_TEXT = 8.0; ///< In pixels.
 

@@ -262,6 +262,8 @@ const LogarithmicCase LOGARITHMIC_CASES[] = {
      {L"10\u207B\u00B9\u2070", L"10\u207B\u2078", L"10\u207B\u2076", L"10\u207B\u2074", L"10\u207B\u00B2", L"10\u2070",
       L"10\u00B2", L"10\u2074"},
      7},
+    // 0 and 5 are marked, though 11 decades are more than two times five.
+    {1e-3, 1e8, 2, 1e-3, 1e8, {L"10\u2070", L"10\u2075"}, 8},
     // Equal numbers: the marks around them, both neighbours for one that is a mark.
     {99, 99, 8, 50, 100, {L"50", L"100"}, 4},
     {1, 1, 8, 0.5, 2, {L"0.5", L"1", L"2"}, 4},
@@ -299,6 +301,18 @@ TEST(AxisScale, LogarithmicAxesReachAsFarAsDoublesDo) {
     EXPECT_EQ(labelsOf(scale).front(), L"10\u207B\u00B3\u2070\u2070");
     EXPECT_EQ(labelsOf(scale).back(), L"10\u00B3\u2070\u2070");
     EXPECT_NEAR(scale.position(1.0), 324.0 / 633.0, 1e-9);
+}
+
+TEST(AxisScale, LogarithmicAxesHaveTwoLabelsAtLeast) {
+    for (int decades = 1; decades <= 600; ++decades) {
+        for (int from = -300; from <= 300 - decades; from += 7) {
+            for (const int steps : {2, 3, 8}) {
+                const AxisScale scale = logarithmic(std::pow(10.0, from), std::pow(10.0, from + decades), steps);
+                ASSERT_GE(scale.ticks().size(), 2u) << from << ", " << decades;
+                ASSERT_LE(scale.ticks().size(), std::size_t(steps) + 1) << from << ", " << decades;
+            }
+        }
+    }
 }
 
 TEST(AxisScale, WithoutDataALogarithmicAxisIsFromOneToTen) {

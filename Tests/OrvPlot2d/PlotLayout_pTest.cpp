@@ -131,7 +131,8 @@ std::vector<Data> dataKinds() {
 const Point SIZES[] = {{200, 150}, {150 * 4, 150}, {200, 900}, {320, 240}, {800, 600}, {1600, 300}, {5000, 4000}};
 
 TEST(PlotLayout, TextNeverOverlapsAndNothingIsCutOff) {
-    for (const Data& data : dataKinds()) {
+    const std::vector<Data> kinds = dataKinds();
+    for (const Data& data : kinds) {
         for (const Words& words : wordings()) {
             for (const int curves : {0, 1, 2, 6, 40}) {
                 const PtrRef<OverlayPlot> plot = makePlot(words.title, words.xTitle, words.yTitle);
@@ -141,9 +142,8 @@ TEST(PlotLayout, TextNeverOverlapsAndNothingIsCutOff) {
                     plot->addCurve(words.name, data.x, mapped(data.y, [&](double y) { return y * factor; }));
                 }
                 for (const Point& size : SIZES) {
-                    SCOPED_TRACE(testing::Message()
-                                 << "data " << &data - dataKinds().data() << ", title " << words.title << ", " << curves
-                                 << " curves, " << size.x << " x " << size.y);
+                    SCOPED_TRACE(testing::Message() << "data " << &data - kinds.data() << ", title " << words.title
+                                                    << ", " << curves << " curves, " << size.x << " x " << size.y);
                     const PlotLayout layout = layOut(plot, size.x, size.y);
                     expectReadable(layout);
                     expectLegendIsClear(layout);
@@ -246,10 +246,11 @@ TEST(PlotLayout, OnlyPointsThatAreDrawnCountForTheAxes) {
 
 TEST(PlotLayout, CrowdedSmallTicksAreLeftOut) {
     const PtrRef<OverlayPlot> plot = makePlot("", "", "");
-    plot->axisSettings()->setXAxisLogarithmic(true);
-    plot->addCurve("", {1.0, 1e8}, {0.0, 1.0});
-    EXPECT_EQ(layOut(plot, 1600, 600).xMinorTicks.size(), 64u);
-    EXPECT_TRUE(layOut(plot, 400, 600).xMinorTicks.empty());
+    plot->axisSettings()->setYAxisLogarithmic(true);
+    plot->addCurve("", {0.0, 1.0}, {1.0, 1e4});
+    EXPECT_EQ(layOut(plot, 800, 600).yMinorTicks.size(), 32u);
+    EXPECT_EQ(layOut(plot, 200, 150).yTicks.size(), 5u);
+    EXPECT_TRUE(layOut(plot, 200, 150).yMinorTicks.empty());
 }
 
 TEST(PlotLayout, ASingleCurveHasALegendUnlessTheAxisTellsWhatItIs) {
