@@ -106,7 +106,7 @@ Legend makeLegend(const vis::Font& font, const std::vector<Str>& names, double s
     if (shown < names.size()) {
         const Point at = topLeftOf(shown);
         const Str text =
-            shortenEnd(font, Str("+ %1 more").arg(int(names.size() - shown)), size, columnWidth - COLUMN_GAP * size);
+            shortenMiddle(font, Str("+ %1 more").arg(int(names.size() - shown)), size, columnWidth - COLUMN_GAP * size);
         legend.texts.push_back(placeText(font, text, size, {at.x, at.y + (rowHeight - textHeight) / 2.0}));
     }
     legend.box = {0.0, 0.0, 2.0 * PADDING * size + double(grid.columns) * columnWidth - COLUMN_GAP * size,

@@ -13,6 +13,7 @@ namespace {
 
 // In units of the picture.
 constexpr double CURVE_WIDTH = 2.0;
+constexpr double THINNEST_CURVE = 1.5; ///< In pixels: wider than the frame.
 constexpr double MARKER_RADIUS = 3.5;
 constexpr double TICK_LENGTH = 5.0;
 constexpr double MINOR_TICK_LENGTH = 2.5;
@@ -103,7 +104,7 @@ private:
     }
 
     void setCurvePen(const CurveStyle& style) {
-        const double width = CURVE_WIDTH * m_layout.unit;
+        const double width = std::max(CURVE_WIDTH * m_layout.unit, THINNEST_CURVE);
         std::vector<double> dashes = style.dashes;
         for (double& dash : dashes) {
             dash *= width;

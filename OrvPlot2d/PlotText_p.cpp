@@ -1,6 +1,7 @@
 #include "OrvPlot2d/PlotText_p.h"
 
 #include "OrvVisualization/Font.h"
+#include "OrvVisualization/TextLines_p.h"
 
 #include <algorithm>
 
@@ -42,21 +43,6 @@ Str trimmed(const Str& text) {
     return text.subStr(begin, end - begin);
 }
 
-/// How many characters stand in a line of that width: up to a blank where there is one.
-std::size_t lineLength(const vis::Font& font, const Str& text, double size, double maximumWidth) {
-    const std::size_t count = greatest(
-        text.size(), [&](std::size_t n) { return font.width(trimmed(text.subStr(0, n)), size) <= maximumWidth; });
-    if (count == text.size() || isBlank(text.c_str()[count])) {
-        return count;
-    }
-    for (std::size_t end = count; end > 0; --end) {
-        if (isBlank(text.c_str()[end - 1])) {
-            return end;
-        }
-    }
-    return std::max<std::size_t>(count, 1);
-}
-
 } // namespace
 
 PlacedText placeText(const vis::Font& font, const Str& text, double size, const Point& topLeft) {
@@ -79,16 +65,6 @@ Str tidy(const Str& text) {
     return trimmed(Str(characters));
 }
 
-Str shortenEnd(const vis::Font& font, const Str& text, double size, double maximumWidth) {
-    if (font.width(text, size) <= maximumWidth) {
-        return text;
-    }
-    auto cut = [&](std::size_t n) { return trimmed(text.subStr(0, n)) + ELLIPSIS; };
-    const std::size_t kept =
-        greatest(text.size(), [&](std::size_t n) { return font.width(cut(n), size) <= maximumWidth; });
-    return font.width(cut(kept), size) <= maximumWidth ? cut(kept) : Str();
-}
-
 Str shortenMiddle(const vis::Font& font, const Str& text, double size, double maximumWidth) {
     if (font.width(text, size) <= maximumWidth) {
         return text;
@@ -103,17 +79,8 @@ Str shortenMiddle(const vis::Font& font, const Str& text, double size, double ma
 
 std::vector<Str> wrap(const vis::Font& font, const Str& text, double size, double maximumWidth,
                       std::size_t maximumLines) {
-    std::vector<Str> lines;
-    Str rest = tidy(text);
-    while (!rest.isEmpty() && lines.size() + 1 < maximumLines) {
-        const std::size_t length = lineLength(font, rest, size, maximumWidth);
-        lines.push_back(shortenEnd(font, trimmed(rest.subStr(0, length)), size, maximumWidth));
-        rest = trimmed(rest.subStr(length));
-    }
-    if (!rest.isEmpty()) {
-        lines.push_back(shortenEnd(font, rest, size, maximumWidth));
-    }
-    std::erase(lines, Str());
+    std::vector<Str> lines = vis::textLines(font, tidy(text), size, maximumWidth, maximumLines);
+    std::erase_if(lines, [&](const Str& line) { return font.width(line, size) > maximumWidth; });
     return lines;
 }
 

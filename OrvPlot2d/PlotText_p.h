@@ -30,14 +30,12 @@ PlacedText placeUpward(const vis::Font& font, const Str& text, double size, cons
 /// characters, which no picture shows, the text is cut.
 Str tidy(const Str& text);
 
-/// At most `maximumWidth` wide, by cutting off the end in favour of an ellipsis. Empty when even that is too wide.
-Str shortenEnd(const vis::Font& font, const Str& text, double size, double maximumWidth);
-
-/// The same with the ellipsis in the middle: names that begin alike often differ at their ends.
+/// At most `maximumWidth` wide, with an ellipsis in the middle if need be: names that begin alike often differ at their
+/// ends. Empty when even the ellipsis is too wide.
 Str shortenMiddle(const vis::Font& font, const Str& text, double size, double maximumWidth);
 
-/// A tidy text in lines of at most `maximumWidth`, divided at blanks, or anywhere in words wider than a line; the last
-/// line allowed is shortened if need be. No line for the empty text.
+/// The tidy text in lines of at most `maximumWidth`; what goes beyond the last line allowed is cut with an ellipsis. No
+/// line for the empty text, nor where not even one character fits.
 std::vector<Str> wrap(const vis::Font& font, const Str& text, double size, double maximumWidth,
                       std::size_t maximumLines);
 

@@ -304,8 +304,8 @@ TEST(AxisScale, LogarithmicAxesReachAsFarAsDoublesDo) {
 }
 
 TEST(AxisScale, LogarithmicAxesHaveTwoLabelsAtLeast) {
-    for (int decades = 1; decades <= 600; ++decades) {
-        for (int from = -300; from <= 300 - decades; from += 7) {
+    for (int decades = 1; decades <= 600; decades += decades < 40 ? 1 : 23) {
+        for (int from = -300; from <= 300 - decades; from += 13) {
             for (const int steps : {2, 3, 8}) {
                 const AxisScale scale = logarithmic(std::pow(10.0, from), std::pow(10.0, from + decades), steps);
                 ASSERT_GE(scale.ticks().size(), 2u) << from << ", " << decades;

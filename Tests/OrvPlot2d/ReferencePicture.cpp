@@ -1,13 +1,13 @@
 #include "Tests/OrvPlot2d/ReferencePicture.h"
 
+#include "OrvVisualization/Image.h"
 #include "Tests/Support/TestPaths.h"
-
-#include <cairo.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
+
+using orv::vis::Image;
 
 namespace orvtest {
 namespace {
@@ -15,39 +15,13 @@ namespace {
 constexpr int MOST_DIFFERENCE = 48;
 constexpr int MOST_PIXELS = 20;
 
-class Picture {
-public:
-    explicit Picture(const std::string& file)
-        : m_surface(cairo_image_surface_create_from_png(file.c_str()), cairo_surface_destroy) {}
-
-    bool isValid() const {
-        return cairo_surface_status(m_surface.get()) == CAIRO_STATUS_SUCCESS;
-    }
-
-    int width() const {
-        return cairo_image_surface_get_width(m_surface.get());
-    }
-
-    int height() const {
-        return cairo_image_surface_get_height(m_surface.get());
-    }
-
-    /// Four bytes for each pixel.
-    const unsigned char* row(int y) const {
-        return cairo_image_surface_get_data(m_surface.get()) + y * cairo_image_surface_get_stride(m_surface.get());
-    }
-
-private:
-    std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> m_surface;
-};
-
-int differentPixels(const Picture& a, const Picture& b) {
+int differentPixels(const Image& a, const Image& b) {
     int count = 0;
     for (int y = 0; y < a.height(); ++y) {
         for (int x = 0; x < a.width(); ++x) {
             int difference = 0;
             for (int channel = 0; channel < 3; ++channel) {
-                difference = std::max(difference, std::abs(a.row(y)[4 * x + channel] - b.row(y)[4 * x + channel]));
+                difference = std::max(difference, std::abs(a.row(y)[3 * x + channel] - b.row(y)[3 * x + channel]));
             }
             count += difference > MOST_DIFFERENCE ? 1 : 0;
         }
@@ -65,13 +39,14 @@ testing::AssertionResult keepCandidate(const std::string& pngFile, const std::st
 } // namespace
 
 testing::AssertionResult showsReference(const std::string& pngFile, const std::string& name) {
-    const Picture picture(pngFile);
-    if (!picture.isValid()) {
-        return testing::AssertionFailure() << pngFile << " is no PNG";
+    Image picture;
+    orv::Str reason;
+    if (!picture.readPng(pngFile, &reason) || picture.format() != Image::Format::RGB) {
+        return testing::AssertionFailure() << pngFile << " is no picture without transparency: " << reason;
     }
-    const Picture reference(testDataFolder() + "/plots/" + name + ".png");
-    if (!reference.isValid()) {
-        return keepCandidate(pngFile, name, "there is no such picture to compare with");
+    Image reference;
+    if (!reference.readPng(testDataFolder() + "/plots/" + name + ".png", &reason)) {
+        return keepCandidate(pngFile, name, reason.toStdString());
     }
     if (picture.width() != reference.width() || picture.height() != reference.height()) {
         return keepCandidate(pngFile, name, "the size differs");

@@ -1,5 +1,3 @@
-#include "OrvPlot2d/PlotPainter_p.h"
-
 #include "OrvPlot2d/PlotWriter.h"
 #include "Tests/OrvPlot2d/PlotSamples.h"
 #include "Tests/OrvPlot2d/ReferencePicture.h"
