@@ -130,6 +130,13 @@ TEST_F(PlotWriterTest, CsvHasTheNumbers) {
     EXPECT_EQ(written("a.csv"), "Time,Node 1: Stress,Node 2: Stress\n0,1,4\n1,3,3\n2,,2\n3,2,1\n4,4,0\n");
 }
 
+TEST_F(PlotWriterTest, CsvCanBeHadWithoutAFile) {
+    EXPECT_EQ(PlotWriter::csv(plot.get()), written("a.csv"));
+    orvtest::AssertRecorder recorder;
+    EXPECT_EQ(PlotWriter::csv(nullptr), "");
+    EXPECT_EQ(recorder.take(), (std::vector<orvtest::FailedAssert>{{"OrvPlot2d/PlotWriter", "plot", std::nullopt}}));
+}
+
 TEST_F(PlotWriterTest, TheSamePlotGivesTheSameBytes) {
     for (const std::string end : {".svg", ".png", ".pdf", ".csv"}) {
         const std::string first = written("first" + end);
