@@ -7,6 +7,7 @@
 #include <limits>
 #include <queue>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace orv::ug {
@@ -22,24 +23,37 @@ struct WayStep {
     SurfacePiece piece; ///< In which it is reached from the place before.
 };
 
-/// The shortest way through a graph of places in space, arcs being straight: A*, by the straight distance from the
-/// target. Looks at no more places than are in the ellipsoid whose foci are start and target and that the way just fits
-/// in. Of ways of the same length the one that is met first is taken, so the same graph gives the same way.
-///
-/// Graph::forArcs(key, visit) calls back with the key, point and piece of each arc from a place; arcs that are not
-/// finite are ignored.
-/// @return from the start to the target, both included; empty when there is no way
+/// The search for the shortest way through a graph of places in space, arcs being straight.
 template <class Graph>
-std::vector<WayStep> shortestWay(const Graph& graph, const Vec3d& start, const Vec3d& target) {
+class WaySearch {
+public:
+    WaySearch(const Graph& graph, const Vec3d& start, const Vec3d& target) : m_graph(graph), m_target(target) {
+        enter({WAY_START, start, {}}, WAY_START, 0.0);
+    }
+
+    /// From the start to the target, both included; empty when there is no way.
+    std::vector<WayStep> run() {
+        while (!m_queue.empty() && m_queue.top().key != WAY_TARGET) {
+            const std::uint64_t key = m_queue.top().key;
+            m_queue.pop();
+            if (!std::exchange(m_places.at(key).isDone, true)) {
+                lookOn(m_places.at(key));
+            }
+        }
+        return m_queue.empty() ? std::vector<WayStep>() : trace();
+    }
+
+private:
     struct Place {
-        double length; ///< Of the way up to here.
-        std::uint64_t previous;
         WayStep step;
+        std::uint64_t previous;
+        double length; ///< Of the way up to here.
         bool isDone;
     };
+
     struct Entry {
         double estimate; ///< Of the whole way.
-        double length;
+        double length;   ///< Up to here.
         std::uint64_t key;
 
         /// Whether the other one goes first: the shorter, the farther on the way, the lower key.
@@ -50,42 +64,53 @@ std::vector<WayStep> shortestWay(const Graph& graph, const Vec3d& start, const V
             return length != other.length ? length < other.length : key > other.key;
         }
     };
-    std::unordered_map<std::uint64_t, Place> places;
-    std::priority_queue<Entry> queue;
-    places.emplace(WAY_START, Place{0.0, WAY_START, {WAY_START, start, {}}, false});
-    queue.push({(target - start).length(), 0.0, WAY_START});
-    while (!queue.empty() && queue.top().key != WAY_TARGET) {
-        const std::uint64_t key = queue.top().key;
-        queue.pop();
-        Place& place = places.at(key);
-        if (place.isDone) {
-            continue;
-        }
-        place.isDone = true;
-        const Vec3d from = place.step.point;
-        const double lengthSoFar = place.length;
-        graph.forArcs(key, [&](std::uint64_t next, const Vec3d& point, SurfacePiece piece) {
-            const double length = lengthSoFar + (point - from).length();
-            if (!(length < std::numeric_limits<double>::infinity())) {
-                return;
+
+    void lookOn(const Place& from) {
+        m_graph.forArcs(from.step.key, [&](std::uint64_t key, const Vec3d& point, SurfacePiece piece) {
+            const double length = from.length + (point - from.step.point).length();
+            if (length < std::numeric_limits<double>::infinity()) {
+                enter({key, point, piece}, from.step.key, length);
             }
-            const auto [found, isNew] = places.try_emplace(next, Place{length, key, {next, point, piece}, false});
-            if (!isNew && (found->second.isDone || found->second.length <= length)) {
-                return;
-            }
-            found->second = {length, key, {next, point, piece}, false};
-            queue.push({length + (target - point).length(), length, next});
         });
     }
-    std::vector<WayStep> way;
-    if (!queue.empty()) {
-        for (std::uint64_t key = WAY_TARGET; key != WAY_START; key = places.at(key).previous) {
-            way.push_back(places.at(key).step);
+
+    void enter(const WayStep& step, std::uint64_t previous, double length) {
+        const Place place = {step, previous, length, false};
+        const auto [found, isNew] = m_places.try_emplace(step.key, place);
+        if (!isNew) {
+            if (found->second.isDone || found->second.length <= length) {
+                return;
+            }
+            found->second = place;
         }
-        way.push_back(places.at(WAY_START).step);
-        std::reverse(way.begin(), way.end());
+        m_queue.push({length + (m_target - step.point).length(), length, step.key});
     }
-    return way;
+
+    std::vector<WayStep> trace() const {
+        std::vector<WayStep> way = {m_places.at(WAY_TARGET).step};
+        while (way.back().key != WAY_START) {
+            way.push_back(m_places.at(m_places.at(way.back().key).previous).step);
+        }
+        std::reverse(way.begin(), way.end());
+        return way;
+    }
+
+    const Graph& m_graph;
+    Vec3d m_target;
+    std::unordered_map<std::uint64_t, Place> m_places;
+    std::priority_queue<Entry> m_queue;
+};
+
+/// The shortest way by A*, with the straight distance from the target. Looks at no more places than are in the
+/// ellipsoid whose foci are start and target and that the way just fits in. Of ways of the same length the one that is
+/// met first is taken, so the same graph gives the same way.
+///
+/// Graph::forArcs(key, visit) calls back with the key, point and piece of each arc from a place; arcs that are not
+/// finite are ignored.
+/// @return from the start to the target, both included; empty when there is no way
+template <class Graph>
+std::vector<WayStep> shortestWay(const Graph& graph, const Vec3d& start, const Vec3d& target) {
+    return WaySearch<Graph>(graph, start, target).run();
 }
 
 } // namespace orv::ug

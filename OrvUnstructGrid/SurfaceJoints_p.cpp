@@ -20,9 +20,13 @@ struct Box {
     Vec3d upper = -lower;
 
     void add(const Vec3d& point) {
+        add({point, point});
+    }
+
+    void add(const Box& other) {
         for (std::size_t i = 0; i < 3; ++i) {
-            lower[i] = std::min(lower[i], point[i]);
-            upper[i] = std::max(upper[i], point[i]);
+            lower[i] = std::min(lower[i], other.lower[i]);
+            upper[i] = std::max(upper[i], other.upper[i]);
         }
     }
 
@@ -32,11 +36,7 @@ struct Box {
     }
 
     bool contains(const Vec3d& point) const {
-        bool isInside = true;
-        for (std::size_t i = 0; i < 3; ++i) {
-            isInside = isInside && point[i] >= lower[i] && point[i] <= upper[i];
-        }
-        return isInside;
+        return meets({point, point});
     }
 
     bool meets(const Box& other) const {
@@ -61,6 +61,7 @@ void forSurfaceNodes(const TopologyPart& part, Visit visit) {
     }
 }
 
+/// Of a part without such nodes it is empty, and meets nothing.
 Box boxOf(const TopologyPart& part) {
     Box box;
     forSurfaceNodes(part, [&box](std::uint32_t, const Vec3d& point) { box.add(point); });
@@ -130,25 +131,58 @@ private:
     std::vector<Place> m_places;
 };
 
-/// What has been found at a place.
-struct Gathering {
-    std::vector<Vertex> members;
-    std::size_t lastPart;
-};
+/// Nodes of the parts that have been looked at, by the places where they are.
+class Gatherer {
+public:
+    Gatherer(const Vec3d& origin, double radius) : m_grid(origin, radius) {}
 
-SurfaceJoints jointsOf(const std::vector<Gathering>& gatherings) {
-    SurfaceJoints joints;
-    for (const Gathering& gathering : gatherings) {
-        if (gathering.members.size() > 1) {
-            const auto joint = static_cast<std::uint32_t>(joints.offsets.size() - 1);
-            for (const Vertex member : gathering.members) {
-                joints.joints.emplace(member, joint);
-                joints.members.push_back(member);
-            }
-            joints.offsets.push_back(static_cast<std::uint32_t>(joints.members.size()));
+    /// @param part not less than the last one's
+    void add(std::size_t part, Vertex vertex, const Vec3d& point) {
+        const std::uint32_t found =
+            m_grid.find(point, [&](std::uint32_t i) { return m_gatherings[i].lastPart != part; });
+        if (found == none) {
+            m_grid.add(point);
+            m_gatherings.push_back({{vertex}, part});
+        } else {
+            m_gatherings[found].members.push_back(vertex);
+            m_gatherings[found].lastPart = part;
         }
     }
-    return joints;
+
+    SurfaceJoints joints() const {
+        SurfaceJoints joints;
+        for (const Gathering& gathering : m_gatherings) {
+            if (gathering.members.size() > 1) {
+                const auto joint = static_cast<std::uint32_t>(joints.offsets.size() - 1);
+                for (const Vertex member : gathering.members) {
+                    joints.joints.emplace(member, joint);
+                    joints.members.push_back(member);
+                }
+                joints.offsets.push_back(static_cast<std::uint32_t>(joints.members.size()));
+            }
+        }
+        return joints;
+    }
+
+private:
+    struct Gathering {
+        std::vector<Vertex> members;
+        std::size_t lastPart;
+    };
+
+    PlaceGrid m_grid;
+    std::vector<Gathering> m_gatherings; ///< By the order of the grid's places.
+};
+
+/// The boxes of all other parts that meet that one's.
+std::vector<Box> neighboursOf(std::size_t part, const std::vector<Box>& boxes) {
+    std::vector<Box> neighbours;
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        if (i != part && boxes[i].meets(boxes[part])) {
+            neighbours.push_back(boxes[i]);
+        }
+    }
+    return neighbours;
 }
 
 } // namespace
@@ -160,12 +194,8 @@ SurfaceJoints joinParts(std::span<const TopologyPart> parts, std::span<const Ver
     std::vector<Box> boxes;
     Box whole;
     for (const TopologyPart& part : parts) {
-        const Box box = boxOf(part);
-        boxes.push_back(box);
-        if (box.lower.x() <= box.upper.x()) {
-            whole.add(box.lower);
-            whole.add(box.upper);
-        }
+        boxes.push_back(boxOf(part));
+        whole.add(boxes.back());
     }
     const double radius = nearness * (whole.upper - whole.lower).length();
     if (!(radius > 0.0) || !std::isfinite(radius)) {
@@ -174,34 +204,17 @@ SurfaceJoints joinParts(std::span<const TopologyPart> parts, std::span<const Ver
     for (Box& box : boxes) {
         box.grow(radius);
     }
-    PlaceGrid grid(whole.lower, radius);
-    std::vector<Gathering> gatherings;
+    Gatherer gatherer(whole.lower, radius);
     for (std::size_t p = 0; p < parts.size(); ++p) {
-        std::vector<Box> neighbours;
-        for (std::size_t q = 0; q < parts.size(); ++q) {
-            if (q != p && boxes[q].meets(boxes[p])) {
-                neighbours.push_back(boxes[q]);
-            }
-        }
-        if (neighbours.empty()) {
-            continue;
-        }
+        const std::vector<Box> neighbours = neighboursOf(p, boxes);
         forSurfaceNodes(parts[p], [&](std::uint32_t node, const Vec3d& point) {
             auto contains = [&point](const Box& box) { return box.contains(point); };
-            if (std::none_of(neighbours.begin(), neighbours.end(), contains)) {
-                return;
-            }
-            const std::uint32_t found = grid.find(point, [&](std::uint32_t i) { return gatherings[i].lastPart != p; });
-            if (found == none) {
-                grid.add(point);
-                gatherings.push_back({{firstVertices[p] + node}, p});
-            } else {
-                gatherings[found].members.push_back(firstVertices[p] + node);
-                gatherings[found].lastPart = p;
+            if (std::any_of(neighbours.begin(), neighbours.end(), contains)) {
+                gatherer.add(p, firstVertices[p] + node, point);
             }
         });
     }
-    return jointsOf(gatherings);
+    return gatherer.joints();
 }
 
 } // namespace orv::ug

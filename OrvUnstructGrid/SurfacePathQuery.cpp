@@ -101,6 +101,9 @@ SurfacePathQuery::SurfacePathQuery(UnstructGridModel* model, std::size_t frameIn
 SurfacePathQuery::~SurfacePathQuery() = default;
 
 bool SurfacePathQuery::generatePath(std::vector<Vec3d>* path) {
+    if (!path) {
+        return false;
+    }
     generate();
     *path = pathPoints(m_segments);
     return !path->empty();
@@ -127,6 +130,9 @@ void SurfacePathQuery::generate() {
 }
 
 bool SurfacePathQuery::getScalarResultValues(int scalarResultId, std::vector<double>* x, std::vector<double>* y) {
+    if (!x || !y) {
+        return false;
+    }
     x->clear();
     y->clear();
     if (m_segments.empty()) {

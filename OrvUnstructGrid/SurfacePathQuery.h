@@ -34,8 +34,9 @@ struct PathSegment;
 /// between them.
 ///
 /// - A normal at an edge is the mean of the triangles there, at a node weighted by their angles.
-/// - A shell has no inside: where its normals point away from each other, both means are tried and the shorter path is
-///   taken.
+/// - A shell has no inside: where normals point away from each other and one of them is a shell's, the second one is
+///   tried both ways and the shorter path is taken. At a node shells are turned like the volumes there, or else like
+///   the first of them.
 /// - Where the mean vanishes or points along the leg, as from the top of a plate to its bottom, the difference of the
 ///   normals takes its place, and where that does too, the shortest path of those in the planes along x, y and z.
 ///
@@ -79,10 +80,10 @@ public:
     /// another one over the same surface costs as much as the triangles it crosses or, along sides, as those it looks
     /// at. A section is searched through each time.
     ///
-    /// @param path replaced; empty when there is no path. May not be null.
+    /// @param path replaced; empty when there is no path
     /// @return false with an empty path when one item is not to be found on what is shown, when there is no way between
     ///         two successive ones, when items are on parts and planes or on several planes, when there are less than
-    ///         two, when the path has no length, and when there is nothing to be shown
+    ///         two, when the path has no length, and when there is nothing to be shown; also when `path` is null
     bool generatePath(std::vector<Vec3d>* path);
 
     /// A scalar along the path, which is generated when generatePath() has not been called. Asks for the result in the
@@ -98,7 +99,7 @@ public:
     /// @param y one value for each length. A gap has an undefined one at its beginning and its end.
     /// @return false, with both empty, when there is no path, no such result or none in that state, when it cannot be
     ///         loaded, when the geometry has been replaced since the path was generated, or when no value on the path
-    ///         is defined
+    ///         is defined; also when `x` or `y` is null
     bool getScalarResultValues(int scalarResultId, std::vector<double>* x, std::vector<double>* y);
 
 private:

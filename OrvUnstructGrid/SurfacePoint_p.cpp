@@ -12,6 +12,9 @@ namespace {
 /// Weights below are roundings.
 constexpr double leastWeight = 1e-10;
 
+/// The sum of unit normals times angles; what is left below, when they cancel out, has no direction.
+constexpr double leastNormal = 1e-6;
+
 using Weights = std::array<double, 3>;
 
 bool isFinite(const Vec3d& point) {
@@ -111,32 +114,40 @@ bool isShell(const SurfaceTopology& topology, SurfacePiece triangle) {
     return elementTypeInfo(elements.types()[topology.element(triangle)]).dimension == 2;
 }
 
+/// Of a triangle, times how much of the surface about the point it is; zero when it has no area.
+Vec3d weightedNormal(const SurfaceTopology& topology, SurfacePiece triangle, const Vec3d& point) {
+    const PieceCorners corners = topology.corners(triangle);
+    const std::array<Vec3d, 3> points = pointsOf(topology, corners);
+    const Vec3d normal = (points[1] - points[0]) ^ (points[2] - points[0]);
+    const double length = normal.length();
+    if (!(length > 0.0) || !std::isfinite(length)) {
+        return {};
+    }
+    return normal * (angleAt(corners, points, weightsAt(topology, triangle, point)) / length);
+}
+
+/// Shells follow the volumes that are there, or else the first of them.
 void setNormal(const SurfaceTopology& topology, SurfacePoint* surfacePoint) {
-    Vec3d sum;
-    Vec3d firstShell;
+    Vec3d ofVolumes;
+    std::vector<Vec3d> ofShells;
     for (const SurfacePiece piece : surfacePoint->pieces) {
-        if (!topology.isTriangle(piece)) {
-            continue;
-        }
-        const PieceCorners corners = topology.corners(piece);
-        const std::array<Vec3d, 3> points = pointsOf(topology, corners);
-        Vec3d normal = (points[1] - points[0]) ^ (points[2] - points[0]);
-        const double length = normal.length();
-        if (!(length > 0.0) || !std::isfinite(length)) {
-            continue;
-        }
-        normal *= angleAt(corners, points, weightsAt(topology, piece, surfacePoint->point)) / length;
-        if (isShell(topology, piece)) {
-            surfacePoint->isOnShell = true;
-            if (firstShell == Vec3d()) {
-                firstShell = normal;
+        if (topology.isTriangle(piece)) {
+            const Vec3d normal = weightedNormal(topology, piece, surfacePoint->point);
+            if (!isShell(topology, piece)) {
+                ofVolumes += normal;
+            } else if (normal != Vec3d()) {
+                ofShells.push_back(normal);
             }
-            normal = firstShell * normal < 0.0 ? -normal : normal;
         }
-        sum += normal;
+    }
+    surfacePoint->isOnShell = ofVolumes == Vec3d() && !ofShells.empty();
+    const Vec3d guide = surfacePoint->isOnShell ? ofShells[0] : ofVolumes;
+    Vec3d sum = ofVolumes;
+    for (const Vec3d& normal : ofShells) {
+        sum += guide * normal < 0.0 ? -normal : normal;
     }
     const double length = sum.length();
-    surfacePoint->normal = length > 1e-6 ? sum / length : Vec3d();
+    surfacePoint->normal = length > leastNormal ? sum / length : Vec3d();
 }
 
 /// All pieces that have these corners.

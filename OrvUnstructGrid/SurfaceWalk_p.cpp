@@ -126,13 +126,27 @@ std::vector<Vec3d> planeNormals(const Vec3d& along, const SurfacePoint& from, co
     const Vec3d ofDifference = planeNormal(along, from.normal - to.normal);
     const Vec3d none;
     const bool isEitherWay = (from.isOnShell || to.isOnShell) && from.normal * to.normal < 0.0;
-    if (ofSum == none && ofDifference == none) {
-        return {planeNormal(along, {1, 0, 0}), planeNormal(along, {0, 1, 0}), planeNormal(along, {0, 0, 1})};
+    std::vector<Vec3d> normals;
+    if (ofSum != none) {
+        normals.push_back(ofSum);
     }
-    if (isEitherWay) {
-        return {ofSum, ofDifference};
+    if (ofDifference != none && (isEitherWay || ofSum == none)) {
+        normals.push_back(ofDifference);
     }
-    return {ofSum == none ? ofDifference : ofSum};
+    if (normals.empty()) {
+        for (const Vec3d& axis : {Vec3d(1, 0, 0), Vec3d(0, 1, 0), Vec3d(0, 0, 1)}) {
+            normals.push_back(planeNormal(along, axis));
+        }
+        std::erase(normals, none);
+    }
+    return normals;
+}
+
+std::vector<PathSegment> walkAlong(const SurfaceTopology& topology, const SurfacePoint& from, const SurfacePoint& to,
+                                   const Vec3d& normal) {
+    const LegPlane plane(from.point, to.point - from.point, normal);
+    const CutGraph graph(topology, plane, from, to);
+    return waySegments(topology, graph, shortestWay(graph, from.point, to.point));
 }
 
 double lengthOf(const std::vector<PathSegment>& segments) {
@@ -154,12 +168,11 @@ std::vector<PathSegment> surfaceWalk(const SurfaceTopology& topology, const Surf
     std::vector<PathSegment> shortest;
     double least = std::numeric_limits<double>::infinity();
     for (const Vec3d& normal : planeNormals(along, from, to)) {
-        if (normal == Vec3d()) {
-            continue;
+        std::vector<PathSegment> walk = walkAlong(topology, from, to, normal);
+        if (walk.empty()) {
+            // A free edge that runs in the plane is cut from one side only.
+            walk = walkAlong(topology, from, to, -normal);
         }
-        const LegPlane plane(from.point, along, normal);
-        const CutGraph graph(topology, plane, from, to);
-        std::vector<PathSegment> walk = waySegments(topology, graph, shortestWay(graph, from.point, to.point));
         const double length = lengthOf(walk);
         if (!walk.empty() && length < least) {
             least = length;

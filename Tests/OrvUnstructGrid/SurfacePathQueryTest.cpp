@@ -517,6 +517,13 @@ TEST(SurfacePathQueryTest, WithoutSomethingToShowThereIsNoPath) {
     std::vector<Vec3d> path;
     std::vector<double> x;
     std::vector<double> y;
+    SurfacePathQuery good(plate.model.get(), 0, NODE, items);
+    EXPECT_TRUE(good.generatePath(&path));
+    EXPECT_FALSE(good.generatePath(nullptr));
+    const ResultInfo info = plate.addField(linear);
+    EXPECT_TRUE(good.getScalarResultValues(info.id(), &x, &y));
+    EXPECT_FALSE(good.getScalarResultValues(info.id(), nullptr, &y));
+    EXPECT_FALSE(good.getScalarResultValues(info.id(), &x, nullptr));
     SurfacePathQuery noModel(nullptr, 0, NODE, items);
     EXPECT_FALSE(noModel.generatePath(&path));
     EXPECT_FALSE(noModel.getScalarResultValues(1, &x, &y));

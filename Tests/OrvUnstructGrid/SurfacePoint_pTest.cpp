@@ -142,6 +142,29 @@ TEST(SurfacePointTest, ShellsThatAreTurnedCountAsOne) {
     expectNear(pointAtVertex(SurfaceTopology(parts.parts()), 4)->normal, {0, 0, 1});
 }
 
+TEST(SurfacePointTest, ShellsOnAVolumeFollowIt) {
+    // A skin on the top, turned down.
+    Mesh mesh = orvtest::block(1, 1, 1);
+    mesh.addElement(QUADRILATERAL, {4, 6, 7, 5});
+    const TopologyParts parts({mesh});
+    const SurfaceTopology topology(parts.parts());
+    const auto corner = pointAtVertex(topology, 7);
+    expectNear(corner->normal, Vec3d(1, 1, 2) / std::sqrt(6.0));
+    EXPECT_FALSE(corner->isOnShell);
+    const auto inside = nearestPoint(topology, topology.piecesOfElement(0, 1), {0.7, 0.4, 1});
+    expectNear(inside->normal, {0, 0, -1});
+    EXPECT_TRUE(inside->isOnShell);
+}
+
+TEST(SurfacePointTest, NormalsThatCancelOutAreNone) {
+    // A tetrahedron that is flat: at its first node the two sides of 45 degrees are on the one below of 90.
+    Mesh mesh;
+    mesh.nodes = {{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {1, 1, 0}};
+    mesh.addElement(TETRAHEDRON, {0, 1, 2, 3});
+    const TopologyParts parts({mesh});
+    EXPECT_EQ(pointAtVertex(SurfaceTopology(parts.parts()), 0)->normal, Vec3d());
+}
+
 TEST(SurfacePointTest, WithoutAnAreaThereIsNoNormal) {
     Mesh mesh;
     mesh.nodes = {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {2, 0, 0}};

@@ -262,6 +262,25 @@ TEST(SurfaceWalkTest, RandomNodesOfAHullAreReached) {
     }
 }
 
+TEST(SurfaceWalkTest, AFreeEdgeInThePlaneIsFollowedOnEitherSide) {
+    // An L of which the leg along x has its edge at y = 1, and the other one nothing there but the sides that are cut:
+    // along them it would be farther. And the same turned over, so that the surface is on the other side of the edge.
+    Mesh mesh;
+    mesh.nodes = {{-1, 0, 0}, {0, 0, 0}, {0, 2, 0}, {-1, 2, 0}, {1, 0, 0}, {1, 1, 0}, {1, 2, 0}, {2, 0, 0}, {2, 1, 0}};
+    mesh.addElement(QUADRILATERAL, {0, 1, 2, 3});
+    mesh.addElement(TRIANGLE, {1, 4, 5});
+    mesh.addElement(TRIANGLE, {1, 5, 2});
+    mesh.addElement(TRIANGLE, {5, 6, 2});
+    mesh.addElement(QUADRILATERAL, {4, 7, 8, 5});
+    for (const double side : {1.0, -1.0}) {
+        const TopologyParts parts({mesh.mapped([side](const Vec3d& p) { return Vec3d(p.x(), side * p.y(), p.z()); })});
+        const SurfaceTopology topology(parts.parts());
+        const auto from = nearestPoint(topology, topology.piecesOfElement(0, 0), {-0.9, side, 0});
+        EXPECT_NEAR(lengthOf(surfaceWalk(topology, *from, *pointAtVertex(topology, 8))), 2.9, 1e-12);
+        EXPECT_NEAR(lengthOf(surfaceWalk(topology, *pointAtVertex(topology, 8), *from)), 2.9, 1e-12);
+    }
+}
+
 TEST(SurfaceWalkTest, WithoutANormalThereIsNoPlane) {
     Mesh mesh;
     mesh.nodes = {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {1, 1, 0}};
