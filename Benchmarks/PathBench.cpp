@@ -33,9 +33,11 @@ constexpr int pathCount = 20;
 
 class Plate {
 public:
-    explicit Plate(std::uint32_t width) : m_source(new DataSourceMemory(1)), m_model(new UnstructGridModel) {
+    /// @param slit of so many elements across the middle of the way, from y = 0 on
+    explicit Plate(std::uint32_t width, std::uint32_t slit = 0)
+        : m_source(new DataSourceMemory(1)), m_model(new UnstructGridModel) {
         m_source->addGeometry();
-        fill(m_source->addPart(0, "plate"), width);
+        fill(m_source->addPart(0, "plate"), width, slit);
         m_source->addState(StateInfo(1, "", StateInfo::TIME, 0));
         m_result = m_source->addResult(SCALAR, "x", PER_NODE);
         std::vector<double> values(part().nodes()->nodeCount(), 1.0);
@@ -64,18 +66,34 @@ public:
         m_crossings = path.size() - 2;
     }
 
+    /// Over the middle of the way, 100 elements on each side.
+    void layNodes() {
+        std::vector<HitItem> items(2);
+        for (std::size_t i = 0; i < 2; ++i) {
+            items[i].setGeometryIndex(0);
+            items[i].setItemIndex(0);
+            items[i].setNodeIndex(50 * (length + 1) + length / 2 - 100 + 200 * i);
+        }
+        std::vector<Vec3d> path;
+        if (!SurfacePathQuery(m_model.get(), 0, SurfacePathQuery::NODE, items).generatePath(&path)) {
+            std::fprintf(stderr, "There is no path.\n");
+            std::exit(1);
+        }
+    }
+
     std::size_t crossings() const {
         return m_crossings;
     }
 
 private:
-    static void fill(DataPart* part, std::uint32_t width) {
+    static void fill(DataPart* part, std::uint32_t width, std::uint32_t slit) {
         std::vector<double> coordinates;
         std::vector<std::uint32_t> nodes;
         for (std::uint32_t y = 0; y <= width; ++y) {
             for (std::uint32_t x = 0; x <= length; ++x) {
                 coordinates.insert(coordinates.end(), {double(x), double(y), 10 * std::sin(0.03 * x)});
-                if (x < length && y < width) {
+                const bool isSlit = x == length / 2 && y < slit;
+                if (x < length && y < width && !isSlit) {
                     const std::uint32_t first = y * (length + 1) + x;
                     nodes.insert(nodes.end(), {first, first + 1, first + length + 2, first + length + 1});
                 }
@@ -148,6 +166,11 @@ int main(int argc, char** argv) {
     std::printf("another one: %.2f ms (limit 50), %zu crossings\n", millisecondsOf([&] { million.lay(1.0); }),
                 million.crossings());
     tenth.lay(1.0);
+    {
+        Plate slit(1000, 100);
+        slit.layNodes();
+        std::printf("around a slit of 100 elements, along sides: %.1f ms\n", millisecondsOf([&] { slit.layNodes(); }));
+    }
     vtkNew<vtkPolyData> surface = vtkSurface(million.part());
 
     const auto lay = [](Plate* plate, double share) {
