@@ -6,7 +6,7 @@
 ///
 /// - Camera says where a picture is taken from.
 /// - Model is what can be shown: shapes with their values, and the scene that rays look into.
-/// - View is what is looked at: a camera and the models that are shown.
+/// - View is what is looked at, a camera and the models that are shown, and draws pictures of it.
 /// - ColorMap says what colours numbers have.
 /// - Font and Outline give the shapes of letters.
 /// - Image is a picture, and reads and writes PNG files.

@@ -282,13 +282,57 @@ TEST_F(ViewRenderTest, WithoutAntialiasingEachPixelIsOneOfBoth) {
     EXPECT_EQ(countPixels(image, [](const Color3ub& c) { return !(c == white) && !(c == red); }), 0);
 }
 
-// Two squares of one colour, one behind the other: nothing between them, unless a light or lines tell.
+// Two colours in one plane, with the border a fifth into the pixels of column 20: 3 of 16 rays are to the left of it,
+// or 1 of 4 where the colours are much alike.
+TEST_F(ViewRenderTest, BordersBetweenColoursAreSmooth) {
+    Mesh left = rectangle(-20, -15, 0.2, 15, 0);
+    Mesh right = rectangle(0.2, -15, 20, 15, 0);
+    right.color = {0, 0, 1};
+    model->add(left);
+    model->add(right);
+    EXPECT_LE(difference(render().color(20, 15), bytes({3 / 16.0F, 0, 13 / 16.0F})), 1);
+    PtrRef<ShapesModel> alike = new ShapesModel;
+    left.color = {0.8F, 0.5F, 0.5F};
+    right.color = {0.6F, 0.5F, 0.5F};
+    alike->add(left);
+    alike->add(right);
+    view->removeModel(model.get());
+    view->addModel(alike.get());
+    EXPECT_LE(difference(render().color(20, 15), bytes({0.65F, 0.5F, 0.5F})), 1);
+    view->setAntialiasing(2);
+    EXPECT_LE(difference(render().color(20, 15), bytes({0.65F, 0.5F, 0.5F})), 1);
+}
+
+// Of one colour, so that nothing but its depth tells that something is behind the outline.
 TEST_F(ViewRenderTest, StepsAreFoundByTheirDepth) {
-    model->add(rectangle(-20, -15, 0.5, 15, 5));
-    Mesh behind = rectangle(0, -15, 20, 15, 0);
-    behind.color = {0, 0, 1};
-    model->add(behind);
-    EXPECT_EQ(render().color(20, 15), Color3ub(128, 0, 128));
+    model->add(rectangle(-20, -15, 0, 15, 5));
+    model->add(rectangle(-15, -10, 15, 10, 0));
+    view->setEdgesShown(true);
+    const float share = 0.55F * 0.8F;
+    EXPECT_LE(difference(render().color(20, 15), bytes({1 - share * 0.95F, share * 0.05F, share * 0.07F})), 2);
+}
+
+// The sides of a steep roof, and of a ditch, are far apart from pixel to pixel, and yet go on.
+TEST_F(ViewRenderTest, RidgesAreNoSteps) {
+    for (const double ridge : {100.0, -100.0}) {
+        PtrRef<ShapesModel> roof = new ShapesModel;
+        for (const double side : {-20.0, 20.0}) {
+            Mesh mesh = rectangle(0, -15, side, 15, 0);
+            mesh.coordinates[2] = mesh.coordinates[11] = ridge;
+            roof->add(mesh);
+        }
+        PtrRef<View> other = new View;
+        other->camera()->setFromLookAt({0.3, 0, 500}, {0.3, 0, 0}, {0, 1, 0});
+        other->camera()->setParallel(30);
+        other->setLit(false);
+        other->addModel(roof.get());
+        Image image;
+        ASSERT_TRUE(other->render(30, 30, &image, nullptr));
+        other->setAntialiasing(1);
+        Image plain;
+        ASSERT_TRUE(other->render(30, 30, &plain, nullptr));
+        EXPECT_TRUE(std::ranges::equal(image.bytes(), plain.bytes()));
+    }
 }
 
 TEST_F(ViewRenderTest, EdgesAreDarkLines) {
