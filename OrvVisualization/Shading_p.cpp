@@ -104,7 +104,7 @@ rvf::Color3f Shading::surfaceColor(const Shape& shape, const RayHit& hit) const 
 double Shading::brightness(const SeenPoint& seen, const Vec3d& direction) const {
     const Vec3d normal = normalAt(*seen.shape, seen.hit);
     const double cosine = normal * m_toLight;
-    const double towardsViewer = (normal * seen.hit.normal) * (seen.hit.normal * direction) <= 0.0 ? cosine : -cosine;
+    const double towardsViewer = seen.hit.normal * direction <= 0.0 ? cosine : -cosine;
     return ambient + (1.0 - ambient) * std::max(towardsViewer, 0.0);
 }
 

@@ -392,6 +392,20 @@ TEST_F(ViewRenderTest, OutlinesAreDrawnOverWhatIsBehind) {
     EXPECT_EQ(render().color(20, 15), Color3ub(0, 0, 255));
 }
 
+// The edge of what is behind, right under the border of the front square, whose edges are not drawn.
+TEST_F(ViewRenderTest, OutlinesAreNotDrawnOverWhatIsBefore) {
+    Mesh front = rectangle(-20, -15, 0, 15, 5);
+    front.edges.clear();
+    model->add(front);
+    Mesh behind = rectangle(0, -10, 15, 10, 0);
+    behind.color = {0, 0, 1};
+    model->add(behind);
+    view->setEdgesShown(true);
+    const Image image = render();
+    EXPECT_EQ(image.color(19, 15), red);
+    EXPECT_LT(image.color(20, 15).b(), 200);
+}
+
 // 200 faces on 100 pixels: lines would leave nothing of the surface.
 TEST_F(ViewRenderTest, EdgesOfTinyElementsVanish) {
     model->add(grid(200));
