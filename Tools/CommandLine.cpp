@@ -77,10 +77,9 @@ public:
 
     /// Throws CLI::ParseError.
     void parse(int argc, const char* const* argv) {
-        if (argc > 1 && argv[1][0] != '-') {
-            checkCommandName(argv[1]);
-        }
-        parseArguments(std::vector<std::string>(argv + std::min(argc, 1), argv + argc));
+        const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+        checkCommandNames(arguments);
+        parseArguments(arguments);
     }
 
     void execute() const {
@@ -98,10 +97,16 @@ public:
 
     /// What is wrong with the command line, and where to read how it is right.
     std::string explained(const CLI::ParseError& error) const {
-        const bool hasCommand = !m_app.get_subcommands().empty();
-        const bool isCommandMissing = !hasCommand && dynamic_cast<const CLI::RequiredError*>(&error);
-        return (isCommandMissing ? "a command is missing: " + listOf(commandNames()) : unmarked(error.what())) +
-               " (see orvapp " + (hasCommand ? m_app.get_subcommands().front()->get_name() + ' ' : "") + "--help)";
+        std::string name;
+        const CLI::App* command = &m_app;
+        while (!command->get_subcommands().empty()) {
+            command = command->get_subcommands().front();
+            name += command->get_name() + ' ';
+        }
+        const std::vector<std::string> commands = commandNames(*command);
+        const bool isCommandMissing = !commands.empty() && dynamic_cast<const CLI::RequiredError*>(&error);
+        return (isCommandMissing ? "a command is missing: " + listOf(commands) : unmarked(error.what())) +
+               " (see orvapp " + name + "--help)";
     }
 
 private:
@@ -132,12 +137,15 @@ private:
              command->get_options([](const CLI::Option* o) { return o->get_items_expected() > 0; })) {
             option->transform(unmarked);
         }
+        for (CLI::App* below : command->get_subcommands([](CLI::App*) { return true; })) {
+            unmarkValues(below);
+        }
     }
 
-    std::vector<std::string> commandNames() const {
+    static std::vector<std::string> commandNames(const CLI::App& command) {
         std::vector<std::string> names;
-        for (const Command& command : m_commands) {
-            names.push_back(command.options->get_name());
+        for (const CLI::App* below : command.get_subcommands([](const CLI::App*) { return true; })) {
+            names.push_back(below->get_name());
         }
         return names;
     }
@@ -152,11 +160,25 @@ private:
     }
 
     /// Left to itself, CLI11 says of an unknown command that a command is missing.
-    void checkCommandName(const std::string& name) const {
-        const std::vector<std::string> commands = commandNames();
-        if (selectNames(commands, name).empty()) {
-            throw CLI::ParseError("there is no command \"" + name + '"' + didYouMean(commands, name),
-                                  CLI::ExitCodes::ExtrasError);
+    void checkCommandNames(const std::vector<std::string>& arguments) const {
+        const CLI::App* command = &m_app;
+        std::string before;
+        for (const std::string& name : arguments) {
+            const std::vector<std::string> names = commandNames(*command);
+            if (names.empty() || name.starts_with('-')) {
+                return;
+            }
+            if (selectNames(names, name).empty()) {
+                throw CLI::ParseError("there is no command \"" + before + name + '"' + didYouMean(names, name),
+                                      CLI::ExitCodes::ExtrasError);
+            }
+            const auto named =
+                command->get_subcommands([&](const CLI::App* below) { return below->get_name() == name; });
+            if (named.empty()) {
+                return;
+            }
+            command = named.front();
+            before += name + ' ';
         }
     }
 

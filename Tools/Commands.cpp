@@ -14,6 +14,7 @@ std::vector<Command> addCommands(CLI::App* program) {
              addHistory,
              addLength,
              addConvert,
+             addSituation,
              addFormats,
          }) {
         commands.push_back(add(program));

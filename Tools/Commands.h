@@ -23,6 +23,7 @@ Command addEnvelope(CLI::App* program);
 Command addHistory(CLI::App* program);
 Command addLength(CLI::App* program);
 Command addConvert(CLI::App* program);
+Command addSituation(CLI::App* program);
 Command addFormats(CLI::App* program);
 
 /// All of them, in the order of the help.

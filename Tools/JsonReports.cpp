@@ -4,6 +4,7 @@
 #include "Tools/CurvesReport.h"
 #include "Tools/EnvelopeReport.h"
 #include "Tools/InfoReport.h"
+#include "Tools/SituationReport.h"
 #include "Tools/ValuesReport.h"
 
 #include <nlohmann/json.hpp>
@@ -52,6 +53,18 @@ Json formatJson(const orv::imp::cae::FormatInfo& format) {
             {"contents", format.contents.toStdString()},
             {"module", format.module.isEmpty() ? Json(nullptr) : Json(format.module.toStdString())},
             {"isThere", format.isThere}};
+}
+
+Json situationJson(const SituationRow& row) {
+    Json userData = Json::object();
+    for (const auto& [key, value] : row.userData) {
+        userData[key] = value;
+    }
+    return {{"place", row.place},
+            {"name", row.name},
+            {"description", row.description},
+            {"file", row.file},
+            {"userData", userData}};
 }
 
 Json stateJson(const StateRow& state) {
@@ -152,6 +165,10 @@ std::string curvesJson(const CurvesReport& report) {
                  {"mapping", report.mapping},
                  {"x", report.xTitle},
                  {"curves", array(report.curves, curveJson)}});
+}
+
+std::string situationsJson(const SituationsReport& report) {
+    return text(Json{{"situations", array(report.rows, situationJson)}});
 }
 
 std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats) {

@@ -10,6 +10,7 @@ namespace orvapp {
 struct CurvesReport;
 struct EnvelopeReport;
 struct ModelReport;
+struct SituationsReport;
 struct ValuesReport;
 
 /// The reports as JSON for scripts, indented, with a line end. The keys and their order are an interface: scripts
@@ -19,6 +20,7 @@ std::string infoJson(const std::vector<ModelReport>& reports);
 std::string valuesJson(const ValuesReport& report);
 std::string envelopeJson(const EnvelopeReport& report);
 std::string curvesJson(const CurvesReport& report);
+std::string situationsJson(const SituationsReport& report);
 std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats);
 
 } // namespace orvapp

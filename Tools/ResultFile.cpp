@@ -1,6 +1,7 @@
 #include "Tools/ResultFile.h"
 
 #include "Tools/CommandError.h"
+#include "Tools/LogMessages.h"
 #include "Tools/Output.h"
 #include "Tools/QuietLog.h"
 
@@ -11,7 +12,7 @@ namespace orvapp {
 namespace {
 
 orv::ug::UnstructGridModel* openModel(const std::string& path, const std::string& password) {
-    const QuietLog quiet;
+    const LogMessages quiet;
     orv::ug::Error error;
     orv::ug::UnstructGridModel* model = orv::app::Models::instance()->open(path, password, &error);
     if (!model) {

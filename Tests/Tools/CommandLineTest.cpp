@@ -37,13 +37,13 @@ INSTANTIATE_TEST_SUITE_P(
     CommandLine, WrongUsageTest,
     testing::Values(
         WrongUsage{{},
-                   "a command is missing: info, values, compute, envelope, history, length, convert or formats (see "
-                   "orvapp --help)"},
+                   "a command is missing: info, values, compute, envelope, history, length, convert, situation or "
+                   "formats (see orvapp --help)"},
         WrongUsage{{"inof", "a.frd"}, R"(there is no command "inof"; did you mean "info"? (see orvapp --help))"},
         WrongUsage{{"paint"}, R"(there is no command "paint" (see orvapp --help))"},
         WrongUsage{{"--color"},
-                   "a command is missing: info, values, compute, envelope, history, length, convert or formats (see "
-                   "orvapp --help)"},
+                   "a command is missing: info, values, compute, envelope, history, length, convert, situation or "
+                   "formats (see orvapp --help)"},
         WrongUsage{{"info"}, "FILE is required (see orvapp info --help)"},
         WrongUsage{{"info", "a.frd", "b.frd"},
                    "The following argument was not expected: b.frd (see orvapp info --help)"},
