@@ -135,6 +135,8 @@ void checkMeshes(ug::DataSourceZTFx* source) {
     for (std::size_t s = 0; s < source->stateCount(); ++s) {
         const ug::DataState* state = source->state(s);
         expect(state->geometryCount() == source->directory()->geometryCountPerState());
+        ug::Error error;
+        expect(state->readGeometries(&error) == error.isEmpty());
         for (std::size_t g = 0; g < state->geometryCount(); ++g) {
             expect(state->geometry(g)->partCount() == source->directory()->partInfos(g).size());
             for (std::size_t p = 0; p < state->geometry(g)->partCount(); ++p) {

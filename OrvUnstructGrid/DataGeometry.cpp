@@ -2,6 +2,8 @@
 
 #include "LibCore/rvfAssert.h"
 
+#include <algorithm>
+
 namespace orv::ug {
 namespace {
 
@@ -36,6 +38,10 @@ const DataPart* DataGeometry::part(std::size_t index) const {
 
 DataPart* DataGeometry::addPart(int partId) {
     return m_parts.emplace_back(std::make_unique<DataPart>(partId)).get();
+}
+
+bool DataGeometry::read(Error* error) const {
+    return std::all_of(m_parts.begin(), m_parts.end(), [error](const auto& part) { return part->read(error); });
 }
 
 std::size_t DataGeometry::byteCount() const {

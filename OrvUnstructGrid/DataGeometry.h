@@ -27,7 +27,10 @@ public:
     /// Appends an empty part. The geometry owns it. Add parts before a state takes the geometry in.
     DataPart* addPart(int partId);
 
-    /// The bytes of all nodes and elements.
+    /// Has every part read that its source has left unread. False with a text when one cannot be.
+    bool read(Error* error) const;
+
+    /// The bytes of all nodes and elements that are there.
     std::size_t byteCount() const;
 
 private:

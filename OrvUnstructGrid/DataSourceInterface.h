@@ -24,9 +24,10 @@ class ORV_API DataSourceInterface {
 public:
     virtual ~DataSourceInterface();
 
-    /// Brings the results that the DataStateSpec names, and what custom ones among them rest on, into the state. What
-    /// is there already stays as it is. On failure false, with the reason in `error` unless that is null, and the state
-    /// holds what it held before.
+    /// Brings the results that the DataStateSpec names, and what custom ones among them rest on, into the state, and
+    /// the state's meshes first: no values are loaded onto a mesh that cannot be read. What is there already stays as
+    /// it is. On failure false, with the reason in `error` unless that is null, and the state holds what it held
+    /// before.
     virtual bool loadDataState(int stateId, const DataStateSpec& spec, Error* error) = 0;
 
     /// Copies `values.size()` neighbouring values of a scalar result out of a state. A source that can seek in its file

@@ -68,7 +68,7 @@ bool DataSourceLazy::loadDataState(int stateId, const DataStateSpec& spec, Error
         return fail(error, unknownStateText(*directory(), stateId));
     }
     std::vector<ResultInfo> order;
-    if (!planLoad(spec, *loaded, &order, error) || !carryOut(order, loaded, error)) {
+    if (!planLoad(spec, *loaded, &order, error) || !loaded->readGeometries(error) || !carryOut(order, loaded, error)) {
         return false;
     }
     noteUse(*loaded);
@@ -89,7 +89,8 @@ bool DataSourceLazy::copyScalars(int stateId, const ResultInfo& info, const Scal
         return fail(error, "Result '" + info.name() + "' is no scalar: only scalars can be had one by one");
     }
     if (!isWithin(*wanted, info, place, values.size())) {
-        return fail(error, "Result '" + info.name() + "' has no such item in " + stateText(*directory(), stateId));
+        return wanted->readGeometries(error) &&
+               fail(error, "Result '" + info.name() + "' has no such item in " + stateText(*directory(), stateId));
     }
     const bool isInFile = !info.isCustom() && directory()->hasResult(stateId, info);
     if (!wanted->hasLoaded(info) && isInFile && readScalars(info, *wanted, place, values)) {

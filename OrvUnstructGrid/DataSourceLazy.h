@@ -12,8 +12,9 @@ namespace orv::ug {
 
 /// The base of the data sources that know their structure from the start and get values when they are named.
 ///
-/// A subclass fills the directory and the states when it opens, and reads one result of one state at a time in
-/// readResult(). This class settles what to read and to compute, in which order, and what to drop.
+/// A subclass fills the directory and the states when it opens, the parts of the meshes maybe by DataPart::readLater(),
+/// and reads one result of one state at a time in readResult(). This class settles what to read and to compute, in
+/// which order, and what to drop.
 class ORV_API DataSourceLazy : public DataSource, public DataSourceInterface {
 public:
     explicit DataSourceLazy(int id);

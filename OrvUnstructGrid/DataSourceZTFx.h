@@ -16,10 +16,11 @@ class ZtfxReader;
 /// A data source for the library's own file format with several cases in one file, extension "ztfx", which ZTFxWriter
 /// writes.
 ///
-/// Opening reads the structure and the meshes of one case; values come when they are named, and single values by
-/// themselves where the file holds them neither deflated nor encrypted. The file stays open, so a file that is written
-/// anew under the same name does not disturb this source. Every array is checked against its checksum when it is read
-/// whole.
+/// Opening reads the structure of one case, and checks what it says against the sizes in the container. A mesh is read
+/// when something needs it, as a first load does; values come when they are named, and single values by themselves, and
+/// without a mesh, where the file holds them neither deflated nor encrypted. The file stays open, so a file that is
+/// written anew under the same name does not disturb this source. Every array is checked against its checksum when it
+/// is read whole: loadDataState() refuses a state with a damaged mesh, with a text, as it does damaged values.
 ///
 /// An object opens one case. A failed open leaves it as it was, and it may try again.
 class ORV_API DataSourceZTFx : public DataSourceLazy {

@@ -35,6 +35,11 @@ const DataGeometry* DataState::geometry(std::size_t index) const {
     return index < geometryCount() ? m_geometries[index].get() : nullptr;
 }
 
+bool DataState::readGeometries(Error* error) const {
+    return std::all_of(m_geometries.begin(), m_geometries.end(),
+                       [error](const PtrRef<DataGeometry>& geometry) { return geometry->read(error); });
+}
+
 DataResultGroup* DataState::results(const DataGeometry* geometry) {
     return const_cast<DataResultGroup*>(static_cast<const DataState*>(this)->results(geometry));
 }

@@ -28,6 +28,9 @@ public:
     DataGeometry* geometry(std::size_t index);
     const DataGeometry* geometry(std::size_t index) const;
 
+    /// Has all parts of all geometries read that their source has left unread. False with a text when one cannot be.
+    bool readGeometries(Error* error) const;
+
     /// The loaded results on a geometry; null for null and for a geometry of another state.
     DataResultGroup* results(const DataGeometry* geometry);
     const DataResultGroup* results(const DataGeometry* geometry) const;

@@ -76,6 +76,9 @@ bool ModelShapes::updateScene(const ShownState& shown, Error* error) {
         return true;
     }
     showNothing();
+    if (!shown.state->readGeometries(error)) {
+        return false;
+    }
     takeGeometries(shown.state);
     if (!displace(shown, error)) {
         return false;

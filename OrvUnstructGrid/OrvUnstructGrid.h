@@ -27,6 +27,9 @@
 /// }
 /// @endcode
 ///
+/// A mesh may wait in its file as well, until a load, or whoever asks a part for its nodes or elements, needs it.
+/// DataState::readGeometries() has it read at a time of the caller's choice and tells why when it cannot be.
+///
 /// A pointer does not own: states and values live in their data source. Values of states that are not current may be
 /// dropped under a byte budget, so ask anew after a change of state.
 ///

@@ -23,25 +23,24 @@ std::size_t surfacesBefore(const DataElements& elements, std::size_t index) {
     return count;
 }
 
-Range rangeOf(const DataElements& elements, std::size_t index, ResultMapping mapping) {
-    switch (mapping) {
-    case PER_ELEMENT_NODE:
-        return {elements.offsets()[index], elements.offsets()[index + 1] - elements.offsets()[index]};
-    case PER_ELEMENT_SURFACE:
-        return {surfacesBefore(elements, index), elementTypeInfo(elements.types()[index]).surfaceCount};
-    default:
-        return {index, 1};
-    }
-}
-
-// False when the part has no such node or element.
-bool findRange(const DataPart& part, std::size_t index, ResultMapping mapping, Range* range) {
-    const std::size_t count = mapping == PER_NODE ? part.nodes()->nodeCount() : part.elements()->elementCount();
-    if (index >= count) {
+// False when there is no such element.
+bool findRangeOnElement(const DataElements& elements, std::size_t index, ResultMapping mapping, Range* range) {
+    if (index >= elements.elementCount()) {
         return false;
     }
-    *range = rangeOf(*part.elements(), index, mapping);
+    *range = mapping == PER_ELEMENT_NODE
+                 ? Range{elements.offsets()[index], elements.offsets()[index + 1] - elements.offsets()[index]}
+                 : Range{surfacesBefore(elements, index), elementTypeInfo(elements.types()[index]).surfaceCount};
     return true;
+}
+
+// False when the part has no such node or element. Where each has one value, the part need not be read for it.
+bool findRange(const DataPart& part, std::size_t index, ResultMapping mapping, Range* range) {
+    if (mapping == PER_ELEMENT_NODE || mapping == PER_ELEMENT_SURFACE) {
+        return findRangeOnElement(*part.elements(), index, mapping, range);
+    }
+    *range = {index, 1};
+    return index < part.itemCount(mapping == PER_NODE ? PER_NODE : PER_ELEMENT);
 }
 
 // Empty when one of the values cannot be had.

@@ -71,7 +71,8 @@ public:
     /// nearest to the hit. On a section, node and element
     /// stay undefined, geometryIndex() and partId() tell what is cut there.
     /// @param hit written only when something is hit; may be null
-    /// @return false when nothing is hit, there is no current state, or the displacement to show cannot be loaded
+    /// @return false when nothing is hit, there is no current state, or its mesh or the displacement to show cannot be
+    ///         loaded
     bool rayIntersect(const Ray& ray, HitItem* hit) const;
 
     /// Loads what the ModelSpec and the cutting planes want to show and makes the shapes of it. Cheap when nothing has
@@ -82,8 +83,8 @@ public:
     /// element; per element and surface on the surfaces, in sections averaged over the element. A result that the
     /// state lacks is not shown. The shape is displaced by ModelSpec::displacementResultId() when that is switched on
     /// and the state has it per node; a node without a displacement stays where it is.
-    /// @return false, with nothing to be shown, when there is no data source or it has no such state, or when a result
-    ///         cannot be loaded
+    /// @return false, with nothing to be shown, when there is no data source or it has no such state, or when its mesh
+    ///         or a result cannot be loaded
     bool updateShapes(Str* reason) override;
     /// Parts first, in the order of geometries and parts, then the sections, plane by plane. Parts without scalars are
     /// told apart by their colours.

@@ -148,7 +148,7 @@ private:
     bool writeState(const StateInfo& info) {
         DataState* state = m_source->state(m_source->stateIndex(info.id()));
         Numbers geometries;
-        if (!writeGeometries(*state, &geometries)) {
+        if (!state->readGeometries(m_error) || !writeGeometries(*state, &geometries)) {
             return false;
         }
         const std::size_t reference = std::min(std::size_t(info.referenceType()), std::size(ZTF_REFERENCES) - 1);

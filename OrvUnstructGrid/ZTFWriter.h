@@ -31,7 +31,7 @@ public:
     /// @param source its states and values are loaded through DataSourceInterface
     /// @param progress told how much of the results is written, ending with 100; may be null
     /// @return false, with the reason in `error` unless that is null, when the selection names what is not there, a
-    ///         result cannot be loaded, a part's elements name nodes that it has not, or the disk refuses
+    ///         mesh or a result cannot be loaded, a part's elements name nodes that it has not, or the disk refuses
     bool write(DataSource* source, const WriteSelection& selection, const Str& filename, Progress* progress,
                Error* error);
 };

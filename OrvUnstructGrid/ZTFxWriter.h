@@ -61,7 +61,8 @@ public:
     /// NAME.tmpPID-0, a file that stays behind only when the process dies.
     /// @param filename without a bar, behind which opening would look for the id of a case
     /// @param progress told the share of the entries that have been begun; may be null
-    /// @return false with a text when there is no case, when values cannot be loaded or when the file cannot be written
+    /// @return false with a text when there is no case, when a mesh or values cannot be loaded or when the file cannot
+    /// be written
     bool write(const Str& filename, Progress* progress, Error* error) const;
 
 private:

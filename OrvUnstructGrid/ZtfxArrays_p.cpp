@@ -13,11 +13,8 @@ constexpr std::size_t FLOAT_CHUNK = std::size_t(1) << 12;
 
 } // namespace
 
-ZtfxArrays::ZtfxArrays(const ZtfxArchive& archive) : m_archive(archive) {}
-
-void ZtfxArrays::set(std::vector<ZtfxArray> arrays) {
-    m_arrays = std::move(arrays);
-}
+ZtfxArrays::ZtfxArrays(std::shared_ptr<const ZtfxArchive> archive, std::vector<ZtfxArray> arrays)
+    : m_archive(std::move(archive)), m_arrays(std::move(arrays)) {}
 
 const ZtfxArray* ZtfxArrays::find(std::uint64_t id) const {
     const auto found = std::lower_bound(m_arrays.begin(), m_arrays.end(), id,
@@ -26,7 +23,7 @@ const ZtfxArray* ZtfxArrays::find(std::uint64_t id) const {
 }
 
 bool ZtfxArrays::findEntry(const ZtfxArray& array, ZtfxEntry* entry, Error* error) const {
-    if (!m_archive.findEntry(ztfxEntryName(array.id), entry, error)) {
+    if (!m_archive->findEntry(ztfxEntryName(array.id), entry, error)) {
         return false;
     }
     return entry->size == array.byteCount() || fail(array.id,
@@ -54,13 +51,13 @@ const ZtfxArray* ZtfxArrays::findFor(std::uint64_t id, ZtfxType type, std::uint6
 }
 
 const ZtfxArchive& ZtfxArrays::archive() const {
-    return m_archive;
+    return *m_archive;
 }
 
 bool ZtfxArrays::fail(std::uint64_t id, const Str& text, Error* error) const {
     ZtfxEntry entry;
     entry.name = ztfxEntryName(id);
-    return m_archive.fail(entry, text, error);
+    return m_archive->fail(entry, text, error);
 }
 
 ZtfxArrayReader::ZtfxArrayReader(const ZtfxArrays& arrays, const ZtfxArray& array)

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace orv::ug {
@@ -12,10 +13,8 @@ namespace orv::ug {
 /// The arrays of a file: what the index tells of them, and their entries.
 class ZtfxArrays {
 public:
-    explicit ZtfxArrays(const ZtfxArchive& archive);
-
     /// @param arrays with ascending ids
-    void set(std::vector<ZtfxArray> arrays);
+    ZtfxArrays(std::shared_ptr<const ZtfxArchive> archive, std::vector<ZtfxArray> arrays);
 
     /// Null when there is no such array.
     const ZtfxArray* find(std::uint64_t id) const;
@@ -33,7 +32,7 @@ public:
     bool fail(std::uint64_t id, const Str& text, Error* error) const;
 
 private:
-    const ZtfxArchive& m_archive;
+    std::shared_ptr<const ZtfxArchive> m_archive;
     std::vector<ZtfxArray> m_arrays;
 };
 

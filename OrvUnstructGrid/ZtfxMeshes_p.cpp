@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace orv::ug {
@@ -19,48 +21,81 @@ Str number(std::uint64_t value) {
     return Str(std::to_string(value));
 }
 
-template <class Value>
-bool readAll(ZtfxArrayReader* reader, std::vector<Value>* values, Error* error) {
-    return reader->readBytes(values->data(), values->size() * sizeof(Value), error);
-}
-
-bool readAll(ZtfxArrayReader* reader, std::vector<double>* values, Error* error) {
-    return reader->readDoubles(values->data(), values->size(), error);
-}
-
-/// Reads the arrays of one part, each by itself at first, and fills the part when they fit together.
-class PartReader {
+/// The arrays of one part: looked at by what the index says of them when the file is opened, read when they are needed.
+class PartArrays {
 public:
-    PartReader(const ZtfxPart& part, const ZtfxArrays& arrays) : m_part(part), m_arrays(arrays) {}
+    PartArrays(const ZtfxPart& part, std::shared_ptr<const ZtfxArrays> arrays)
+        : m_part(part), m_arrays(std::move(arrays)) {}
 
-    bool read(DataPart* out, Error* error) {
-        if (!readValues(m_part.coordinates, ZtfxType::FLOAT64, 3, &m_coordinates, error) ||
-            !readValues(m_part.nodeIds, ZtfxType::INT32, 1, &m_nodeIds, error) ||
-            !readValues(m_part.elementTypes, ZtfxType::UINT8, 1, &m_types, error) ||
-            !readValues(m_part.connectivity, ZtfxType::UINT32, 1, &m_connectivity, error) ||
-            !readValues(m_part.elementIds, ZtfxType::INT32, 1, &m_elementIds, error) || !checkIds(error) ||
-            !checkConnectivity(error)) {
-            return false;
+    /// False with a text when they do not fit together, whatever their bytes are.
+    bool check(Error* error) const {
+        return checkArray(m_part.coordinates, ZtfxType::FLOAT64, 3, error) &&
+               checkArray(m_part.nodeIds, ZtfxType::INT32, 1, error) &&
+               checkArray(m_part.elementTypes, ZtfxType::UINT8, 1, error) &&
+               checkArray(m_part.connectivity, ZtfxType::UINT32, 1, error) &&
+               checkArray(m_part.elementIds, ZtfxType::INT32, 1, error) &&
+               checkIds(m_part.nodeIds, m_part.coordinates, "nodes", error) &&
+               checkIds(m_part.elementIds, m_part.elementTypes, "elements", error);
+    }
+
+    DataPart::Counts counts() const {
+        return {itemsOf(m_part.coordinates), itemsOf(m_part.elementTypes), itemsOf(m_part.connectivity)};
+    }
+
+    bool read(DataNodes* nodes, DataElements* elements, Error* error) const {
+        try {
+            return readNodes(nodes, error) && readElements(elements, nodes->nodeCount(), error);
+        } catch (const std::bad_alloc&) {
+            return m_arrays->archive().fail("there is not enough memory for its meshes", error);
         }
-        out->nodes()->set(std::move(m_coordinates), std::move(m_nodeIds));
-        out->elements()->set(std::move(m_types), std::move(m_connectivity), std::move(m_elementIds));
-        return out->isConsistent() ||
-               m_arrays.fail(m_part.connectivity,
-                             "names a node behind the last of " + number(out->nodes()->nodeCount()), error);
     }
 
 private:
-    template <class Value>
-    bool readValues(std::uint64_t id, ZtfxType type, std::uint64_t components, std::vector<Value>* values,
-                    Error* error) const {
-        if (id == ZTFX_NO_ARRAY) {
-            return true;
-        }
-        const ZtfxArray* array = m_arrays.findFor(id, type, components, error);
-        if (!array) {
+    std::size_t itemsOf(std::uint64_t id) const {
+        const ZtfxArray* array = m_arrays->find(id);
+        return array ? array->items : 0;
+    }
+
+    bool checkArray(std::uint64_t id, ZtfxType type, std::uint64_t components, Error* error) const {
+        return id == ZTFX_NO_ARRAY || m_arrays->findFor(id, type, components, error);
+    }
+
+    bool checkIds(std::uint64_t ids, std::uint64_t numbered, const char* what, Error* error) const {
+        return ids == ZTFX_NO_ARRAY || itemsOf(ids) == itemsOf(numbered) ||
+               m_arrays->fail(ids, "has " + number(itemsOf(ids)) + " ids for " + number(itemsOf(numbered)) + " " + what,
+                              error);
+    }
+
+    bool readNodes(DataNodes* nodes, Error* error) const {
+        std::vector<double> coordinates;
+        std::vector<int> ids;
+        if (!readValues(m_part.coordinates, &coordinates, error) || !readValues(m_part.nodeIds, &ids, error)) {
             return false;
         }
-        ZtfxArrayReader reader(m_arrays, *array);
+        nodes->set(std::move(coordinates), std::move(ids));
+        return true;
+    }
+
+    bool readElements(DataElements* elements, std::size_t nodeCount, Error* error) const {
+        std::vector<ElementType> types;
+        std::vector<std::uint32_t> connectivity;
+        std::vector<int> ids;
+        if (!readValues(m_part.elementTypes, &types, error) || !readValues(m_part.connectivity, &connectivity, error) ||
+            !readValues(m_part.elementIds, &ids, error) || !checkTypes(types, connectivity.size(), error) ||
+            !checkConnectivity(connectivity, nodeCount, error)) {
+            return false;
+        }
+        elements->set(std::move(types), std::move(connectivity), std::move(ids));
+        return true;
+    }
+
+    template <class Value>
+    bool readValues(std::uint64_t id, std::vector<Value>* values, Error* error) const {
+        const ZtfxArray* array = m_arrays->find(id);
+        if (!array) {
+            return true;
+        }
+        ZtfxArrayReader reader(*m_arrays, *array);
         if (!reader.open(error)) {
             return false;
         }
@@ -68,46 +103,45 @@ private:
         return readAll(&reader, values, error) && reader.finish(error);
     }
 
-    bool checkIds(Error* error) const {
-        return checkCount(m_part.nodeIds, m_nodeIds.size(), m_coordinates.size() / 3, "nodes", error) &&
-               checkCount(m_part.elementIds, m_elementIds.size(), m_types.size(), "elements", error);
+    template <class Value>
+    static bool readAll(ZtfxArrayReader* reader, std::vector<Value>* values, Error* error) {
+        return reader->readBytes(values->data(), values->size() * sizeof(Value), error);
     }
 
-    bool checkCount(std::uint64_t id, std::size_t found, std::size_t expected, const char* what, Error* error) const {
-        return id == ZTFX_NO_ARRAY || found == expected ||
-               m_arrays.fail(id, "has " + number(found) + " ids for " + number(expected) + " " + what, error);
+    static bool readAll(ZtfxArrayReader* reader, std::vector<double>* values, Error* error) {
+        return reader->readDoubles(values->data(), values->size(), error);
     }
 
-    bool checkConnectivity(Error* error) const {
+    bool checkTypes(std::span<const ElementType> types, std::size_t connectivitySize, Error* error) const {
         std::array<std::uint64_t, 256> counts = {};
-        for (const ElementType type : m_types) {
+        for (const ElementType type : types) {
             ++counts[type];
         }
         std::uint64_t nodeTotal = 0;
         for (std::size_t type = 0; type < counts.size(); ++type) {
             if (counts[type] > 0 && type >= ELEMENT_TYPE_COUNT) {
-                return m_arrays.fail(m_part.elementTypes, "holds " + number(type) + ", which is no type of elements",
-                                     error);
+                return m_arrays->fail(m_part.elementTypes, "holds " + number(type) + ", which is no type of elements",
+                                      error);
             }
             nodeTotal += counts[type] > 0 ? counts[type] * elementTypeInfo(ElementType(type)).nodeCount : 0;
         }
         const std::uint64_t culprit = m_part.connectivity == ZTFX_NO_ARRAY ? m_part.elementTypes : m_part.connectivity;
-        if (nodeTotal != m_connectivity.size()) {
-            return m_arrays.fail(
-                culprit, number(m_connectivity.size()) + " nodes are named, the elements need " + number(nodeTotal),
-                error);
+        if (nodeTotal != connectivitySize) {
+            return m_arrays->fail(
+                culprit, number(connectivitySize) + " nodes are named, the elements need " + number(nodeTotal), error);
         }
         return nodeTotal <= std::numeric_limits<std::uint32_t>::max() ||
-               m_arrays.fail(culprit, number(nodeTotal) + " nodes of elements are too many for one part", error);
+               m_arrays->fail(culprit, number(nodeTotal) + " nodes of elements are too many for one part", error);
     }
 
-    const ZtfxPart& m_part;
-    const ZtfxArrays& m_arrays;
-    std::vector<double> m_coordinates;
-    std::vector<int> m_nodeIds;
-    std::vector<ElementType> m_types;
-    std::vector<std::uint32_t> m_connectivity;
-    std::vector<int> m_elementIds;
+    bool checkConnectivity(std::span<const std::uint32_t> connectivity, std::size_t nodeCount, Error* error) const {
+        const bool isGood = connectivity.empty() || std::ranges::max(connectivity) < nodeCount;
+        return isGood ||
+               m_arrays->fail(m_part.connectivity, "names a node behind the last of " + number(nodeCount), error);
+    }
+
+    ZtfxPart m_part;
+    std::shared_ptr<const ZtfxArrays> m_arrays;
 };
 
 std::uint64_t bytesInMemory(const ZtfxPart& part, const ZtfxArrays& arrays) {
@@ -122,7 +156,7 @@ std::uint64_t bytesInMemory(const ZtfxPart& part, const ZtfxArrays& arrays) {
 
 } // namespace
 
-bool ZtfxMeshes::read(const ZtfxCase& contents, const ZtfxArrays& arrays, Error* error) {
+bool ZtfxMeshes::open(const ZtfxCase& contents, const std::shared_ptr<const ZtfxArrays>& arrays, Error* error) {
     std::set<std::pair<std::size_t, std::size_t>> places;
     for (const ZtfxState& state : contents.states) {
         for (std::size_t g = 0; g < state.meshes.size(); ++g) {
@@ -132,19 +166,9 @@ bool ZtfxMeshes::read(const ZtfxCase& contents, const ZtfxArrays& arrays, Error*
     for (const auto& [geometry, mesh] : places) {
         m_meshes.push_back({geometry, mesh, new DataGeometry});
     }
-    if (!checkSize(contents, arrays, error)) {
-        return false;
-    }
-    for (const Placed& placed : m_meshes) {
-        const std::vector<PartInfo>& infos = contents.geometries[placed.geometry];
-        for (std::size_t p = 0; p < infos.size(); ++p) {
-            PartReader reader(contents.meshes[placed.mesh][p], arrays);
-            if (!reader.read(placed.object->addPart(infos[p].id()), error)) {
-                return false;
-            }
-        }
-    }
-    return true;
+    return checkSize(contents, *arrays, error) &&
+           std::all_of(m_meshes.begin(), m_meshes.end(),
+                       [&](const Placed& placed) { return addParts(placed, contents, arrays, error); });
 }
 
 DataGeometry* ZtfxMeshes::find(std::size_t geometry, std::size_t mesh) const {
@@ -153,6 +177,22 @@ DataGeometry* ZtfxMeshes::find(std::size_t geometry, std::size_t mesh) const {
                                 return std::pair(placed.geometry, placed.mesh) < wanted;
                             })
         ->object.get();
+}
+
+bool ZtfxMeshes::addParts(const Placed& placed, const ZtfxCase& contents,
+                          const std::shared_ptr<const ZtfxArrays>& arrays, Error* error) {
+    const std::vector<PartInfo>& infos = contents.geometries[placed.geometry];
+    for (std::size_t p = 0; p < infos.size(); ++p) {
+        const PartArrays part(contents.meshes[placed.mesh][p], arrays);
+        if (!part.check(error)) {
+            return false;
+        }
+        placed.object->addPart(infos[p].id())
+            ->readLater(part.counts(), [part](DataNodes* nodes, DataElements* elements, Error* problem) {
+                return part.read(nodes, elements, problem);
+            });
+    }
+    return true;
 }
 
 // Beside the meshes the directory's table of which result is in which state, of one bit each.

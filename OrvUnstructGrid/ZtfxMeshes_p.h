@@ -6,6 +6,7 @@
 #include "OrvUnstructGrid/ZtfxIndex_p.h"
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace orv::ug {
@@ -16,9 +17,10 @@ namespace orv::ug {
 /// that object. In the same place all states share it.
 class ZtfxMeshes {
 public:
-    /// Reads them all. False with a text when an array is missing, damaged or does not fit the others, or when the
-    /// meshes need more memory than the size of the file makes likely; nothing big is allocated before that is known.
-    bool read(const ZtfxCase& contents, const ZtfxArrays& arrays, Error* error);
+    /// Makes them all, with parts whose arrays are read when they are needed, be it after this object's end. False with
+    /// a text when the index says of an array what its entry or the others deny, or when the meshes need more memory
+    /// than the size of the file makes likely.
+    bool open(const ZtfxCase& contents, const std::shared_ptr<const ZtfxArrays>& arrays, Error* error);
 
     /// The one in the place of a geometry, by its index in ZtfxCase::meshes, which a state must use there.
     DataGeometry* find(std::size_t geometry, std::size_t mesh) const;
@@ -30,6 +32,8 @@ private:
         PtrRef<DataGeometry> object;
     };
 
+    static bool addParts(const Placed& placed, const ZtfxCase& contents,
+                         const std::shared_ptr<const ZtfxArrays>& arrays, Error* error);
     bool checkSize(const ZtfxCase& contents, const ZtfxArrays& arrays, Error* error) const;
 
     std::vector<Placed> m_meshes; ///< Sorted by geometry and mesh.

@@ -25,6 +25,11 @@ Str caseText(const ZTFxCaseInfo& info) {
     return info.name.isEmpty() ? id : id + " (" + info.name + ")";
 }
 
+/// The index tells how many nodes and elements there are, but not how many surfaces.
+bool needsMesh(const ResultInfo& info) {
+    return info.resultMapping() == PER_ELEMENT_SURFACE;
+}
+
 std::uint64_t itemCount(const DataGeometry& geometry, ResultMapping mapping, std::size_t partCount) {
     std::uint64_t items = 0;
     for (std::size_t p = 0; p < partCount; ++p) {
@@ -33,42 +38,28 @@ std::uint64_t itemCount(const DataGeometry& geometry, ResultMapping mapping, std
     return items;
 }
 
-// The range of a block is taken while the block is still in the processor's cache.
-bool readScalarValues(ZtfxArrayReader* reader, DataPartScalar* part, Error* error) {
-    constexpr std::size_t BLOCK_SIZE = 16 * 1024;
-    part->clearMinMax();
-    for (std::size_t begin = 0; begin < part->itemCount(); begin += BLOCK_SIZE) {
-        const std::span<double> block(part->values() + begin, std::min(BLOCK_SIZE, part->itemCount() - begin));
-        if (!reader->readDoubles(block.data(), block.size(), error)) {
-            return false;
-        }
-        part->extendMinMax(block);
-    }
-    return true;
-}
-
 } // namespace
 
-ZtfxReader::ZtfxReader(const Str& path) : m_index(path), m_arrays(m_archive), m_path(path) {}
+ZtfxReader::ZtfxReader(const Str& path) : m_archive(std::make_shared<ZtfxArchive>()), m_index(path), m_path(path) {}
 
 bool ZtfxReader::open(const Str& password, Error* error) {
     ZtfxEntry header, index;
     std::string text;
     bool isEncrypted = false;
-    if (!m_archive.open(m_path, error) || !m_archive.findEntry(ZTFX_HEADER_NAME, &header, error) ||
-        !m_archive.readText(header, LARGEST_HEADER, &text, error) ||
+    if (!m_archive->open(m_path, error) || !m_archive->findEntry(ZTFX_HEADER_NAME, &header, error) ||
+        !m_archive->readText(header, LARGEST_HEADER, &text, error) ||
         !parseZtfxHeader(std::move(text), m_path, &isEncrypted, error)) {
         return false;
     }
     if (isEncrypted && password.isEmpty()) {
-        return m_archive.fail("the file is protected: a password is needed", error);
+        return m_archive->fail("the file is protected: a password is needed", error);
     }
     if (isEncrypted) {
-        m_archive.setPassword(password.toStdString());
+        m_archive->setPassword(password.toStdString());
     }
     text.clear();
-    return m_archive.findEntry(ZTFX_INDEX_NAME, &index, error) &&
-           m_archive.readText(index, SMALL_INDEX + m_archive.fileSize() * LARGEST_INDEX_RATIO, &text, error) &&
+    return m_archive->findEntry(ZTFX_INDEX_NAME, &index, error) &&
+           m_archive->readText(index, SMALL_INDEX + m_archive->fileSize() * LARGEST_INDEX_RATIO, &text, error) &&
            m_index.parse(std::move(text), error);
 }
 
@@ -84,7 +75,8 @@ bool ZtfxReader::failWithoutCase(const Str& wanted, Error* error) const {
     if (cases().size() > LONGEST_CASE_LIST) {
         known += " and " + number(cases().size() - LONGEST_CASE_LIST) + " more";
     }
-    return m_archive.fail("there is no case " + wanted + ": the file has " + (known.isEmpty() ? "none" : known), error);
+    return m_archive->fail("there is no case " + wanted + ": the file has " + (known.isEmpty() ? "none" : known),
+                           error);
 }
 
 bool ZtfxReader::openCase(std::size_t caseIndex, Error* error) {
@@ -92,8 +84,8 @@ bool ZtfxReader::openCase(std::size_t caseIndex, Error* error) {
     if (!m_index.readArrays(&arrays, error) || !m_index.readCase(caseIndex, &m_case, error)) {
         return false;
     }
-    m_arrays.set(std::move(arrays));
-    if (!m_meshes.read(m_case, m_arrays, error)) {
+    m_arrays = std::make_shared<ZtfxArrays>(m_archive, std::move(arrays));
+    if (!m_meshes.open(m_case, m_arrays, error)) {
         return false;
     }
     for (const ZtfxState& state : m_case.states) {
@@ -121,7 +113,7 @@ std::vector<PtrRef<DataGeometry>> ZtfxReader::geometries(std::size_t stateIndex)
 bool ZtfxReader::readField(std::size_t stateIndex, const ResultInfo& info, DataState* state, Error* error) const {
     const ZtfxField* field = findField(stateIndex, info);
     for (std::size_t g = 0; g < field->arrays.size(); ++g) {
-        const ZtfxArray* array = m_arrays.find(field->arrays[g]);
+        const ZtfxArray* array = m_arrays->find(field->arrays[g]);
         const DataGeometry* geometry = state->geometry(g);
         if (array && !readGeometryField(*array, info, *geometry, state->results(geometry)->findOrAdd(info), error)) {
             return false;
@@ -132,23 +124,23 @@ bool ZtfxReader::readField(std::size_t stateIndex, const ResultInfo& info, DataS
 
 bool ZtfxReader::readScalars(std::size_t stateIndex, const ResultInfo& info, const DataState& state,
                              const ScalarPlace& place, std::span<double> values) {
-    const ZtfxArray* array = m_arrays.find(findField(stateIndex, info)->arrays[place.geometryIndex]);
+    const ZtfxArray* array = m_arrays->find(findField(stateIndex, info)->arrays[place.geometryIndex]);
     if (!array) {
         std::fill(values.begin(), values.end(), UNDEFINED_DOUBLE);
         return true;
     }
+    const DataGeometry* geometry = state.geometry(place.geometryIndex);
     std::uint64_t offset = 0;
-    if (!findOffset(*array, &offset)) {
+    if (!findOffset(*array, &offset) || (needsMesh(info) && !checkItems(*array, info, *geometry, nullptr))) {
         return false;
     }
-    const DataGeometry* geometry = state.geometry(place.geometryIndex);
     const std::uint64_t item = itemCount(*geometry, info.resultMapping(), place.partIndex) + place.firstItem;
     offset += item * ztfxTypeSize(array->type);
     if (array->type == ZtfxType::FLOAT64) {
-        return m_archive.readAt(offset, values.data(), values.size_bytes());
+        return m_archive->readAt(offset, values.data(), values.size_bytes());
     }
     std::vector<float> floats(values.size());
-    const bool isRead = m_archive.readAt(offset, floats.data(), floats.size() * sizeof(float));
+    const bool isRead = m_archive->readAt(offset, floats.data(), floats.size() * sizeof(float));
     widenFloat32(floats.data(), floats.size(), values.data());
     return isRead;
 }
@@ -166,36 +158,41 @@ bool ZtfxReader::checkField(const ZtfxState& state, const ZtfxField& field, Erro
             continue;
         }
         const ZtfxArray* array =
-            m_arrays.findFor(field.arrays[g], ZtfxType::FLOAT64, doublesPerItem(info.type()), error);
+            m_arrays->findFor(field.arrays[g], ZtfxType::FLOAT64, doublesPerItem(info.type()), error);
         if (!array) {
             return false;
         }
-        const DataGeometry* geometry = m_meshes.find(g, state.meshes[g]);
-        const std::uint64_t expected = itemCount(*geometry, info.resultMapping(), geometry->partCount());
-        if (array->items != expected) {
-            return m_arrays.fail(array->id,
-                                 "has " + number(array->items) + " items, expected " + number(expected) +
-                                     " for result '" + info.name() + "'",
-                                 error);
+        if (!needsMesh(info) && !checkItems(*array, info, *m_meshes.find(g, state.meshes[g]), error)) {
+            return false;
         }
     }
     return true;
 }
 
+bool ZtfxReader::checkItems(const ZtfxArray& array, const ResultInfo& info, const DataGeometry& geometry,
+                            Error* error) const {
+    const std::uint64_t expected = itemCount(geometry, info.resultMapping(), geometry.partCount());
+    return array.items == expected || m_arrays->fail(array.id,
+                                                     "has " + number(array.items) + " items, expected " +
+                                                         number(expected) + " for result '" + info.name() + "'",
+                                                     error);
+}
+
 bool ZtfxReader::readGeometryField(const ZtfxArray& array, const ResultInfo& info, const DataGeometry& geometry,
                                    DataResult* result, Error* error) const {
-    ZtfxArrayReader reader(m_arrays, array);
-    if (!reader.open(error)) {
+    ZtfxArrayReader reader(*m_arrays, array);
+    if ((needsMesh(info) && !checkItems(array, info, geometry, error)) || !reader.open(error)) {
         return false;
     }
     auto* scalars = dynamic_cast<DataResultScalar*>(result);
     for (std::size_t p = 0; p < geometry.partCount(); ++p) {
         DataPartValues* values = result->values(p);
         values->allocate(geometry.part(p)->itemCount(info.resultMapping()));
-        const bool isRead = scalars ? readScalarValues(&reader, scalars->part(p), error)
-                                    : reader.readDoubles(values->values(), values->span().size(), error);
-        if (!isRead) {
+        if (!reader.readDoubles(values->values(), values->span().size(), error)) {
             return false;
+        }
+        if (scalars) {
+            scalars->part(p)->updateMinMaxWhenAsked();
         }
     }
     return reader.finish(error);
@@ -208,7 +205,7 @@ bool ZtfxReader::findOffset(const ZtfxArray& array, std::uint64_t* offset) {
         return true;
     }
     ZtfxEntry entry;
-    if (!m_arrays.findEntry(array, &entry, nullptr) || !entry.isPlain || !m_archive.locate(entry, offset, nullptr)) {
+    if (!m_arrays->findEntry(array, &entry, nullptr) || !entry.isPlain || !m_archive->locate(entry, offset, nullptr)) {
         return false;
     }
     m_offsets[array.id] = *offset;

@@ -140,6 +140,9 @@ bool ZtfxWriting::addState(const ZtfxPlannedCase& planned, const StateInfo& info
     if (!state || !isAsInDirectory(*state, directory)) {
         return fail(error, "The parts of " + stateText(directory, info.id()) + " are not those of its directory");
     }
+    if (!state->readGeometries(error)) {
+        return false;
+    }
     ZtfxState& written = contents->states.emplace_back();
     written.info = info;
     for (std::size_t g = 0; g < state->geometryCount(); ++g) {

@@ -1,6 +1,7 @@
 #include "OrvUnstructGrid/DataGeometry.h"
 
 #include "OrvCore/PtrRef.h"
+#include "OrvUnstructGrid/Error.h"
 #include "Tests/Support/AssertRecorder.h"
 
 #include <gtest/gtest.h>
@@ -39,6 +40,27 @@ TEST(DataGeometry, CountsTheBytesOfItsParts) {
     geometry->addPart(2)->nodes()->set({0, 0, 0, 1, 1, 1}, {});
     EXPECT_EQ(geometry->byteCount(), geometry->part(0)->byteCount() + geometry->part(1)->byteCount());
     EXPECT_GE(geometry->byteCount(), 9 * sizeof(double));
+}
+
+TEST(DataGeometry, ReadsThePartsThatAreUnread) {
+    orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+    geometry->addPart(1);
+    std::string reads;
+    const auto read = [&reads](const char* name, bool isGood) {
+        return [&reads, name, isGood](DataNodes*, DataElements*, Error* problem) {
+            reads += name;
+            return isGood || fail(problem, name);
+        };
+    };
+    geometry->addPart(2)->readLater({}, read("a", true));
+    Error error;
+    EXPECT_TRUE(geometry->read(&error));
+    EXPECT_TRUE(geometry->read(&error));
+    EXPECT_EQ(reads, "a");
+    geometry->addPart(3)->readLater({}, read("b", false));
+    geometry->addPart(4)->readLater({}, read("c", false));
+    EXPECT_FALSE(geometry->read(&error));
+    EXPECT_EQ(error.message(), "b");
 }
 
 TEST(DataGeometry, PartBeyondTheEndIsNull) {

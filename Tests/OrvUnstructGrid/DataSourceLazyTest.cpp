@@ -414,6 +414,57 @@ TEST_F(DataSourceLazyTest, AFailedLoadIsNoUse) {
     EXPECT_EQ(statesWithValues(), "23");
 }
 
+class UnreadMeshTest : public DataSourceLazyTest {
+protected:
+    /// Makes the part of the second geometry, which all states share, one that is still to be read.
+    void leaveUnread(bool isGood) {
+        source->state(0)->geometry(1)->part(0)->readLater(
+            {4, 0, 0}, [this, isGood](DataNodes* nodes, DataElements*, Error* problem) {
+                source->reads += "mesh ";
+                nodes->set(std::vector<double>(12), {});
+                return isGood || fail(problem, "damaged");
+            });
+    }
+};
+
+TEST_F(UnreadMeshTest, IsReadBeforeValues) {
+    leaveUnread(true);
+    ASSERT_TRUE(source->load(2, {r1}));
+    ASSERT_TRUE(source->load(2, {r2}));
+    EXPECT_EQ(source->reads, "mesh 2:1 2:2 ");
+}
+
+TEST_F(UnreadMeshTest, IsReadWhenNothingElseIsLoaded) {
+    leaveUnread(true);
+    EXPECT_TRUE(source->load(2, {}));
+    EXPECT_EQ(source->reads, "mesh ");
+}
+
+TEST_F(UnreadMeshTest, HasNoValuesWhenItCannotBeRead) {
+    leaveUnread(false);
+    EXPECT_EQ(failedLoad(2, {r1}), "damaged");
+    EXPECT_EQ(failedLoad(3, {r1}), "damaged");
+    EXPECT_EQ(source->reads, "mesh ");
+    EXPECT_EQ(statesWithValues(), "");
+    // What is wrong with the question comes first.
+    EXPECT_EQ(failedLoad(9, {r1}), "There is no state 9 in 'beam.frd': its states are 1, 2, 3, 4, 5");
+    EXPECT_EQ(failedLoad(1, {r3}),
+              "Result 'r3' has no values in state 'Step 1' of 'beam.frd': choose a state that has it");
+}
+
+TEST_F(UnreadMeshTest, IsNotNeededForSingleValuesUntilItIsDamaged) {
+    leaveUnread(false);
+    source->seeksIn = true;
+    double value = 0;
+    Error error;
+    EXPECT_TRUE(source->copyScalars(2, r1, {1, 0, 3}, {&value, 1}, &error));
+    EXPECT_EQ(value, 103);
+    EXPECT_EQ(source->reads, "");
+    EXPECT_EQ(failedLoad(2, {r1}), "damaged");
+    EXPECT_FALSE(source->copyScalars(2, r1, {1, 0, 3}, {&value, 1}, &error));
+    EXPECT_EQ(error.message(), "damaged");
+}
+
 class CopyScalarsTest : public DataSourceLazyTest {
 protected:
     /// Empty, and a message, when it fails.

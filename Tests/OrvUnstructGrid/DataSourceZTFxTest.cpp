@@ -211,6 +211,44 @@ TEST_F(DataSourceZTFxTest, OpeningReadsNoValues) {
     EXPECT_EQ(temperatures->part(0)->maximum(), 12107);
 }
 
+/// Parts that were not read have room for the end of the last element.
+std::size_t bytesOfUnread(const DataGeometry& geometry) {
+    return geometry.partCount() * DataPart(1).byteCount();
+}
+
+TEST_F(DataSourceZTFxTest, OpeningReadsNoMesh) {
+    const MemoryModel model;
+    writeZtfx(model.source.get(), path);
+    const PtrRef<DataSourceZTFx> read = openZtfx(path);
+    ASSERT_TRUE(read);
+    const DataGeometry* geometry = read->state(0)->geometry(0);
+    // A single value needs no mesh, nor does a count. "Column" has 12 nodes and 2 elements with 8 nodes each.
+    double value = 0;
+    EXPECT_TRUE(read->copyScalars(1, model.temperature, {0, 1, 11}, {&value, 1}, &error)) << error.message();
+    EXPECT_EQ(value, orvtest::modelValue(1, model.temperature, 1, 11, 0));
+    EXPECT_EQ(geometry->part(1)->itemCount(PER_NODE), 12u);
+    EXPECT_EQ(geometry->part(1)->itemCount(PER_ELEMENT), 2u);
+    EXPECT_EQ(geometry->part(1)->itemCount(PER_ELEMENT_NODE), 16u);
+    EXPECT_EQ(geometry->byteCount(), bytesOfUnread(*geometry));
+
+    EXPECT_EQ(geometry->part(1)->elements()->connectivity().size(), 16u);
+    EXPECT_EQ(geometry->part(0)->byteCount(), DataPart(1).byteCount());
+    orvtest::load(read.get(), 1, model.temperature);
+    EXPECT_EQ(geometry->byteCount(), model.source->state(0)->geometry(0)->byteCount());
+}
+
+TEST_F(DataSourceZTFxTest, AMeshCanBeReadWhenItsSourceHasGone) {
+    const MemoryModel model;
+    writeZtfx(model.source.get(), path);
+    PtrRef<DataSourceZTFx> read = openZtfx(path);
+    ASSERT_TRUE(read);
+    const PtrRef<DataGeometry> geometry(read->state(0)->geometry(0));
+    read = nullptr;
+    for (std::size_t p = 0; p < geometry->partCount(); ++p) {
+        orvtest::expectSamePart(*model.source->state(0)->geometry(0)->part(p), *geometry->part(p));
+    }
+}
+
 TEST_F(DataSourceZTFxTest, AFileThatIsReplacedStaysReadable) {
     const MemoryModel model;
     writeZtfx(model.source.get(), path);
@@ -288,6 +326,27 @@ TEST_F(SingleValuesTest, ComeWithTheWholeFieldOtherwise) {
     }
 }
 
+// One hexahedron: a value for each of its nodes, and for each of its surfaces.
+TEST_F(SingleValuesTest, OfSurfacesNeedTheElements) {
+    PtrRef<DataSourceMemory> cube(new DataSourceMemory(1));
+    cube->addGeometry();
+    orvtest::fillWithCubes(cube->addPart(0, "cube"), 1, 0);
+    cube->addState(StateInfo(1, "", StateInfo::TIME, 0));
+    const ResultInfo nodal = cube->addResult(SCALAR, "n", PER_ELEMENT_NODE);
+    const ResultInfo facial = cube->addResult(SCALAR, "f", PER_ELEMENT_SURFACE);
+    ASSERT_TRUE(cube->setValues(1, nodal, 0, 0, std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8}, nullptr));
+    ASSERT_TRUE(cube->setValues(1, facial, 0, 0, std::vector<double>{1, 2, 3, 4, 5, 6}, nullptr));
+    writeZtfx(cube.get(), path);
+    const PtrRef<DataSourceZTFx> read = openZtfx(path);
+    ASSERT_TRUE(read);
+    const DataGeometry* geometry = read->state(0)->geometry(0);
+    EXPECT_EQ(copied(read.get(), nodal.id(), 0, 7, 1), std::vector<double>{8});
+    EXPECT_EQ(geometry->byteCount(), bytesOfUnread(*geometry));
+    EXPECT_EQ(copied(read.get(), facial.id(), 0, 5, 1), std::vector<double>{6});
+    EXPECT_EQ(geometry->byteCount(), cube->state(0)->geometry(0)->byteCount());
+    EXPECT_EQ(read->state(0)->resultByteCount(), 0u);
+}
+
 TEST_F(SingleValuesTest, AnswerQueries) {
     writeZtfx(memory.get(), path);
     const PtrRef<DataSourceZTFx> read = openZtfx(path);
@@ -300,6 +359,7 @@ TEST_F(SingleValuesTest, AnswerQueries) {
     EXPECT_EQ(results[1].averageSubItemScalar(), 0.1);
     EXPECT_FALSE(ResultsQuery(read.get()).scalars(3, 1, 0, &items, &results));
     EXPECT_EQ(read->state(0)->resultByteCount(), 0u);
+    EXPECT_EQ(read->state(0)->geometry(0)->byteCount(), bytesOfUnread(*read->state(0)->geometry(0)));
 }
 
 } // namespace

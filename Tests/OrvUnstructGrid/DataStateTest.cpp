@@ -1,5 +1,6 @@
 #include "OrvUnstructGrid/DataState.h"
 
+#include "OrvUnstructGrid/Error.h"
 #include "Tests/Support/AssertRecorder.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,16 @@ TEST_F(DataStateTest, GivesItsGeometries) {
     EXPECT_EQ(state.geometryCount(), 2u);
     EXPECT_EQ(state.geometry(0), first.get());
     EXPECT_EQ(unchanging.geometry(1), second.get());
+}
+
+TEST_F(DataStateTest, ReadsItsGeometries) {
+    Error error;
+    EXPECT_TRUE(unchanging.readGeometries(&error));
+    first->addPart(2)->readLater({}, [](DataNodes*, DataElements*, Error*) { return true; });
+    EXPECT_TRUE(unchanging.readGeometries(&error));
+    second->addPart(2)->readLater({}, [](DataNodes*, DataElements*, Error* problem) { return fail(problem, "why"); });
+    EXPECT_FALSE(unchanging.readGeometries(&error));
+    EXPECT_EQ(error.message(), "why");
 }
 
 TEST_F(DataStateTest, GeometryBeyondTheEndIsNull) {

@@ -2,13 +2,18 @@
 
 #include "OrvUnstructGrid/ZtfxReader_p.h"
 
+#include "OrvUnstructGrid/HitItem.h"
+#include "OrvUnstructGrid/UnstructGridModel.h"
+#include "OrvUnstructGrid/ZTFWriter.h"
 #include "Tests/OrvUnstructGrid/ZtfxFiles.h"
 #include "Tests/Support/AssertRecorder.h"
+#include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace orv::ug;
 using orv::PtrRef;
@@ -28,6 +33,10 @@ std::string openAndLoad(const std::string& path, const char* password, PtrRef<Da
         return error.message().toStdString();
     }
     for (const StateInfo& state : (*opened)->directory()->stateInfos()) {
+        if (!(*opened)->state((*opened)->stateIndex(state.id()))->readGeometries(&error)) {
+            EXPECT_FALSE(error.isEmpty());
+            return error.message().toStdString();
+        }
         for (const ResultType type : {SCALAR, VECTOR, DISPLACEMENT, SYMMETRIC_TENSOR}) {
             for (const ResultInfo& info : (*opened)->directory()->resultInfos(type)) {
                 DataStateSpec spec;
@@ -217,12 +226,94 @@ TEST_F(DamageTest, AFileThatShrinksLaterEndsInAnError) {
     write("", ZTFxWriter::STORED);
     PtrRef<DataSourceZTFx> opened = orvtest::openZtfx(path);
     ASSERT_TRUE(opened);
-    folder.write("a.ztfx", "");
+    const std::string bytes = folder.read("a.ztfx");
     Error error;
     DataStateSpec spec;
     spec.setResultIds({opened->directory()->findScalarResultInfo(1)});
+    folder.write("a.ztfx", "");
+    EXPECT_FALSE(opened->loadDataState(1, spec, &error));
+    EXPECT_TRUE(error.message().toStdString().starts_with(path + ", entry 'data/1': ")) << error.message();
+
+    // The same with the mesh in memory.
+    folder.write("a.ztfx", bytes);
+    opened = orvtest::openZtfx(path);
+    ASSERT_TRUE(opened);
+    EXPECT_TRUE(opened->state(0)->readGeometries(&error));
+    folder.write("a.ztfx", "");
     EXPECT_FALSE(opened->loadDataState(1, spec, &error));
     EXPECT_TRUE(error.message().toStdString().starts_with(path + ", entry 'data/6': ")) << error.message();
+}
+
+/// A file whose index and entries are as they should be, but for one byte of the coordinates.
+class DamagedMeshTest : public DamageTest {
+protected:
+    DamagedMeshTest() {
+        write("", ZTFxWriter::STORED);
+        entries.find("data/1")->bytes.front() ^= 1;
+        entries.write(path);
+        opened = orvtest::openZtfx(path);
+    }
+
+    const std::string expected = path + ", entry 'data/1': damaged: the bytes do not give the checksum of the index";
+    orvtest::LogRecorder logs;
+    PtrRef<DataSourceZTFx> opened;
+    Error error;
+};
+
+TEST_F(DamagedMeshTest, NothingIsLoadedOnIt) {
+    ASSERT_TRUE(opened);
+    DataState* state = opened->state(0);
+    const ResultInfo info = opened->directory()->findScalarResultInfo(1);
+    DataStateSpec spec;
+    spec.setResultIds({info});
+    for (int i = 0; i < 2; ++i) {
+        error.clear();
+        EXPECT_FALSE(opened->loadDataState(1, spec, &error));
+        EXPECT_EQ(error.message(), expected.c_str());
+        EXPECT_FALSE(state->hasLoaded(info));
+    }
+    EXPECT_TRUE(logs.take().empty());
+    double value = 0;
+    EXPECT_FALSE(opened->copyScalars(1, info, {0, 0, 0}, {&value, 1}, &error));
+    EXPECT_EQ(error.message(), expected.c_str());
+    EXPECT_TRUE(asserts.take().empty());
+}
+
+TEST_F(DamagedMeshTest, AnEmptyPartIsWhatWhoeverDoesNotAskWhyGets) {
+    ASSERT_TRUE(opened);
+    const DataPart* part = opened->state(0)->geometry(0)->part(0);
+    EXPECT_EQ(part->itemCount(PER_NODE), 12u);
+    EXPECT_EQ(part->nodes()->nodeCount(), 0u);
+    EXPECT_EQ(part->elements()->elementCount(), 0u);
+    EXPECT_EQ(part->itemCount(PER_NODE), 0u);
+    const std::vector<orvtest::LogMessage> messages = logs.take();
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0].message, expected);
+}
+
+TEST_F(DamagedMeshTest, IsNotWritten) {
+    ASSERT_TRUE(opened);
+    ZTFxWriter binary;
+    EXPECT_FALSE(binary.addCase(1, "", opened.get(), {}, &error) && binary.write(folder / "b.ztfx", nullptr, &error));
+    EXPECT_EQ(error.message(), expected.c_str());
+    error.clear();
+    EXPECT_FALSE(ZTFWriter().write(opened.get(), {}, folder / "b.ztf", nullptr, &error));
+    EXPECT_EQ(error.message(), expected.c_str());
+    EXPECT_FALSE(std::filesystem::exists(folder / "b.ztfx"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "b.ztf"));
+}
+
+TEST_F(DamagedMeshTest, IsNotShown) {
+    ASSERT_TRUE(opened);
+    const PtrRef<UnstructGridModel> model(new UnstructGridModel);
+    model->setDataSource(opened.get());
+    model->modelSpec().setStateId(1);
+    orv::Str reason;
+    EXPECT_FALSE(model->updateShapes(&reason));
+    EXPECT_EQ(reason, expected.c_str());
+    EXPECT_TRUE(model->shapes().empty());
+    HitItem hit;
+    EXPECT_FALSE(model->rayIntersect(orv::Ray(), &hit));
 }
 
 class LyingIndexTest : public DamageTest {
@@ -268,10 +359,43 @@ TEST_F(LyingIndexTest, ArraysAreWhatTheirEntriesAre) {
     EXPECT_EQ(lie(" connectivity=\"4\"", ""), path + ", entry 'data/3': 0 nodes are named, the elements need 16");
     EXPECT_EQ(lie(" elementTypes=\"3\"", ""), path + ", entry 'data/5': has 2 ids for 0 elements");
     EXPECT_EQ(lie(" elementTypes=\"3\" connectivity=\"4\" elementIds=\"5\"", " connectivity=\"4\""),
-              path + ", entry 'data/4': 16 nodes are named, the elements need 0");
+              path + ", entry 'data/7': has 2 items, expected 0 for result 'v'");
     EXPECT_EQ(lie(" coordinates=\"1\" nodeIds=\"2\"", ""),
-              path + ", entry 'data/4': names a node behind the last of 0");
+              path + ", entry 'data/6': has 12 items, expected 0 for result 't'");
     EXPECT_TRUE(asserts.take().empty());
+}
+
+TEST_F(LyingIndexTest, MeshesWithoutResultsAreWhatTheirEntriesAre) {
+    PtrRef<DataSourceMemory> cube(new DataSourceMemory(1));
+    cube->addGeometry();
+    orvtest::fillWithCubes(cube->addPart(0, "cube"), 1, 0);
+    cube->addState(StateInfo(1, "", StateInfo::TIME, 0));
+    orvtest::writeZtfx(cube.get(), path);
+    entries = ZipEntries::read(path);
+    EXPECT_EQ(lie(" elementTypes=\"2\"", ""), path + ", entry 'data/3': 8 nodes are named, the elements need 0");
+    EXPECT_EQ(lie(" coordinates=\"1\"", ""), path + ", entry 'data/3': names a node behind the last of 0");
+    EXPECT_TRUE(asserts.take().empty());
+}
+
+// How many there must be is known when the elements have been read. A cube has 8 nodes and 6 surfaces.
+TEST_F(LyingIndexTest, ResultsOnSurfacesHaveAnItemForEach) {
+    PtrRef<DataSourceMemory> cube(new DataSourceMemory(1));
+    cube->addGeometry();
+    orvtest::fillWithCubes(cube->addPart(0, "cube"), 1, 0);
+    cube->addState(StateInfo(1, "", StateInfo::TIME, 0));
+    const ResultInfo t = cube->addResult(SCALAR, "t", PER_NODE);
+    ASSERT_TRUE(cube->setValues(1, t, 0, 0, std::vector<double>(8, 0.5), nullptr));
+    orvtest::writeZtfx(cube.get(), path);
+    entries = ZipEntries::read(path);
+    const std::string expected = path + ", entry 'data/4': has 8 items, expected 6 for result 't'";
+    EXPECT_EQ(lie("mapping=\"node\"", "mapping=\"element_surface\""), expected);
+    const PtrRef<DataSourceZTFx> opened = orvtest::openZtfx(path);
+    ASSERT_TRUE(opened);
+    Error error;
+    double value = 0;
+    EXPECT_FALSE(
+        opened->copyScalars(1, opened->directory()->findScalarResultInfo(t.id()), {0, 0, 5}, {&value, 1}, &error));
+    EXPECT_EQ(error.message(), expected.c_str());
 }
 
 TEST_F(LyingIndexTest, AttributesAreWhatTheyMayBe) {

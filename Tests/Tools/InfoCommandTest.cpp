@@ -2,6 +2,7 @@
 #include "Tests/Tools/FrdColumns.h"
 
 #include "Tests/Support/ScratchFolder.h"
+#include "Tests/Tools/CommandResults.h"
 #include "Tests/Tools/Program.h"
 #include "Tests/Tools/TinyFrd.h"
 
@@ -70,6 +71,18 @@ TEST(InfoCommand, JsonListsTheStates) {
     // The values in columns 12 to 23 of the lines 100CL.
     EXPECT_THAT(column(states, "referenceValue"), ElementsAre("0.2", "0.4", "0.6", "0.8", "1.0"));
     EXPECT_THAT(column(states, "referenceType"), ElementsAre("time", "time", "time", "time", "time"));
+}
+
+TEST(InfoCommand, RefusesAFileWithDamagedParts) {
+    const orvtest::ScratchFolder folder;
+    const std::string file = folder / "a.ztfx";
+    ASSERT_EQ(runOrvapp({"convert", folder.write("tiny.frd", orvtest::tinyFrd()), file}).exitCode, 0);
+    std::string bytes = folder.read("a.ztfx");
+    // The first array holds coordinates. It lies behind its name.
+    bytes[bytes.find("data/1") + 40] ^= 1;
+    folder.write("a.ztfx", bytes);
+    EXPECT_EQ(orvtest::failureOf({"info", file}),
+              "orvapp: " + file + ", entry 'data/1': damaged: the bytes do not give the checksum of the index\n");
 }
 
 TEST(InfoCommand, JsonListsTheParts) {
