@@ -41,7 +41,7 @@ public:
             const auto ours = reporter.times.find(claim.name + " ours");
             const auto rival = reporter.times.find(claim.name + " rival");
             if (ours != reporter.times.end() && rival != reporter.times.end()) {
-                std::printf("ratio %s: ours/rival = %.2f (limit %.2f)\n", claim.name.c_str(),
+                std::printf("ratio %s: ours/rival = %.3g (limit %.2f)\n", claim.name.c_str(),
                             ours->second / rival->second, claim.limit);
             }
         }

@@ -194,9 +194,9 @@ void writeByLibzip(const std::vector<std::span<const double>>& arrays, const std
     require(zip_close(zip) == 0, "write by libzip");
 }
 
-void claimOpening(orvbench::Claims* claims, const TemporaryFile& file) {
-    claims->add("open a file of 1 GB beside reading it through", 0.02, {[] {}, [&file] { open(file.path()); }},
-                {[] {}, [&file] { readThrough(file.path()); }});
+void claimOpening(orvbench::Claims* claims, const TemporaryFile& file, const std::string& what) {
+    claims->add("open a file of 1 GB, " + what + ", beside reading it through", 0.02,
+                {[] {}, [&file] { open(file.path()); }}, {[] {}, [&file] { readThrough(file.path()); }});
 }
 
 void claimLoading(orvbench::Claims* claims, const TemporaryFile& plain, const TemporaryFile& encrypted) {
@@ -205,15 +205,22 @@ void claimLoading(orvbench::Claims* claims, const TemporaryFile& plain, const Te
     for (const ResultInfo& info : {scalar, displacement}) {
         const std::size_t bytes = nodes * doublesPerItem(info.type()) * sizeof(double);
         const std::string name = info.name().toStdString() + " of " + std::to_string(bytes / 1000000) + " MB";
-        claims->add(
-            "load " + name + " beside read()", 1 / 0.7,
-            {[source, &plain] { *source = open(plain.path()); }, [source, info] { load(source->get(), 2, info); }},
-            {[] {}, [&plain, bytes] { readBytes(plain.path(), bytes); }});
+        // The mesh has come with an earlier field. The rival finds the processor's caches in the same state.
+        const auto prepare = [source, &plain] {
+            *source = open(plain.path());
+            load(source->get(), 1, scalar);
+        };
+        claims->add("load " + name + " beside read()", 1 / 0.7,
+                    {prepare, [source, info] { load(source->get(), 2, info); }},
+                    {prepare, [&plain, bytes] { readBytes(plain.path(), bytes); }});
         // Entries 1 to 3 are the mesh, and each state has two fields.
         const char* entry = info == scalar ? "data/6" : "data/7";
         const auto zip = std::make_shared<zip_t*>(zip_open(encrypted.path().c_str(), ZIP_RDONLY, nullptr));
         claims->add("load " + name + ", encrypted, beside libzip", 1 / 0.9,
-                    {[source, &encrypted] { *source = open(encrypted.path(), "secret"); },
+                    {[source, &encrypted] {
+                         *source = open(encrypted.path(), "secret");
+                         load(source->get(), 1, scalar);
+                     },
                      [source, info] { load(source->get(), 2, info); }},
                     {[] {}, [zip, entry, bytes] { readEntry(*zip, entry, "secret", bytes); }});
     }
@@ -250,20 +257,19 @@ int main(int argc, char** argv) {
     // Memory that is freed is used again at once: what the system takes for new pages depends on who comes first.
     ::mallopt(M_MMAP_THRESHOLD, 1 << 30);
     ::mallopt(M_TRIM_THRESHOLD, 1 << 30);
-    const TemporaryFile big("-big.ztfx"), plain("-plain.ztfx"), encrypted("-encrypted.ztfx"), written("-written.ztfx");
-    {
-        // Opening reads the mesh of 64 thousand nodes, here 0.4 % of the file.
-        const PtrRef<NoisySource> source(new NoisySource(39, 200, {scalar, displacement, stress}));
-        write(source.get(), big.path());
-        std::printf("big file: %.0f MB\n", big.megabytes());
-    }
+    const TemporaryFile states("-states.ztfx"), nodes("-nodes.ztfx"), plain("-plain.ztfx"),
+        encrypted("-encrypted.ztfx"), written("-written.ztfx");
+    write(PtrRef(new NoisySource(39, 200, {scalar, displacement, stress})).get(), states.path());
+    write(PtrRef(new NoisySource(99, 13, {scalar, displacement, stress})).get(), nodes.path());
+    std::printf("big files: %.0f MB and %.0f MB\n", states.megabytes(), nodes.megabytes());
     {
         const PtrRef<NoisySource> source(new NoisySource(100, 3, {scalar, displacement}));
         write(source.get(), plain.path());
         write(source.get(), encrypted.path(), "secret");
     }
-    orvbench::Claims claims;
-    claimOpening(&claims, big);
+    orvbench::Claims claims(9);
+    claimOpening(&claims, states, "600 fields on 64 thousand nodes");
+    claimOpening(&claims, nodes, "39 fields on a million nodes");
     claimLoading(&claims, plain, encrypted);
     claimWriting(&claims, written);
     return claims.run(argc, argv);

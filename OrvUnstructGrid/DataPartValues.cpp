@@ -102,12 +102,28 @@ void DataPartScalar::updateMinMax() {
     extendMinMax(span());
 }
 
+void DataPartScalar::updateMinMaxWhenAsked() {
+    m_isUpdateDue = true;
+}
+
 void DataPartScalar::clearMinMax() {
-    m_minimum = UNDEFINED_DOUBLE;
-    m_maximum = UNDEFINED_DOUBLE;
+    m_range = {};
+    m_isUpdateDue = false;
 }
 
 void DataPartScalar::extendMinMax(std::span<const double> values) {
+    m_range = extended(range(), values);
+}
+
+double DataPartScalar::minimum() const {
+    return range().minimum;
+}
+
+double DataPartScalar::maximum() const {
+    return range().maximum;
+}
+
+DataPartScalar::Range DataPartScalar::extended(const Range& range, std::span<const double> values) {
     Lanes lanes;
     const std::size_t inLanes = values.size() - values.size() % laneCount;
     for (std::size_t i = 0; i < inLanes; i += laneCount) {
@@ -118,21 +134,19 @@ void DataPartScalar::extendMinMax(std::span<const double> values) {
     for (std::size_t i = inLanes; i < values.size(); ++i) {
         lanes.include(0, values[i]);
     }
-    lanes.include(0, m_minimum);
-    lanes.include(0, m_maximum);
+    lanes.include(0, range.minimum);
+    lanes.include(0, range.maximum);
     const double low = *std::min_element(lanes.low, lanes.low + laneCount);
     const double high = *std::max_element(lanes.high, lanes.high + laneCount);
-    const bool anyCounts = low <= high;
-    m_minimum = anyCounts ? low : UNDEFINED_DOUBLE;
-    m_maximum = anyCounts ? high : UNDEFINED_DOUBLE;
+    return low <= high ? Range{low, high} : Range();
 }
 
-double DataPartScalar::minimum() const {
-    return m_minimum;
-}
-
-double DataPartScalar::maximum() const {
-    return m_maximum;
+const DataPartScalar::Range& DataPartScalar::range() const {
+    if (m_isUpdateDue) {
+        m_range = extended({}, span());
+        m_isUpdateDue = false;
+    }
+    return m_range;
 }
 
 DataPartVector::DataPartVector() : DataPartValues(3) {}

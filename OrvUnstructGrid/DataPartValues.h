@@ -64,6 +64,10 @@ public:
     /// UNDEFINED_DOUBLE and NaNs are left out.
     void updateMinMax();
 
+    /// The same, put off until somebody asks for minimum() or maximum(): for values that may be dropped before. What
+    /// counts then is what the values are by that time.
+    void updateMinMaxWhenAsked();
+
     /// @name updateMinMax() piece by piece, for writers that have each piece at hand as they write it
     /// @{
     /// Nothing counts yet.
@@ -72,13 +76,21 @@ public:
     void extendMinMax(std::span<const double> values);
     /// @}
 
-    /// UNDEFINED_DOUBLE until the first updateMinMax(), or when no value counts.
+    /// UNDEFINED_DOUBLE until the first of these calls, or when no value counts. May take the range only now.
     double minimum() const;
     double maximum() const;
 
 private:
-    double m_minimum = UNDEFINED_DOUBLE;
-    double m_maximum = UNDEFINED_DOUBLE;
+    struct Range {
+        double minimum = UNDEFINED_DOUBLE;
+        double maximum = UNDEFINED_DOUBLE;
+    };
+
+    static Range extended(const Range& range, std::span<const double> values);
+    const Range& range() const;
+
+    mutable Range m_range;
+    mutable bool m_isUpdateDue = false;
 };
 
 /// X, Y, Z for each item.

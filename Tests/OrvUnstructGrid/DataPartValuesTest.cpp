@@ -137,6 +137,37 @@ TEST(DataPartScalar, RangeFollowsNewValues) {
     EXPECT_EQ(part.maximum(), UNDEFINED_DOUBLE);
 }
 
+TEST(DataPartScalar, RangeCanWaitUntilItIsAskedFor) {
+    DataPartScalar part;
+    fill(&part, {1, UNDEFINED_DOUBLE, 2});
+    part.updateMinMaxWhenAsked();
+    // What is written until then counts.
+    part.values()[0] = 3;
+    EXPECT_EQ(part.minimum(), 2);
+    EXPECT_EQ(part.maximum(), 3);
+    // And nothing that is written later.
+    part.values()[0] = 9;
+    EXPECT_EQ(part.maximum(), 3);
+
+    part.updateMinMaxWhenAsked();
+    EXPECT_EQ(part.maximum(), 9);
+    EXPECT_EQ(part.minimum(), 2);
+
+    const double more[] = {10};
+    part.updateMinMaxWhenAsked();
+    part.values()[0] = 5;
+    part.extendMinMax(more);
+    EXPECT_EQ(part.minimum(), 2);
+    EXPECT_EQ(part.maximum(), 10);
+
+    part.updateMinMaxWhenAsked();
+    part.clearMinMax();
+    EXPECT_EQ(part.minimum(), UNDEFINED_DOUBLE);
+    part.updateMinMaxWhenAsked();
+    part.updateMinMax();
+    EXPECT_EQ(part.maximum(), 5);
+}
+
 TEST(DataPartScalar, RangeGrowsPieceByPiece) {
     DataPartScalar part;
     const double first[] = {3, UNDEFINED_DOUBLE, 4};
