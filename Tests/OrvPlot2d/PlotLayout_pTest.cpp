@@ -112,7 +112,8 @@ struct Data {
 std::vector<Data> dataKinds() {
     const Numbers x = spaced(0.0, 10.3, 40);
     return {{x, mapped(x, [](double t) { return std::sin(t); })},
-            {mapped(x, [](double t) { return 1e6 + t * 1e-5; }), mapped(x, [](double t) { return -1e8 + t * 1e-2; })},
+            {mapped(x, [](double t) { return 1e6 + t * 1e-5; }), x}, // wide labels over short ones
+            {x, mapped(x, [](double t) { return -1e8 + t * 1e-2; })},
             {mapped(x, [](double t) { return (t - 5.0) * 3e307; }), mapped(x, [](double t) { return t * 1e-305; })},
             {mapped(x, [](double t) { return std::pow(10.0, t - 3.0); }),
              mapped(x, [](double t) { return std::pow(10.0, -30.0 * t); }),
@@ -288,11 +289,11 @@ TEST(PlotLayout, TheLegendIsInAFreeCornerOfTheFrame) {
 }
 
 /// Curves that leave no room in the frame.
-PtrRef<OverlayPlot> fullPlot(std::size_t count, const Str& name) {
+PtrRef<OverlayPlot> fullPlot(std::size_t count, const Str& name, double length = 10.0) {
     const PtrRef<OverlayPlot> plot = makePlot("Title", "x", "y");
-    const Numbers x = spaced(0, 10, 500);
+    const Numbers x = spaced(0, length, 500);
     for (std::size_t i = 0; i < count; ++i) {
-        plot->addCurve(name, x, mapped(x, [&](double t) { return std::sin(40.0 * t + double(i)); }));
+        plot->addCurve(name, x, mapped(x, [&](double t) { return std::sin(400.0 * t / length + double(i)); }));
     }
     return plot;
 }
@@ -302,6 +303,23 @@ TEST(PlotLayout, TheLegendIsAtTheRightWhenTheFrameIsFull) {
     EXPECT_GT(layout.legend.box.left, layout.frame.right);
     EXPECT_NEAR(layout.legend.box.top, layout.frame.top, 1e-9);
     EXPECT_TRUE(layout.legend.isComplete());
+}
+
+TEST(PlotLayout, TheLegendEndsWithTheFrameThoughTheAxisTitleNeedsAnotherLineBesideIt) {
+    const Str xTitle(
+        "The running length along the path in the units of the model, from the first node to the last one");
+    std::size_t most = 0;
+    for (std::size_t count = 1; count < 40; ++count) {
+        const PtrRef<OverlayPlot> plot = fullPlot(count, "Node 17", 1e7); // with a factor beside the title
+        plot->axisSettings()->setXAxisTitle(xTitle);
+        const PlotLayout layout = layOut(plot, 800, 600);
+        EXPECT_EQ(find(layout, xTitle) != nullptr, layout.legend.box.left < layout.frame.right) << count;
+        if (layout.legend.box.left > layout.frame.right) {
+            EXPECT_LE(layout.legend.box.bottom, layout.frame.bottom) << count;
+            most = std::max(most, layout.legend.keys.size());
+        }
+    }
+    EXPECT_GT(most, 20u);
 }
 
 TEST(PlotLayout, TheLegendIsBelowWhenItIsWide) {
