@@ -82,7 +82,8 @@ public:
     /// @{
 
     /// The text of the file that the situation was read from, when there are elements or attributes in it that this
-    /// version does not know; they are written again. Empty when there are none.
+    /// version does not know; they are written again. Empty when there are none. It is no part of what a situation
+    /// shows: one that gets name, description, file, properties and user data of another one has none of it.
     const std::string& unknownXml() const;
     void setUnknownXml(std::string text);
     /// @}

@@ -99,13 +99,13 @@ void addUnknown(pugi::xml_node from, pugi::xml_node to) {
 /// Stops at what a situation never has.
 class ShapeCheck : public pugi::xml_tree_walker {
 public:
-    explicit ShapeCheck(const ZtfxXmlReader& xml, Error* error) : m_xml(xml), m_error(error) {}
+    ShapeCheck(const ZtfxXmlReader& xml, Error* error) : m_xml(xml), m_error(error) {}
 
     bool for_each(pugi::xml_node& node) override {
         if (node.type() == pugi::node_doctype) {
             return m_xml.fail(node, " has a document type in front of it, expected none", m_error);
         }
-        if (depth() >= DEEPEST_SITUATION_XML) {
+        if (node.type() == pugi::node_element && depth() >= DEEPEST_SITUATION_XML) {
             return m_xml.fail(node, " more than " + std::to_string(DEEPEST_SITUATION_XML) + " elements deep", m_error);
         }
         if (depth() == 0 && node.previous_sibling()) {
@@ -150,7 +150,7 @@ bool checkFormat(const ZtfxXmlReader& xml, pugi::xml_node root, Error* error) {
     if (!xml.readText(root, "format", &text, error)) {
         return false;
     }
-    const std::string known = std::to_string(FORMAT_MAJOR) + "." + std::to_string(FORMAT_MINOR);
+    const std::string known = situationFormat();
     if (!readFormat(text, &major, &minor) || major < FORMAT_MAJOR) {
         return xml.fail(root, "format", text, "one like " + known, error);
     }
@@ -159,11 +159,6 @@ bool checkFormat(const ZtfxXmlReader& xml, pugi::xml_node root, Error* error) {
 
 // A document type is kept so that it can be refused: what it says about entities would be passed over.
 constexpr unsigned int PARSE_OPTIONS = pugi::parse_cdata | pugi::parse_ws_pcdata_single | pugi::parse_doctype;
-
-void parseAgain(const std::string& unknownXml, pugi::xml_document* document) {
-    document->load_buffer(unknownXml.data(), unknownXml.size(), PARSE_OPTIONS | pugi::parse_escapes,
-                          pugi::encoding_utf8);
-}
 
 } // namespace
 
@@ -181,21 +176,24 @@ std::string unknownXmlOf(const pugi::xml_document& document) {
     return hasUnknown(document.document_element()) ? textOf(document) : std::string();
 }
 
-std::string situationFormatWith(const std::string& unknownXml) {
-    pugi::xml_document document;
-    parseAgain(unknownXml, &document);
-    int major = 0;
-    int minor = 0;
-    const bool isLater = readFormat(document.document_element().attribute("format").value(), &major, &minor) &&
-                         major == FORMAT_MAJOR && minor > FORMAT_MINOR;
-    return std::to_string(FORMAT_MAJOR) + "." + std::to_string(isLater ? minor : FORMAT_MINOR);
+std::string situationFormat() {
+    return std::to_string(FORMAT_MAJOR) + "." + std::to_string(FORMAT_MINOR);
 }
 
 void addUnknownXml(const std::string& unknownXml, pugi::xml_node root) {
     pugi::xml_document document;
-    parseAgain(unknownXml, &document);
-    if (const pugi::xml_node from = document.document_element()) {
-        addUnknown(from, root);
+    document.load_buffer(unknownXml.data(), unknownXml.size(), PARSE_OPTIONS | pugi::parse_escapes,
+                         pugi::encoding_utf8);
+    const pugi::xml_node from = document.document_element();
+    if (!from) {
+        return;
+    }
+    addUnknown(from, root);
+    const char* format = from.attribute("format").value();
+    int major = 0;
+    int minor = 0;
+    if (readFormat(format, &major, &minor) && major == FORMAT_MAJOR && minor > FORMAT_MINOR) {
+        root.attribute("format") = format;
     }
 }
 

@@ -23,10 +23,10 @@ bool isKnownSituationElement(pugi::xml_node node);
 /// The whole text when something in it is unknown, otherwise empty.
 std::string unknownXmlOf(const pugi::xml_document& document);
 
-/// The format to write, "MAJOR.MINOR": that of the unknown XML when it is the later one.
-std::string situationFormatWith(const std::string& unknownXml);
+/// "MAJOR.MINOR" of this version.
+std::string situationFormat();
 
-/// Appends what is unknown to a new document's elements.
+/// Appends what is unknown to a new document's elements, and raises the format to that of the unknown XML.
 void addUnknownXml(const std::string& unknownXml, pugi::xml_node root);
 
 } // namespace orv::ug

@@ -204,7 +204,7 @@ bool readOnly(const ZtfxXmlReader& xml, pugi::xml_node root, const char* name, E
 bool writeSituationXml(const Situation& situation, const Str& path, std::string* text, Error* error) {
     pugi::xml_document document;
     pugi::xml_node root = document.append_child("situation");
-    putText(root, "format", situationFormatWith(situation.unknownXml()));
+    putText(root, "format", situationFormat());
     putEscaped(root, "name", situation.name());
     putEscaped(root, "description", situation.description());
     putEscaped(root, "sourceModelFile", situation.sourceModelFile());

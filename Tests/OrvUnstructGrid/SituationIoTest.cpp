@@ -100,6 +100,28 @@ TEST(SituationIo, TakesFoldersAsPeopleNameThem) {
     EXPECT_TRUE(folder.has("back\\slash/Situation.xml"));
 }
 
+// Names of letters from all over Unicode.
+TEST(SituationIo, BringsBackAThousandSituations) {
+    const ScratchFolder folder;
+    const PtrRef<Situation> situation = fullSituation();
+    const auto nameOf = [](wchar_t i) { return Str(std::wstring{L'a', wchar_t(0xA1 + i * 40), wchar_t(0x10000 + i)}); };
+    const auto pathOf = [&](wchar_t i) { return Str(folder.path()) + "/" + nameOf(i); };
+    for (wchar_t i = 0; i < 1000; ++i) {
+        situation->setName(nameOf(i));
+        const bool isFolder = i % 2 == 0;
+        ASSERT_TRUE(isFolder ? SituationIo::writeFolder(situation.get(), pathOf(i))
+                             : SituationIo::writeArchiveFile(situation.get(), pathOf(i)));
+    }
+    for (wchar_t i = 0; i < 1000; ++i) {
+        situation->setName(nameOf(i));
+        const bool isFolder = i % 2 == 0;
+        const PtrRef<Situation> read(new Situation);
+        ASSERT_TRUE(isFolder ? SituationIo::readFolder(read.get(), pathOf(i))
+                             : SituationIo::readArchiveFile(read.get(), pathOf(i)));
+        ASSERT_EQ(described(*read), described(*situation));
+    }
+}
+
 TEST(SituationIo, FollowsALinkToTheFolder) {
     const ScratchFolder folder;
     std::filesystem::create_directory(folder / "real");

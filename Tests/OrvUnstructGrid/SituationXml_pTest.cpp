@@ -367,6 +367,7 @@ TEST(SituationXml, RefusesWhatIsTooDeep) {
         for (int i = 1; i < depth; ++i) {
             text += "<a>";
         }
+        text += "A text is no element.";
         for (int i = 1; i < depth; ++i) {
             text += "</a>";
         }
