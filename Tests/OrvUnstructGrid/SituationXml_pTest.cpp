@@ -212,6 +212,7 @@ TEST(SituationXml, KeepsWhatItDoesNotKnow) {
   <entry key="k" value="v" by="you" />
  </userData>
  <future kind="x">text &amp; <b>bold</b><![CDATA[<raw>]]></future>
+ <blank>  </blank>
 </situation>
 )";
     const PtrRef<Situation> situation = readFrom(text);
