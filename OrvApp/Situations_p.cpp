@@ -38,13 +38,12 @@ void captureCurrentInto(ug::Situation* situation) {
 }
 
 /// A folder with any other file in it stays, without its main file.
-bool deleteFolder(const Str& folder) {
-    for (const Str& file : {mainFileIn(folder)}) {
-        if (SituationsPrivate::exists(file)) {
-            rvf::FileSystem::deleteFile(Convert::toRvfString(file));
-        }
+void deleteFolder(const Str& folder) {
+    const Str file = mainFileIn(folder);
+    if (SituationsPrivate::exists(file)) {
+        rvf::FileSystem::deleteFile(Convert::toRvfString(file));
     }
-    return ::rmdir(toUtf8(folder).ptr()) == 0;
+    ::rmdir(toUtf8(folder).ptr());
 }
 
 Str tempFolder() {

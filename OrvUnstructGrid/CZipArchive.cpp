@@ -102,9 +102,10 @@ std::optional<Contents> readFile(const char* path, std::size_t chunkSize) {
     if (isRead) {
         contents.size = static_cast<std::size_t>(status.st_size);
         contents.time = status.st_mtime;
-        contents.bytes.reset(std::malloc(std::max<std::size_t>(contents.size, 1)));
-        isRead =
-            contents.bytes && readAll(descriptor, static_cast<char*>(contents.bytes.get()), contents.size, chunkSize);
+        // Nothing at all for an empty file: libzip forgets a buffer without bytes.
+        contents.bytes.reset(contents.size > 0 ? std::malloc(contents.size) : nullptr);
+        isRead = (contents.bytes || contents.size == 0) &&
+                 readAll(descriptor, static_cast<char*>(contents.bytes.get()), contents.size, chunkSize);
     }
     ::close(descriptor);
     return isRead ? std::optional<Contents>(std::move(contents)) : std::nullopt;

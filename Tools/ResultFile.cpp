@@ -1,7 +1,6 @@
 #include "Tools/ResultFile.h"
 
 #include "Tools/CommandError.h"
-#include "Tools/LogMessages.h"
 #include "Tools/Output.h"
 #include "Tools/QuietLog.h"
 
@@ -12,7 +11,7 @@ namespace orvapp {
 namespace {
 
 orv::ug::UnstructGridModel* openModel(const std::string& path, const std::string& password) {
-    const LogMessages quiet;
+    const QuietLog quiet;
     orv::ug::Error error;
     orv::ug::UnstructGridModel* model = orv::app::Models::instance()->open(path, password, &error);
     if (!model) {

@@ -3,8 +3,8 @@
 #include "Tools/CommandError.h"
 #include "Tools/DisplayText.h"
 #include "Tools/JsonReports.h"
-#include "Tools/LogMessages.h"
 #include "Tools/Output.h"
+#include "Tools/QuietLog.h"
 #include "Tools/SituationPlaces.h"
 #include "Tools/SituationReport.h"
 #include "Tools/Table.h"
@@ -58,7 +58,7 @@ void runSituationRename(const SituationRenameOptions& options) {
     orv::app::Situations* catalogue = orv::app::Situations::instance();
     catalogue->add(situation);
     const orv::Str description = options.description ? orv::Str(*options.description) : situation->description();
-    const LogMessages quiet;
+    const QuietLog quiet;
     if (!catalogue->updateSituationInfo(catalogue->situationIndex(situation), options.folder, options.name,
                                         description)) {
         throw CommandError("cannot write to the folder \"" + options.folder + '"');
@@ -92,7 +92,7 @@ void runSituationRecover(const SituationRecoverOptions& options) {
     if (!catalogue->recoverySituationExists()) {
         throw CommandError(options.folder + ": there is nothing to recover");
     }
-    const LogMessages quiet;
+    const QuietLog quiet;
     PlacedSituation recovered = {options.folder, catalogue->loadRecovery()};
     if (!recovered.situation) {
         recovered = situationAt(options.folder); // which tells why not

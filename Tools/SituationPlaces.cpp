@@ -1,9 +1,9 @@
 #include "Tools/SituationPlaces.h"
 
 #include "Tools/CommandError.h"
-#include "Tools/LogMessages.h"
 #include "Tools/Names.h"
 #include "Tools/Output.h"
+#include "Tools/QuietLog.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -83,7 +83,7 @@ unsigned long long entryCount(const std::string& path) {
 
 std::vector<PlacedSituation> readArchive(const std::string& path) {
     const OwnTempFolder temp;
-    const LogMessages log;
+    const QuietLog log;
     const auto situations = orv::app::Situations::instance()->importSituations(path);
     const unsigned long long count = entryCount(path);
     if (count == 0 && log.count() > 0) {
@@ -169,7 +169,7 @@ void writeArchive(const std::vector<PlacedSituation>& situations, const std::str
         list.push_back(placed.situation.get());
     }
     const OwnTempFolder temp;
-    const LogMessages log;
+    const QuietLog log;
     const ino_t earlier = fileNumber(path);
     orv::app::Situations::instance()->exportSituations(list, path);
     if (log.count() > 0 || fileNumber(path) == earlier || entryCount(path) != list.size()) {
