@@ -13,7 +13,7 @@ using orvtest::bracketFile;
 using orvtest::failureOf;
 using orvtest::jsonOf;
 using orvtest::lines;
-using orvtest::NodeValues;
+using orvtest::namesIn;
 using orvtest::Outcome;
 using orvtest::runOrvapp;
 using orvtest::TinyFile;
@@ -203,6 +203,26 @@ TEST(HistoryCommand, ANodeOfSeveralPartsIsTakenFromTheFirstOrFromTheOneChosen) {
     EXPECT_EQ(failureOf({"history", bracketFile(), "--result", "PE", "--node", "1", "--part", "STEL"}),
               "orvapp: " + bracketFile() +
                   ": there is no part \"STEL\"; did you mean \"STEEL\"? (parts: \"STEEL\", \"ALUMINIUM\")\n");
+}
+
+TEST(HistoryCommand, OfSeveralGroupsOfStatesOneIsDrawn) {
+    // The last two increments made modes: the kind of a block stands behind its number, value, rows and text, which
+    // take 7 + 5 + 12 + 12 + 20 columns, in two more.
+    const orvtest::ScratchFolder folder;
+    std::string bracket = orvtest::readWholeFile(bracketFile());
+    for (const char* header : {"\n  100CL  104", "\n  100CL  105"}) {
+        for (std::size_t at = bracket.find(header); at != std::string::npos; at = bracket.find(header, at + 1)) {
+            bracket[at + 1 + 56 + 1] = '2';
+        }
+    }
+    const std::string file = folder.write("modes.frd", bracket);
+    const std::vector<double> all = column("PE", 45, 0);
+    const Json steps = historyOf({file, "--result", "PE", "--node", "45"});
+    EXPECT_EQ(steps["x"], "Time");
+    EXPECT_EQ(steps["curves"][0]["y"], Json({all[0], all[1], all[2]}));
+    const Json modes = historyOf({file, "--result", "PE", "--node", "45", "--state", namesIn(file, "states")[4]});
+    EXPECT_EQ(modes["x"], "Frequency");
+    EXPECT_EQ(modes["curves"][0]["y"], Json({all[3], all[4]}));
 }
 
 TEST(HistoryCommand, WhatIsNotThereIsTold) {
