@@ -153,6 +153,7 @@ void runHistory(const HistoryOptions& options) {
     PlotCommand command(options.plot);
     checkMapping(command, items);
     const ResultFile& file = command.file();
+    file.readMeshes();
     if (!options.state.empty()) {
         const std::vector<std::string> states = namesOf(file.directory().stateInfos());
         orv::app::States::instance()->setCurrentIndex(choose(file, "state", states, options.state).front());

@@ -1,6 +1,5 @@
 #include "Tools/InfoCommand.h"
 
-#include "Tools/CommandError.h"
 #include "Tools/DisplayText.h"
 #include "Tools/InfoReport.h"
 #include "Tools/JsonReports.h"
@@ -72,17 +71,8 @@ std::vector<ResultRow> resultRows(const ResultFile& file) {
     return rows;
 }
 
-/// Parts that cannot be read would be listed as empty ones.
-void readMeshes() {
-    const orv::ug::DataState* state = orv::app::States::instance()->current();
-    orv::ug::Error error;
-    if (state && !state->readGeometries(&error)) {
-        throw CommandError(error.message().toStdString());
-    }
-}
-
 ModelReport modelReport(const ResultFile& file, const FileCase& fileCase) {
-    readMeshes();
+    file.readMeshes();
     ModelReport report;
     report.caseId = fileCase.id;
     report.caseName = fileCase.name;

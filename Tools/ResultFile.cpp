@@ -77,6 +77,13 @@ std::vector<orv::ug::ResultInfo> ResultFile::results() const {
     return all;
 }
 
+void ResultFile::readMeshes() const {
+    orv::ug::Error error;
+    if (!m_source->state(0)->readGeometries(&error)) {
+        throw CommandError(error.message().toStdString());
+    }
+}
+
 std::vector<FilePart> ResultFile::parts() const {
     std::vector<FilePart> parts;
     for (std::size_t geometry = 0; geometry < directory().geometryCountPerState(); ++geometry) {

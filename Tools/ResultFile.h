@@ -46,6 +46,10 @@ public:
     /// All results, whichever states have them, in the order of the Results catalogue.
     std::vector<orv::ug::ResultInfo> results() const;
 
+    /// Has the meshes of the first state read, which a file may leave until they are needed: parts that cannot be read
+    /// look like empty ones. Throws CommandError with the reader's reason.
+    void readMeshes() const;
+
     /// The parts of all geometries, in the order of the Parts catalogue.
     std::vector<FilePart> parts() const;
 

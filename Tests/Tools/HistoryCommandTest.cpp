@@ -275,3 +275,16 @@ TEST(HistoryCommand, AStateThatCannotBeReadIsNoGapButAnError) {
                 HasSubstr(broken));
     EXPECT_THAT(folder.names(), ElementsAre("broken.frd"));
 }
+
+TEST(HistoryCommand, ADamagedMeshHasNoNodesToMiss) {
+    const orvtest::ScratchFolder folder;
+    const TinyFile tiny;
+    const std::string file = folder / "a.ztfx";
+    ASSERT_EQ(runOrvapp({"convert", tiny.path(), file}).exitCode, 0);
+    std::string bytes = folder.read("a.ztfx");
+    // The first array holds coordinates. It lies behind its name.
+    bytes[bytes.find("data/1") + 40] ^= 1;
+    folder.write("a.ztfx", bytes);
+    EXPECT_EQ(failureOf({"history", file, "--result", "l2Norm(DISP)", "--node", "12"}),
+              "orvapp: " + file + ", entry 'data/1': damaged: the bytes do not give the checksum of the index\n");
+}
