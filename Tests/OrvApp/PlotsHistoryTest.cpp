@@ -478,6 +478,14 @@ TEST_F(PlotsHistoryOfGroupsTest, WhatAGroupNamesInVainIsSkipped) {
     EXPECT_EQ(add(nodeHit(0), info.id())->x(), Numbers{2});
 }
 
+TEST_F(PlotsHistoryTest, AStateMayHaveTheNumberZero) {
+    addStates({1, 0});
+    const ResultInfo info = addScalar(ug::PER_NODE, {1, 0});
+    source->directory()->setStateGroupInfos({StateGroupInfo({1}), StateGroupInfo({0})});
+    model->modelSpec().setStateId(0);
+    EXPECT_EQ(add(nodeHit(3), info.id())->y(), Numbers{3});
+}
+
 TEST_F(PlotsHistoryTest, GroupsWithoutStatesAreAMistake) {
     source->directory()->addStateGroupInfo(StateGroupInfo({1}));
     const ResultInfo info = source->addResult(ug::SCALAR, "Heat", ug::PER_NODE);

@@ -294,6 +294,8 @@ TEST_F(PlotsLengthTest, AllItemsLieOnOneKindOfThing) {
 }
 
 TEST_F(PlotsLengthTest, OnPlanesAllItemsLieOnOne) {
+    select({planeHit(1, {}), planeHit(0, {})});
+    expectError(severalPlanes);
     select({planeHit(1, {}), planeHit(1, {}), planeHit(0, {})});
     expectError(severalPlanes);
     expectUntouched();
