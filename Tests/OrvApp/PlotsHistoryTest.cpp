@@ -493,7 +493,7 @@ TEST_F(PlotsHistoryTest, GroupsWithoutStatesAreAMistake) {
     EXPECT_EQ(asserts.take(), Failures{failed(inside, "currentStateId >= 0")});
 }
 
-/// The bracket's four states, through the catalogues.
+/// The bracket's five states, through the catalogues.
 class PlotsHistoryOfAFileTest : public orvtest::CatalogueTest {
 protected:
     void SetUp() override {
@@ -517,7 +517,7 @@ protected:
             x.push_back(States::instance()->currentInfo().referenceValue());
             y.push_back(values->value(node));
         }
-        EXPECT_GT(x.size(), 1u);
+        EXPECT_EQ(x.size(), 5u);
         EXPECT_EQ(curve->x(), x);
         EXPECT_EQ(curve->y(), y);
     }
@@ -527,6 +527,14 @@ protected:
         return Results::instance()->scalarInfo(name);
     }
 };
+
+TEST_F(PlotsHistoryOfAFileTest, AScalarOfTheFileAgreesWithWhatTheStatesHold) {
+    for (const char* name : {"PE", "ERROR"}) {
+        for (const size_t node : {0, 1, 100}) {
+            expectAgreement(Results::instance()->scalarInfo(name), node);
+        }
+    }
+}
 
 TEST_F(PlotsHistoryOfAFileTest, AComputedScalarAgreesWithWhatTheStatesHold) {
     const ResultInfo motion = Results::instance()->displacementInfo("DISP");

@@ -90,6 +90,21 @@ TEST(HistoryCommand, ElementsAreDrawnByTheirNumbers) {
     }
 }
 
+TEST(HistoryCommand, EveryFormatTellsTheSame) {
+    const orvtest::ScratchFolder folder;
+    const std::string password = folder.write("password.txt", "secret\n");
+    const std::string open = folder / "open.ztfx";
+    const std::string closed = folder / "closed.ztfx";
+    ASSERT_EQ(runOrvapp({"convert", bracketFile(), open}).exitCode, 0);
+    ASSERT_EQ(runOrvapp({"convert", bracketFile(), closed, "--password-file", password}).exitCode, 0);
+    for (const char* result : {"PE", "vonMises(STRESS)"}) {
+        const Json report = historyOf({bracketFile(), "--result", result, "--node", "64"});
+        EXPECT_EQ(historyOf({open, "--result", result, "--node", "64"}), report);
+        EXPECT_EQ(historyOf({closed, "--result", result, "--node", "64", "--password-file", password}), report);
+    }
+    EXPECT_THAT(failureOf({"history", closed, "--result", "PE", "--node", "64"}), HasSubstr(closed));
+}
+
 TEST(HistoryCommand, TableTellsTheRangeOfEachCurve) {
     const Outcome outcome =
         runOrvapp({"history", bracketFile(), "--result", "PE", "--node", "13", "--name", "Plastic"});
