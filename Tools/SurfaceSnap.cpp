@@ -101,17 +101,14 @@ Candidate nearestShown(const orv::ug::UnstructGridModel& model, const Vec3d& tar
 
 /// Picks the point from close by, so that nothing comes between.
 bool pick(const orv::ug::UnstructGridModel& model, const Candidate& candidate, double reach, orv::ug::HitItem* item) {
-    for (const double sign : {1.0, -1.0}) {
-        const Vec3d direction = candidate.direction * sign;
-        orv::Ray ray;
-        ray.setOrigin(candidate.point + direction * reach);
-        ray.setDirection(-direction);
-        if (model.rayIntersect(ray, item) && (item->coordinate() - candidate.point).length() <= 2 * reach) {
-            item->setCoordinate(candidate.point);
-            return true;
-        }
+    orv::Ray ray;
+    ray.setOrigin(candidate.point + candidate.direction * reach);
+    ray.setDirection(-candidate.direction);
+    if (!model.rayIntersect(ray, item) || (item->coordinate() - candidate.point).length() > 2 * reach) {
+        return false;
     }
-    return false;
+    item->setCoordinate(candidate.point);
+    return true;
 }
 
 } // namespace
