@@ -3,6 +3,8 @@
 #include "OrvUnstructGrid/ShortestWay_p.h"
 #include "OrvUnstructGrid/WaySegments_p.h"
 
+#include <algorithm>
+
 namespace orv::ug {
 namespace {
 
@@ -30,10 +32,16 @@ public:
 private:
     template <class Visit>
     void forArcsIn(SurfacePiece piece, const Visit& visit) const {
+        const PieceCorners corners = m_topology.corners(piece);
+        const bool isWhole = std::all_of(corners.begin(), corners.end(),
+                                         [this](Vertex corner) { return isSomewhere(m_topology.point(corner)); });
+        if (!isWhole) {
+            return;
+        }
         if (isOn(m_to, piece)) {
             visit(WAY_TARGET, m_to.point, piece);
         }
-        for (const Vertex corner : m_topology.corners(piece)) {
+        for (const Vertex corner : corners) {
             visit(corner, m_topology.point(corner), piece);
         }
     }

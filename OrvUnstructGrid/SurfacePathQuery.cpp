@@ -5,6 +5,7 @@
 #include "OrvUnstructGrid/EdgeWay_p.h"
 #include "OrvUnstructGrid/LoadedResults_p.h"
 #include "OrvUnstructGrid/ModelShapes_p.h"
+#include "OrvUnstructGrid/PickedPoint_p.h"
 #include "OrvUnstructGrid/SectionWay_p.h"
 #include "OrvUnstructGrid/SurfaceWalk_p.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
@@ -58,7 +59,7 @@ std::vector<PathSegment> pathOnParts(const SurfaceTopology& topology, SurfacePat
                                      const std::vector<HitItem>& items) {
     std::vector<SurfacePoint> points;
     for (const HitItem& item : items) {
-        std::optional<SurfacePoint> point = locate(topology, type, item);
+        std::optional<SurfacePoint> point = pickedPoint(topology, type, item);
         if (!point) {
             return {};
         }

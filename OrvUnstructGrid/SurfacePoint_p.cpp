@@ -17,10 +17,6 @@ constexpr double leastNormal = 1e-6;
 
 using Weights = std::array<double, 3>;
 
-bool isFinite(const Vec3d& point) {
-    return std::isfinite(point * point);
-}
-
 /// Of a and b at the point between them that is nearest to p.
 Weights weightsBetween(const Vec3d& a, const Vec3d& b, const Vec3d& p) {
     const Vec3d side = b - a;
@@ -52,7 +48,7 @@ Vec3d weighted(const std::array<Vec3d, 3>& corners, const Weights& weights) {
     return sum;
 }
 
-Weights weightsInside(const std::array<Vec3d, 3>& corners, const Vec3d& p) {
+Weights weightsOfNearest(const std::array<Vec3d, 3>& corners, const Vec3d& p) {
     const Vec3d normal = (corners[1] - corners[0]) ^ (corners[2] - corners[0]);
     const double square = normal * normal;
     Weights weights = {};
@@ -99,9 +95,9 @@ double angleBetween(const Vec3d& a, const Vec3d& b) {
 }
 
 /// How much of the surface about the point the triangle is.
-double angleAt(const PieceCorners& corners, const std::array<Vec3d, 3>& points, const Weights& weights) {
+double angleAt(const std::array<Vec3d, 3>& points, const Weights& weights) {
     constexpr double straight = 3.14159265358979323846;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
+    for (std::size_t i = 0; i < 3; ++i) {
         if (weights[i] == 1.0) {
             return angleBetween(points[(i + 1) % 3] - points[i], points[(i + 2) % 3] - points[i]);
         }
@@ -116,14 +112,13 @@ bool isShell(const SurfaceTopology& topology, SurfacePiece triangle) {
 
 /// Of a triangle, times how much of the surface about the point it is; zero when it has no area.
 Vec3d weightedNormal(const SurfaceTopology& topology, SurfacePiece triangle, const Vec3d& point) {
-    const PieceCorners corners = topology.corners(triangle);
-    const std::array<Vec3d, 3> points = pointsOf(topology, corners);
+    const std::array<Vec3d, 3> points = pointsOf(topology, topology.corners(triangle));
     const Vec3d normal = (points[1] - points[0]) ^ (points[2] - points[0]);
     const double length = normal.length();
     if (!(length > 0.0) || !std::isfinite(length)) {
         return {};
     }
-    return normal * (angleAt(corners, points, weightsAt(topology, triangle, point)) / length);
+    return normal * (angleAt(points, weightsAt(topology, triangle, point)) / length);
 }
 
 /// Shells follow the volumes that are there, or else the first of them.
@@ -162,83 +157,17 @@ std::vector<SurfacePiece> piecesWith(const SurfaceTopology& topology, std::span<
     return pieces;
 }
 
-/// The faces of an element that are outside, or its tubes.
-std::vector<SurfacePiece> visiblePieces(const SurfaceTopology& topology, std::uint32_t part, std::size_t element) {
-    if (element >= topology.parts()[part].data->elements()->elementCount()) {
-        return {};
-    }
-    return topology.piecesOfElement(part, static_cast<std::uint32_t>(element));
-}
-
-std::optional<SurfacePoint> locateNode(const SurfaceTopology& topology, std::uint32_t part, std::size_t node) {
-    if (node >= topology.parts()[part].data->nodes()->nodeCount()) {
-        return {};
-    }
-    return pointAtVertex(topology, topology.vertexOf(part, static_cast<std::uint32_t>(node)));
-}
-
-/// Those of one surface of the element: the picked one where that is outside, otherwise the one nearest to where the
-/// pick was.
-std::vector<SurfacePiece> piecesOfFace(const SurfaceTopology& topology, std::vector<SurfacePiece> pieces,
-                                       const HitItem& item) {
-    auto isOf = [&](SurfacePiece piece, std::size_t surface) { return topology.elementSurface(piece) == surface; };
-    std::size_t surface = item.elementLocalSurfaceIndex();
-    if (std::none_of(pieces.begin(), pieces.end(), [&](SurfacePiece piece) { return isOf(piece, surface); })) {
-        surface = topology.elementSurface(pieces[0]);
-        double least = std::numeric_limits<double>::infinity();
-        for (const SurfacePiece& piece : pieces) {
-            const std::optional<SurfacePoint> nearest = nearestPoint(topology, {&piece, 1}, item.coordinate());
-            const double distance = nearest ? (nearest->point - item.coordinate()).length() : least;
-            if (distance < least) {
-                least = distance;
-                surface = topology.elementSurface(piece);
-            }
-        }
-    }
-    std::erase_if(pieces, [&](SurfacePiece piece) { return !isOf(piece, surface); });
-    return pieces;
-}
-
-/// The average of some nodes of an element, where they are to be seen.
-template <class LocalNodes>
-Vec3d averageOf(const TopologyPart& part, std::size_t element, const LocalNodes& localNodes) {
-    Vec3d sum;
-    for (const std::uint8_t i : localNodes) {
-        const double* x = &part.coordinates[3 * std::size_t(part.data->elements()->nodeIndexes(element)[i])];
-        sum += Vec3d(x[0], x[1], x[2]);
-    }
-    return sum / static_cast<double>(std::size(localNodes));
-}
-
-std::optional<SurfacePoint> locateCentre(const SurfaceTopology& topology, std::uint32_t partIndex,
-                                         const HitItem& item) {
-    std::vector<SurfacePiece> pieces = visiblePieces(topology, partIndex, item.elementIndex());
-    if (pieces.empty()) {
-        return {};
-    }
-    const TopologyPart& part = topology.parts()[partIndex];
-    const std::size_t element = item.elementIndex();
-    const ElementType type = part.data->elements()->types()[element];
-    if (!topology.isTriangle(pieces[0])) {
-        static constexpr std::uint8_t beamNodes[] = {0, 1, 2};
-        const std::span<const std::uint8_t> nodes(beamNodes, elementTypeInfo(type).nodeCount);
-        return nearestPoint(topology, pieces, averageOf(part, element, nodes));
-    }
-    pieces = piecesOfFace(topology, std::move(pieces), item);
-    const auto nodes = elementSurface(type, topology.elementSurface(pieces[0]));
-    return nearestPoint(topology, pieces, averageOf(part, element, nodes));
-}
-
-std::optional<SurfacePoint> locateCoordinate(const SurfaceTopology& topology, std::uint32_t part, const HitItem& item) {
-    return nearestPoint(topology, visiblePieces(topology, part, item.elementIndex()), item.coordinate());
-}
-
 } // namespace
+
+bool isSomewhere(const Vec3d& point) {
+    return std::isfinite(point * point);
+}
 
 std::array<double, 3> weightsAt(const SurfaceTopology& topology, SurfacePiece piece, const Vec3d& point) {
     const PieceCorners corners = topology.corners(piece);
     const std::array<Vec3d, 3> points = pointsOf(topology, corners);
-    Weights weights = corners.size() == 3 ? weightsInside(points, point) : weightsBetween(points[0], points[1], point);
+    Weights weights =
+        corners.size() == 3 ? weightsOfNearest(points, point) : weightsBetween(points[0], points[1], point);
     dropRoundings(&weights);
     return weights;
 }
@@ -247,7 +176,7 @@ std::optional<SurfacePoint> pointAtVertex(const SurfaceTopology& topology, Verte
     SurfacePoint surfacePoint;
     surfacePoint.point = topology.point(vertex);
     topology.forPiecesAt(vertex, [&](SurfacePiece piece) { surfacePoint.pieces.push_back(piece); });
-    if (surfacePoint.pieces.empty() || !isFinite(surfacePoint.point)) {
+    if (surfacePoint.pieces.empty() || !isSomewhere(surfacePoint.point)) {
         return {};
     }
     setNormal(topology, &surfacePoint);
@@ -286,27 +215,6 @@ std::optional<SurfacePoint> nearestPoint(const SurfaceTopology& topology, std::s
     nearest.pieces = vertices.size() == 3 ? std::vector{leastPiece} : piecesWith(topology, vertices);
     setNormal(topology, &nearest);
     return nearest;
-}
-
-std::optional<SurfacePoint> locate(const SurfaceTopology& topology, SurfacePathQuery::PointType type,
-                                   const HitItem& item) {
-    const std::span<const TopologyPart> parts = topology.parts();
-    const auto found = std::find_if(parts.begin(), parts.end(), [&](const TopologyPart& part) {
-        return part.geometryIndex == item.geometryIndex() && part.index == item.itemIndex();
-    });
-    if (found == parts.end()) {
-        return {};
-    }
-    const auto part = static_cast<std::uint32_t>(found - parts.begin());
-    switch (type) {
-    case SurfacePathQuery::NODE:
-        return locateNode(topology, part, item.nodeIndex());
-    case SurfacePathQuery::ELEMENT:
-        return locateCentre(topology, part, item);
-    case SurfacePathQuery::COORDINATE:
-        return locateCoordinate(topology, part, item);
-    }
-    return {};
 }
 
 } // namespace orv::ug

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "OrvUnstructGrid/PathSamples_p.h"
-#include "OrvUnstructGrid/SurfacePathQuery.h"
 #include "OrvUnstructGrid/SurfaceTopology_p.h"
 
 #include <array>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace orv::ug {
@@ -17,6 +16,9 @@ struct SurfacePoint {
     Vec3d normal;                     ///< Of length 1; zero where there is no triangle with an area.
     bool isOnShell = false;           ///< Whether the normal may just as well point the other way.
 };
+
+/// False also for what is too far away to compute with.
+bool isSomewhere(const Vec3d& point);
 
 /// The weights of a triangle's corners, or a tube's ends, at the point of it that is nearest to `point`. Weights that
 /// are roundings are 0.
@@ -30,10 +32,5 @@ std::optional<SurfacePoint> pointAtVertex(const SurfaceTopology& topology, Verte
 /// @return nothing when there are no pieces or nothing is finite
 std::optional<SurfacePoint> nearestPoint(const SurfaceTopology& topology, std::span<const SurfacePiece> pieces,
                                          const Vec3d& point);
-
-/// What an item on a part stands for, see SurfacePathQuery::PointType.
-/// @return nothing when that is not on the surface
-std::optional<SurfacePoint> locate(const SurfaceTopology& topology, SurfacePathQuery::PointType type,
-                                   const HitItem& item);
 
 } // namespace orv::ug

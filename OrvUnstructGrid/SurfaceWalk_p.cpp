@@ -70,13 +70,17 @@ private:
         if (!m_topology.isTriangle(piece)) {
             return;
         }
-        if (isOn(m_to, piece)) {
-            visit(WAY_TARGET, m_to.point, piece);
-        }
         const PieceCorners corners = m_topology.corners(piece);
         bool isAbove[3];
         for (std::size_t i = 0; i < 3; ++i) {
-            isAbove[i] = m_plane.distance(m_topology.point(corners[i])) >= 0.0;
+            const Vec3d corner = m_topology.point(corners[i]);
+            if (!isSomewhere(corner)) {
+                return;
+            }
+            isAbove[i] = m_plane.distance(corner) >= 0.0;
+        }
+        if (isOn(m_to, piece)) {
+            visit(WAY_TARGET, m_to.point, piece);
         }
         for (std::size_t i = 0; i < 3; ++i) {
             const std::size_t next = (i + 1) % 3;
