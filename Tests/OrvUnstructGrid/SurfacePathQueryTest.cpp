@@ -545,7 +545,7 @@ TEST(SurfacePathQueryTest, WhateverTheMeshIsPathsAreWhole) {
     // wrong with a mesh is wrong here. What there is of paths goes on from point to point and ends where it should.
     std::mt19937 engine(12);
     std::size_t pathCount = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 100; ++i) {
         std::vector<Mesh> meshes(1 + engine() % 3);
         for (Mesh& mesh : meshes) {
             for (int n = 0; n < 20; ++n) {
@@ -587,7 +587,7 @@ TEST(SurfacePathQueryTest, WhateverTheMeshIsPathsAreWhole) {
             pathCount += !path.empty();
         }
     }
-    EXPECT_GT(pathCount, 1000u);
+    EXPECT_GT(pathCount, 300u);
 }
 
 // --- Values ----------------------------------------------------------------------------------------------------------
