@@ -27,7 +27,6 @@ public:
     /// Call it when all elements are there.
     void prepare() {
         std::sort(m_elements.begin(), m_elements.end());
-        m_elements.erase(std::unique(m_elements.begin(), m_elements.end()), m_elements.end());
         m_firstSurfaces.reserve(m_elements.size());
         forFirstSurfaces(m_part, m_elements,
                          [this](std::size_t, std::size_t first) { m_firstSurfaces.push_back(first); });

@@ -143,14 +143,10 @@ private:
         keep(stretch);
     }
 
-    /// What of it is on the way.
+    /// What of it is not behind the end.
     void keep(Stretch stretch) {
-        if (!(stretch.end.along - stretch.begin.along > m_roundings) || stretch.end.along <= m_roundings ||
-            stretch.begin.along >= m_length - m_roundings) {
+        if (!(stretch.end.along - stretch.begin.along > m_roundings) || stretch.begin.along >= m_length - m_roundings) {
             return;
-        }
-        if (stretch.begin.along < m_roundings) {
-            cutBegin(&stretch, 0.0);
         }
         if (stretch.end.along > m_length - m_roundings) {
             cutEnd(&stretch, m_length);

@@ -49,7 +49,8 @@ struct PathSegment;
 /// overlap the first one along the leg is taken. A section of shells has lines only, and the leg is in a gap but where
 /// it runs along them.
 ///
-/// Triangles with a node that is not finite are not there. Legs without length add nothing. The path of the same items in reverse order is the same path reversed.
+/// Triangles with a node that is not finite are not there. Legs without length add nothing. The path of the same items
+/// in reverse order is the same path reversed.
 class ORV_API SurfacePathQuery {
 public:
     /// What an item on a part stands for. On a cutting plane an item always is its coordinate.

@@ -128,7 +128,7 @@ void SurfaceTopology::findInnerFaces() {
                 continue;
             }
             const auto other = faces.find(opposite(ring));
-            if (other != faces.end() && other->second.part != part) {
+            if (other != faces.end()) {
                 markInner(face);
                 markInner(other->second);
             }

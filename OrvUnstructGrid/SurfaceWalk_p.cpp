@@ -113,15 +113,9 @@ private:
 
 /// The unit normal of the plane that holds two directions; zero when these are no two.
 Vec3d planeNormal(const Vec3d& along, const Vec3d& direction) {
-    const Vec3d unit = along / along.length();
-    Vec3d normal = unit ^ direction;
+    const Vec3d normal = (along / along.length()) ^ direction;
     const double sine = normal.length();
-    if (!(sine > leastSine)) {
-        return {};
-    }
-    normal = normal / sine;
-    normal -= unit * (unit * normal); // What roundings have left, and a small sine has made larger.
-    return normal / normal.length();
+    return sine > leastSine ? normal / sine : Vec3d();
 }
 
 /// Of all planes that the leg may be in.

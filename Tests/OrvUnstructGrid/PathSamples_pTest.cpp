@@ -98,8 +98,11 @@ TEST_F(SamplePathTest, ValuesPerNodeGoOnInTheNextElement) {
 }
 
 TEST_F(SamplePathTest, OfEqualValuesNothingIsLeftToRoundings) {
-    sample(std::vector<double>(6, 0.1), PER_NODE);
-    EXPECT_THAT(y, ElementsAre(0.1, 0.1, 0.1));
+    for (int i = 1; i < 20; ++i) {
+        path[0].atBegin = between(0, 3, i / 20.0);
+        sample(std::vector<double>(6, 0.1 * i), PER_NODE);
+        EXPECT_THAT(y, ElementsAre(0.1 * i, 0.1 * i, 0.1 * i));
+    }
 }
 
 TEST_F(SamplePathTest, StepsThatAreRoundingsAreNone) {

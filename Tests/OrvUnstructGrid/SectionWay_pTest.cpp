@@ -91,6 +91,21 @@ TEST(SectionWayTest, AWayThatLeadsOutEndsInAGap) {
     EXPECT_EQ(way[3].end, Vec3d(3, 0.25, 0.5));
 }
 
+TEST(SectionWayTest, AlongSidesOfATiltedSectionNothingIsLeftToRoundings) {
+    const auto tilt = [](const Vec3d& p) {
+        // Orthonormal columns.
+        return Vec3d(10, -20, 30) + Vec3d(2, -1, 2) * (p.x() / 3) + Vec3d(2, 2, -1) * (p.y() / 3) +
+               Vec3d(-1, 2, 2) * (p.z() / 3);
+    };
+    const Vec3d normal = tilt({0, 0, 1}) - tilt({0, 0, 0});
+    const Cut cut(orvtest::block(7, 7, 1).mapped(tilt), tilt({0, 0, 0.3}), normal);
+    const std::vector<ShownSection> sections = {cut.shown(0)};
+    for (int i = 0; i <= 7; ++i) {
+        EXPECT_EQ(sectionWay(sections, normal, tilt({0.0, double(i), 0.3}), tilt({7.0, double(i), 0.3})).size(), 7u);
+        EXPECT_EQ(sectionWay(sections, normal, tilt({double(i), 7.0, 0.3}), tilt({double(i), 0.0, 0.3})).size(), 7u);
+    }
+}
+
 TEST(SectionWayTest, BesideASectionThereIsNothing) {
     const Cut cut(orvtest::block(1, 1, 1), {0, 0, 0.5}, {0, 0, 1});
     const std::vector<ShownSection> sections = {cut.shown(0)};

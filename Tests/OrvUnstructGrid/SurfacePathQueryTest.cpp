@@ -128,6 +128,16 @@ TEST(SurfacePathQueryTest, APlateFarFromTheOriginOrTiltedIsAsGood) {
     }
 }
 
+TEST(SurfacePathQueryTest, NodesOnTheWayAreThereOnce) {
+    // Rows and columns that are not evenly spaced, so that coordinates do not come out by themselves.
+    PathModel plate({orvtest::plate(10, 10).mapped(
+        [](const Vec3d& p) { return Vec3d(std::pow(p.x(), 3) / 7 - 0.1, std::pow(p.y() + 0.3, 2) / 11, 0.7); })});
+    for (std::size_t i = 0; i <= 10; ++i) {
+        EXPECT_EQ(plate.path(NODE, {PathModel::node(0, 11 * i), PathModel::node(0, 11 * i + 10)}).size(), 11u) << i;
+        EXPECT_EQ(plate.path(NODE, {PathModel::node(0, i), PathModel::node(0, 110 + i)}).size(), 11u) << i;
+    }
+}
+
 TEST(SurfacePathQueryTest, LegsFollowOneAnother) {
     PathModel plate({orvtest::plate(2, 2)});
     const std::vector<HitItem> items = {PathModel::node(0, 0), PathModel::node(0, 4), PathModel::node(0, 4),
