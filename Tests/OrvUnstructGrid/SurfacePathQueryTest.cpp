@@ -128,13 +128,40 @@ TEST(SurfacePathQueryTest, APlateFarFromTheOriginOrTiltedIsAsGood) {
     }
 }
 
+/// Turns by orthonormal columns, by which coordinates do not come out by themselves.
+Vec3d tilted(const Vec3d& p) {
+    return Vec3d(2, -1, 2) * (p.x() / 3) + Vec3d(2, 2, -1) * (p.y() / 3) + Vec3d(-1, 2, 2) * (p.z() / 3);
+}
+
 TEST(SurfacePathQueryTest, NodesOnTheWayAreThereOnce) {
-    // Rows and columns that are not evenly spaced, so that coordinates do not come out by themselves.
-    PathModel plate({orvtest::plate(10, 10).mapped(
-        [](const Vec3d& p) { return Vec3d(std::pow(p.x(), 3) / 7 - 0.1, std::pow(p.y() + 0.3, 2) / 11, 0.7); })});
+    // Rows and columns that are not evenly spaced.
+    PathModel plate({orvtest::plate(10, 10).mapped([](const Vec3d& p) {
+        return tilted({std::pow(p.x(), 3) / 7 - 0.1, std::pow(p.y() + 0.3, 2) / 11, 0.7});
+    })});
     for (std::size_t i = 0; i <= 10; ++i) {
         EXPECT_EQ(plate.path(NODE, {PathModel::node(0, 11 * i), PathModel::node(0, 11 * i + 10)}).size(), 11u) << i;
         EXPECT_EQ(plate.path(NODE, {PathModel::node(0, i), PathModel::node(0, 110 + i)}).size(), 11u) << i;
+    }
+    // A box whose bottom is a little to the side, so that the leg from the middle of its top to that of its bottom is
+    // almost along the normals: over both edges, through nodes all the way.
+    PathModel box({orvtest::block(2, 2, 1).mapped(
+        [](const Vec3d& p) { return tilted(p.z() == 0 ? p + Vec3d(1e-3, 0, 0) : p); })});
+    EXPECT_EQ(box.path(NODE, {PathModel::node(0, 13), PathModel::node(0, 4)}).size(), 4u);
+}
+
+TEST(SurfacePathQueryTest, ThePathBackIsTheSame) {
+    // Around a hole there are many shortest ways.
+    PathModel plate({orvtest::plate(6, 6, {14, 15, 20, 21}).mapped(tilted)});
+    PathModel box({orvtest::block(3, 3, 3).mapped(tilted)});
+    for (const PathModel* model : {&plate, &box}) {
+        for (std::size_t i = 0; i < 7; ++i) {
+            const std::vector<HitItem> items = {PathModel::node(0, 7 * i), PathModel::node(0, 48 - 5 * i),
+                                                PathModel::node(0, 6)};
+            const std::vector<HitItem> reversed(items.rbegin(), items.rend());
+            std::vector<Vec3d> back = model->path(NODE, reversed);
+            std::reverse(back.begin(), back.end());
+            EXPECT_EQ(model->path(NODE, items), back);
+        }
     }
 }
 
@@ -257,16 +284,21 @@ TEST(SurfacePathQueryTest, TheCentreOfAWarpedShellIsOnIt) {
 }
 
 TEST(SurfacePathQueryTest, ShellsMayBeTurnedEitherWay) {
-    Mesh mesh = orvtest::plate(3, 1);
-    std::swap(mesh.connectivity[9], mesh.connectivity[11]); // The last square is seen from below.
-    for (Vec3d& node : mesh.nodes) {
-        node[2] = node.x() * (3 - node.x()) * 0.1; // An arch: the normals do not cancel out.
+    // A dome, and the same with its last square seen from below.
+    const Mesh dome = orvtest::plate(6, 6).mapped(
+        [](const Vec3d& p) { return Vec3d(p.x(), p.y(), 0.1 * p.x() * (6 - p.x()) + 0.05 * p.y() * (7 - p.y())); });
+    Mesh turned = dome;
+    std::swap(turned.connectivity[4 * 35 + 1], turned.connectivity[4 * 35 + 3]);
+    const std::vector<HitItem> items = {PathModel::element(0, 1), PathModel::element(0, 35)};
+    const std::vector<Vec3d> path = PathModel({dome}).path(ELEMENT, items);
+    const std::vector<Vec3d> onTurned = PathModel({turned}).path(ELEMENT, items);
+    EXPECT_GT(path.size(), 10u);
+    // But for the middle of the last square, which is another one when it is split the other way.
+    EXPECT_NEAR(lengthOf(onTurned), lengthOf(path), 0.05);
+    ASSERT_GT(onTurned.size(), 5u);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_NEAR((onTurned[i] - path[i]).length(), 0.0, 0.05);
     }
-    PathModel model({mesh});
-    const std::vector<HitItem> items = {PathModel::coordinate(0, 0, {0.25, 0.3, 0.05}),
-                                        PathModel::coordinate(0, 2, {2.9, 0.3, 0.02})};
-    // In the plane y = 0.3: down the flat roof of the arch from (0.25, 0.05) by (1, 0.2) and (2, 0.2) to (2.9, 0.02).
-    EXPECT_NEAR(lengthOf(model.path(COORDINATE, items)), std::hypot(0.75, 0.15) + 1 + std::hypot(0.9, 0.18), 1e-9);
 }
 
 TEST(SurfacePathQueryTest, ATubeOfShellsIsWalkedByItsMeanNormal) {

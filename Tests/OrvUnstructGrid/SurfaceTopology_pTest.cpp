@@ -157,15 +157,18 @@ TEST(SurfaceTopologyTest, FacesThatTouchInPartAreOutside) {
 
 TEST(SurfaceTopologyTest, CollapsedFacesTouchToo) {
     // A wedge made of a hexahedron touches a wedge with its triangle at z = 1.
-    Mesh collapsed;
-    collapsed.nodes = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
-    collapsed.addElement(HEXAHEDRON, {0, 1, 2, 2, 3, 4, 5, 5});
+    const std::vector<std::uint32_t> collapsed[] = {{0, 1, 2, 2, 3, 4, 5, 5}, {0, 1, 2, 0, 3, 4, 5, 3}};
     Mesh wedge;
     wedge.nodes = {{0, 0, 1}, {1, 0, 1}, {0, 1, 1}, {0, 0, 2}, {1, 0, 2}, {0, 1, 2}};
     wedge.addElement(WEDGE, {0, 1, 2, 3, 4, 5});
-    const TopologyParts parts({collapsed, wedge});
-    // Each has 8 triangles, one of which touches the other's.
-    EXPECT_THAT(allPieces(SurfaceTopology(parts.parts())), SizeIs(14));
+    for (const std::vector<std::uint32_t>& nodes : collapsed) {
+        Mesh hexahedron;
+        hexahedron.nodes = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
+        hexahedron.addElement(HEXAHEDRON, nodes);
+        const TopologyParts parts({hexahedron, wedge});
+        // Each has 8 triangles, one of which touches the other's.
+        EXPECT_THAT(allPieces(SurfaceTopology(parts.parts())), SizeIs(14));
+    }
 }
 
 } // namespace
