@@ -44,7 +44,7 @@ bool isEmpty(const char* text) {
 
 /// Whether a name with folders stays below the folder that it is put in.
 bool staysBelow(std::string_view name) {
-    if (name.empty() || name.front() == '/' || name.back() == '/' || name.find('\\') != std::string_view::npos) {
+    if (name.find('\\') != std::string_view::npos) {
         return false;
     }
     for (std::size_t start = 0; start <= name.size();) {
@@ -304,7 +304,7 @@ bool CZipArchive::ExtractFile(unsigned long long index, const char* path, bool f
         return false;
     }
     const std::string folder = isEmpty(path) ? std::string() : std::string(path) + "/";
-    if (fullPath && !makeFoldersAbove(folder + name, folder.size())) {
+    if (!makeFoldersAbove(folder + name, folder.size())) {
         return false;
     }
     // Never read as a plain one, whose checksum nobody would look at.

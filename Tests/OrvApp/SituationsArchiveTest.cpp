@@ -294,6 +294,16 @@ TEST_F(SituationsArchiveTest, ABadEntryIsLeftOut) {
     EXPECT_EQ(importedNames(), (Names{"first", "third"}));
 }
 
+TEST_F(SituationsArchiveTest, WhatIsNotExtractedIsNotDeleted) {
+    writeSingle("a", "first");
+    zip("-P secret a");
+    folder.write("temp/temp_situation_001.sitx", "somebody's");
+    EXPECT_EQ(importedNames(), Names());
+    EXPECT_EQ(logs.take(), std::vector<LogMessage>{notExtracted(0)});
+    EXPECT_EQ(folder.read("temp/temp_situation_001.sitx"), "somebody's");
+    EXPECT_EQ(deleteTempFiles(), 2); // and "a" beside the archive
+}
+
 TEST_F(SituationsArchiveTest, EntriesMayHaveAnyNames) {
     std::filesystem::create_directories(folder / "z/\u7ffc");
     writeSingle("z/\u7ffc/b.xml", "first");
