@@ -76,6 +76,41 @@ double tangentOfHalf(double angle) {
     return std::tan(angle * std::numbers::pi / 360.0);
 }
 
+/// What is seen along one axis of a picture, in the plane of that axis and the line of sight: all places from
+/// low - tangent * depth to high + tangent * depth.
+class Strip {
+public:
+    /// That of a camera at the origin.
+    /// @param half of the picture's length at the camera; 0 in perspective
+    Strip(double tangent, double half) : m_tangent(tangent), m_low(-half), m_high(half) {}
+
+    /// The narrowest that has this one and that of another camera, of the same tangent, in it.
+    Strip with(double place, double depth, double half) const {
+        Strip both = *this;
+        both.m_low = std::min(m_low, place - half + m_tangent * depth);
+        both.m_high = std::max(m_high, place + half - m_tangent * depth);
+        return both;
+    }
+
+    double middle() const {
+        return (m_low + m_high) / 2.0;
+    }
+
+    double half() const {
+        return (m_high - m_low) / 2.0;
+    }
+
+    /// The depth from which it is seen in perspective.
+    double apex() const {
+        return -half() / m_tangent;
+    }
+
+private:
+    double m_tangent;
+    double m_low;
+    double m_high;
+};
+
 } // namespace
 
 Camera::Camera() = default;
@@ -152,6 +187,29 @@ bool Camera::fitBall(const Vec3d& center, double radius, double aspect) {
     }
     m_height = m_isParallel ? 2.0 * ball / narrow : m_height;
     return true;
+}
+
+bool Camera::include(const Camera& other, double aspect) {
+    constexpr double rounding = 1e-9;
+    if ((forward() - other.forward()).length() > rounding || (m_up - other.m_up).length() > rounding ||
+        m_isParallel != other.m_isParallel || (!m_isParallel && m_angle != other.m_angle) || !isPositive(aspect)) {
+        return false;
+    }
+    const double tangent = m_isParallel ? 0.0 : tangentOfHalf(m_angle);
+    const double half = m_isParallel ? m_height / 2.0 : 0.0;
+    const double otherHalf = m_isParallel ? other.m_height / 2.0 : 0.0;
+    const Vec3d toOther = other.m_eye - m_eye;
+    double depth = toOther * forward();
+    const Strip across = Strip(tangent * aspect, half * aspect).with(toOther * right(), depth, otherHalf * aspect);
+    const Strip upwards = Strip(tangent, half).with(toOther * m_up, depth, otherHalf);
+    if (m_isParallel) {
+        depth = std::min(0.0, depth);
+        m_height = 2.0 * std::max(upwards.half(), across.half() / aspect);
+    } else {
+        depth = std::min(across.apex(), upwards.apex());
+    }
+    const Vec3d shift = forward() * depth + right() * across.middle() + m_up * upwards.middle();
+    return setFromLookAt(m_eye + shift, m_viewReferencePoint + shift, m_up);
 }
 
 Ray Camera::rayThrough(double x, double y, int width, int height) const {

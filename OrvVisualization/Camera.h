@@ -61,6 +61,13 @@ public:
     ///         is lost in the digits of the center
     bool fitBall(const Vec3d& center, double radius, double aspect);
 
+    /// Moves, without turning, so that the picture shows all that it shows and all that another camera's picture shows:
+    /// for a series of pictures of something that moves, from the cameras that each of them would have.
+    /// @param aspect width by height of the picture
+    /// @return false, and nothing changes, unless the other one looks in the same direction, with the same up and, in
+    ///         perspective, the same angle, and the aspect is above 0 and finite
+    bool include(const Camera& other, double aspect);
+
     /// The ray through a point of a picture. Its direction is of length 1. In a parallel picture it begins in the plane
     /// of the eye.
     Ray rayThrough(double x, double y, int width, int height) const;

@@ -31,6 +31,11 @@ struct Shape {
     rvf::Color3f color; ///< Where there are no scalars.
 };
 
+/// The number whose colour is seen where a ray has met a shape: of points it is interpolated, and undefined on the
+/// whole of a face, tube or sphere when one of its corners is. UNDEFINED_DOUBLE for a shape without scalars.
+/// @param hit on this shape
+ORV_API double scalarAt(const Shape& shape, const RayHit& hit);
+
 /// What a View shows.
 class ORV_API Model : public RefCountedObject {
 public:

@@ -6,40 +6,6 @@
 namespace orv::vis {
 namespace {
 
-/// The corners of a face, tube or sphere.
-std::span<const std::uint32_t> cornersOf(const Shape& shape, std::size_t primitive) {
-    switch (shape.kind) {
-    case Shape::FACES: {
-        const TriangleRange triangles = trianglesOf(shape, primitive);
-        return shape.corners.subspan(3 * triangles.first, 3 * (triangles.end - triangles.first));
-    }
-    case Shape::TUBES:
-        return shape.corners.subspan(2 * primitive, 2);
-    case Shape::SPHERES:
-        break;
-    }
-    return shape.corners.subspan(primitive, 1);
-}
-
-/// Undefined on the whole of a face, tube or sphere when one of its corners is.
-double scalarAt(const Shape& shape, const RayHit& hit) {
-    std::span<const std::uint32_t> corners = cornersOf(shape, hit.primitive);
-    for (const std::uint32_t corner : corners) {
-        const double scalar = shape.pointScalars[corner];
-        if (scalar == UNDEFINED_DOUBLE || std::isnan(scalar)) {
-            return UNDEFINED_DOUBLE;
-        }
-    }
-    if (shape.kind == Shape::FACES) {
-        corners = shape.corners.subspan(3 * hit.triangle, 3);
-    }
-    double scalar = 0.0;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        scalar += hit.weights[i] * shape.pointScalars[corners[i]];
-    }
-    return scalar;
-}
-
 bool hasCorner(const Shape& shape, std::size_t triangle, std::uint32_t point) {
     const std::uint32_t* corners = &shape.corners[3 * triangle];
     return corners[0] == point || corners[1] == point || corners[2] == point;
@@ -92,13 +58,8 @@ rvf::Color3f Shading::colorOf(const SeenPoint& seen, const Vec3d& direction) con
 }
 
 rvf::Color3f Shading::surfaceColor(const Shape& shape, const RayHit& hit) const {
-    if (!shape.pointScalars.empty()) {
-        return m_colors.colorAt(scalarAt(shape, hit), m_range.minimum, m_range.maximum);
-    }
-    if (!shape.primitiveScalars.empty()) {
-        return m_colors.colorAt(shape.primitiveScalars[hit.primitive], m_range.minimum, m_range.maximum);
-    }
-    return shape.color;
+    const bool hasScalars = !shape.pointScalars.empty() || !shape.primitiveScalars.empty();
+    return hasScalars ? m_colors.colorAt(scalarAt(shape, hit), m_range.minimum, m_range.maximum) : shape.color;
 }
 
 double Shading::brightness(const SeenPoint& seen, const Vec3d& direction) const {

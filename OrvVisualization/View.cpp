@@ -134,6 +134,19 @@ bool View::fit(double aspect) {
     return fitCamera(scene.shapes(), aspect, hasLegend ? legendShare(aspect) : 0.0, &m_camera);
 }
 
+bool View::scalarRange(double* minimum, double* maximum, Str* reason) const {
+    if (!updateShapes(reason)) {
+        return false;
+    }
+    const ScalarRange range = PictureScene(m_models).scalars().range;
+    if (range.minimum > range.maximum) {
+        return fail(reason, "No values are shown");
+    }
+    *minimum = range.minimum;
+    *maximum = range.maximum;
+    return true;
+}
+
 bool View::render(int width, int height, Image* image, Str* reason) const {
     RVF_ASSERT(image);
     if (!image) {

@@ -79,6 +79,13 @@ public:
     /// @return false, and the camera stays, when nothing is shown or the aspect is not above 0 and finite
     bool fit(double aspect);
 
+    /// From where to where the scalars go that are shown, and so the colours when their range is not a fixed one.
+    /// Brings the shapes of the models up to date before.
+    /// @param minimum, maximum not written when nothing with a number is shown
+    /// @param reason told when a model cannot be brought up to date; may be null
+    /// @return false when nothing with a number is shown or a model fails
+    bool scalarRange(double* minimum, double* maximum, Str* reason) const;
+
     /// Draws the picture, on the processor alone: rays go from the eye through each pixel into the scenes of the
     /// models, so what is seen is what a RayScene finds. Brings their shapes up to date before.
     ///

@@ -48,6 +48,93 @@ TEST(Camera, LookAtTakesNullPointers) {
     Camera().toLookAt(nullptr, nullptr, nullptr);
 }
 
+/// Whether all corners of what one camera shows at a depth before it are in the picture of another.
+void expectSees(const Camera& camera, const Camera& other, int width, int height) {
+    for (const double x : {0.0, double(width)}) {
+        for (const double y : {0.0, double(height)}) {
+            for (const double distance : {0.5, 7.0}) {
+                const Ray ray = other.rayThrough(x, y, width, height);
+                double seenX = 0.0;
+                double seenY = 0.0;
+                ASSERT_TRUE(
+                    camera.project(ray.origin() + ray.direction() * distance, width, height, &seenX, &seenY, nullptr));
+                EXPECT_GE(seenX, -1e-9);
+                EXPECT_LE(seenX, width + 1e-9);
+                EXPECT_GE(seenY, -1e-9);
+                EXPECT_LE(seenY, height + 1e-9);
+            }
+        }
+    }
+}
+
+TEST(Camera, IncludesWhatAnotherOneSees) {
+    for (const bool isParallel : {false, true}) {
+        for (const Vec3d& shift :
+             {Vec3d(3, 0, 0), Vec3d(0, -2, 0), Vec3d(1, 2, -4), Vec3d(-1, 0.1, 5), Vec3d(0, 0, 0)}) {
+            Camera one;
+            ASSERT_TRUE(one.setFromLookAt({1, 2, 3}, {4, 0, 1}, {0, 0, 1}));
+            Camera two;
+            ASSERT_TRUE(two.setFromLookAt(Vec3d(1, 2, 3) + shift, Vec3d(4, 0, 1) + shift, {0, 0, 1}));
+            if (isParallel) {
+                ASSERT_TRUE(one.setParallel(2.0));
+                ASSERT_TRUE(two.setParallel(3.0));
+            }
+            Camera both = one;
+            ASSERT_TRUE(both.include(two, 1.5));
+            expectSees(both, one, 300, 200);
+            expectSees(both, two, 300, 200);
+            expectNear(both.rayThrough(150, 100, 300, 200).direction(), one.rayThrough(150, 100, 300, 200).direction());
+        }
+    }
+}
+
+// Two eyes 2 apart across the line of sight: with a tangent of 1 and a square picture the new one is 1 behind, in
+// their middle. In parallel, pictures of a height of 2, 3 apart upwards, are together 5 high.
+TEST(Camera, GoesBackNoFartherThanItMust) {
+    Camera one;
+    ASSERT_TRUE(one.setPerspective(90));
+    ASSERT_TRUE(one.setFromLookAt({0, 0, 0}, {0, 0, -5}, {0, 1, 0}));
+    Camera two = one;
+    ASSERT_TRUE(two.setFromLookAt({2, 0, 0}, {2, 0, -5}, {0, 1, 0}));
+    ASSERT_TRUE(one.include(two, 1.0));
+    expectNear(lookAtOf(one).eye, {1, 0, 1}, 1e-12);
+    expectNear(lookAtOf(one).point, {1, 0, -4}, 1e-12);
+    Camera low;
+    ASSERT_TRUE(low.setParallel(2));
+    Camera high;
+    ASSERT_TRUE(high.setParallel(2));
+    ASSERT_TRUE(high.setFromLookAt({0, 3, 9}, {0, 3, 0}, {0, 1, 0}));
+    ASSERT_TRUE(low.include(high, 1.0));
+    EXPECT_DOUBLE_EQ(low.height(), 5.0);
+    expectNear(lookAtOf(low).eye, {0, 1.5, 9}, 1e-12); // as far back as the other one
+}
+
+TEST(Camera, IncludesItselfWithoutMoving) {
+    Camera camera;
+    const Camera same = camera;
+    ASSERT_TRUE(camera.include(same, 2.0));
+    EXPECT_EQ(lookAtOf(camera).eye, lookAtOf(same).eye);
+    EXPECT_EQ(lookAtOf(camera).point, lookAtOf(same).point);
+}
+
+TEST(Camera, IncludesNoneThatLooksElsewhere) {
+    Camera turned;
+    ASSERT_TRUE(turned.setFromLookAt({0, 0, 1}, {0.1, 0, 0}, {0, 1, 0}));
+    Camera rolled;
+    ASSERT_TRUE(rolled.setFromLookAt({0, 0, 1}, {0, 0, 0}, {0.1, 1, 0}));
+    Camera wider;
+    ASSERT_TRUE(wider.setPerspective(40));
+    Camera parallel;
+    ASSERT_TRUE(parallel.setParallel(1));
+    Camera camera;
+    for (const Camera& other : {turned, rolled, wider, parallel}) {
+        EXPECT_FALSE(camera.include(other, 1.0));
+    }
+    EXPECT_FALSE(camera.include(Camera(), 0.0));
+    EXPECT_FALSE(camera.include(Camera(), infinity));
+    EXPECT_EQ(lookAtOf(camera).eye, Vec3d(0, 0, 1));
+}
+
 TEST(Camera, UpIsMadeUpright) {
     Camera camera;
     ASSERT_TRUE(camera.setFromLookAt({1, 2, 3}, {1, 2, 13}, {0, 5, 7}));

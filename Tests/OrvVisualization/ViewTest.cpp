@@ -1,5 +1,6 @@
 #include "OrvVisualization/View.h"
 
+#include "Tests/OrvVisualization/ShapesModel.h"
 #include "Tests/Support/AssertRecorder.h"
 
 #include <gtest/gtest.h>
@@ -183,6 +184,36 @@ TEST_F(ViewTest, AntialiasingIsFromOneToEight) {
         EXPECT_FALSE(view->setAntialiasing(raysPerSide));
         EXPECT_EQ(view->antialiasing(), 3);
     }
+}
+
+TEST_F(ViewTest, TellsTheRangeOfAllModels) {
+    double minimum = -7;
+    double maximum = -8;
+    Str reason;
+    view->addModel(first.get());
+    EXPECT_FALSE(view->scalarRange(&minimum, &maximum, &reason));
+    EXPECT_EQ(reason, "No values are shown");
+    EXPECT_EQ(minimum, -7);
+    EXPECT_EQ(maximum, -8);
+    const PtrRef<orvtest::ShapesModel> nodes = new orvtest::ShapesModel;
+    orvtest::Mesh mesh = orvtest::rectangle(0, 0, 1, 1, 0);
+    mesh.pointScalars = {3, 5, orv::UNDEFINED_DOUBLE, 4};
+    nodes->add(mesh);
+    const PtrRef<orvtest::ShapesModel> faces = new orvtest::ShapesModel;
+    mesh.pointScalars.clear();
+    mesh.primitiveScalars = {9};
+    faces->add(mesh);
+    view->addModel(nodes.get());
+    view->addModel(faces.get());
+    ColorMap map;
+    ASSERT_TRUE(map.setFixedRange(0, 1));
+    view->setColorMap(map); // which is for the colours alone
+    ASSERT_TRUE(view->scalarRange(&minimum, &maximum, nullptr));
+    EXPECT_EQ(minimum, 3);
+    EXPECT_EQ(maximum, 9);
+    nodes->failWith("There is no state 7");
+    EXPECT_FALSE(view->scalarRange(&minimum, &maximum, &reason));
+    EXPECT_EQ(reason, "There is no state 7");
 }
 
 } // namespace
