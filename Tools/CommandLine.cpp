@@ -34,6 +34,10 @@ constexpr const char* EXAMPLES = R"(Examples:
       A result at a node over all states, as a picture for a report.
   orvapp length bracket.frd --result 'l2Norm(DISP)' --through 0,5,10 --through 60,5,10 moved.svg
       A result along the surface from point to point.
+  orvapp render bracket.frd --result 'vonMises(STRESS)' --deform DISPx10 mises.png
+      A picture, without a display.
+  orvapp pick bracket.frd --result 'vonMises(STRESS)' --deform DISPx10 --at 400,380
+      What is seen at a pixel of that picture.
   orvapp convert bracket.frd bracket.ztfx
       Into a file that opens at once and holds several cases.
   orvapp info bracket.frd --json

@@ -1,6 +1,7 @@
 #include "Tools/CommandOptions.h"
 
 #include "Tools/ExpressionFunctions.h"
+#include "Tools/Picture.h"
 #include "Tools/ValuesCommand.h"
 
 #include <algorithm>
@@ -54,6 +55,33 @@ void addPasswordFile(CLI::App* command, std::string* path) {
     command->add_option("--password-file", *path, "A file whose first line is the password of a protected file")
         ->type_name("F")
         ->check(notEmpty("the name of a file is missing"));
+}
+
+void addPicture(CLI::App* command, PictureOptions* options) {
+    addFile(command, &options->file);
+    command->add_option("--result", options->result, "The scalar to show in colours, such as 'vonMises(STRESS)'")
+        ->type_name("EXPRESSION");
+    command->add_option("--state", options->state, "The state, by default the last one that has the result")
+        ->type_name("PATTERN");
+    addPatterns(command, "--part", &options->parts, "Show these parts only; may be repeated");
+    command->add_option("--deform", options->deformation, "Displace the shape, by so many times the displacement")
+        ->type_name("DISPxSCALE")
+        ->check(understoodBy(parseDeformation));
+    command->add_option("--cut", options->cut, "Show a section, such as z=2.5 or 0,0,2.5:0,0,1, in place of the parts")
+        ->type_name("PLANE")
+        ->check(understoodBy(parsePlane));
+    command
+        ->add_option("--view", options->view, "iso, front, back, left, right, top, bottom or where the eye is: X,Y,Z")
+        ->capture_default_str()
+        ->type_name("VIEW")
+        ->check(understoodBy(parseViewpoint));
+    command->add_flag("--parallel", options->isParallel, "Without foreshortening, in place of perspective");
+    command->add_option("--size", options->size, "Of the picture, in pixels")
+        ->capture_default_str()
+        ->type_name("WxH")
+        ->check(understoodBy(parseSize));
+    command->add_flag("!--no-legend", options->hasLegend, "Without the legend, and the room that is left for it");
+    addPasswordFile(command, &options->passwordFile);
 }
 
 void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Tools/CommandError.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -7,6 +9,7 @@
 
 namespace orvapp {
 
+struct PictureOptions;
 struct ValuesOptions;
 
 // What several commands have in common on the command line. The values go where the pointers lead, when the line is
@@ -23,6 +26,24 @@ void addFileAndExpression(CLI::App* command, std::string* file, std::string* exp
 void addPatterns(CLI::App* command, const char* name, std::vector<std::string>* patterns, const char* help);
 
 void addPasswordFile(CLI::App* command, std::string* path);
+
+/// Refuses an argument that a function does not understand with the text of its CommandError.
+template <class Parse>
+CLI::Validator understoodBy(Parse parse) {
+    return CLI::Validator(
+        [parse](std::string& text) -> std::string {
+            try {
+                parse(text);
+                return "";
+            } catch (const CommandError& error) {
+                return error.what();
+            }
+        },
+        "", "understood");
+}
+
+/// FILE, and the options that tell what is seen in a picture.
+void addPicture(CLI::App* command, PictureOptions* options);
 
 /// --password-file, --csv and --json.
 void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp);

@@ -13,6 +13,8 @@ std::vector<Command> addCommands(CLI::App* program) {
              addEnvelope,
              addHistory,
              addLength,
+             addRender,
+             addPick,
              addConvert,
              addSituation,
              addFormats,

@@ -24,6 +24,8 @@ Command addHistory(CLI::App* program);
 Command addLength(CLI::App* program);
 Command addConvert(CLI::App* program);
 Command addSituation(CLI::App* program);
+Command addRender(CLI::App* program);
+Command addPick(CLI::App* program);
 Command addFormats(CLI::App* program);
 
 /// All of them, in the order of the help.

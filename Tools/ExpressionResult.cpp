@@ -444,4 +444,17 @@ ExpressionResult buildResult(const Expression& expression, const std::vector<Res
     return Builder(expression, results).build();
 }
 
+ExpressionResult buildScalar(const Expression& expression, const std::vector<orv::ug::ResultInfo>& results,
+                             const std::string& shower) {
+    ExpressionResult built = buildResult(expression, results);
+    const orv::ug::ResultType type = built.info.type();
+    if (type != orv::ug::SCALAR) {
+        const std::string& text = expression.text;
+        const char* function = type == orv::ug::SYMMETRIC_TENSOR ? "vonMises(" : "l2Norm(";
+        throw CommandError(text + " is a " + typeWord(type) + ", and " + shower + " a scalar: take " + function + text +
+                           ") or extractComponent(" + text + ", 0)");
+    }
+    return built;
+}
+
 } // namespace orvapp

@@ -4,6 +4,7 @@
 #include "OrvUnstructGrid/ResultInfo.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace orvapp {
@@ -31,5 +32,11 @@ struct ExpressionResult {
 /// @param results those that names stand for
 /// Throws ExpressionError.
 ExpressionResult buildResult(const Expression& expression, const std::vector<orv::ug::ResultInfo>& results);
+
+/// The same for what shows one number at a place.
+/// @param shower and its verb, for the message, such as "a curve shows"
+/// Throws CommandError, too when the result is no scalar, and tells how to make one of it.
+ExpressionResult buildScalar(const Expression& expression, const std::vector<orv::ug::ResultInfo>& results,
+                             const std::string& shower);
 
 } // namespace orvapp

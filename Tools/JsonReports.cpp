@@ -4,6 +4,7 @@
 #include "Tools/CurvesReport.h"
 #include "Tools/EnvelopeReport.h"
 #include "Tools/InfoReport.h"
+#include "Tools/PickReport.h"
 #include "Tools/SituationReport.h"
 #include "Tools/ValuesReport.h"
 
@@ -132,6 +133,17 @@ Json curveJson(const CurveRow& curve) {
     return json;
 }
 
+Json pickedItemJson(const PickedItem& item) {
+    return {{"part", item.part},
+            {"isSection", item.isSection},
+            {"element", valueOrNull(item.element)},
+            {"surface", valueOrNull(item.surface)},
+            {"node", valueOrNull(item.node)},
+            {"point", pointJson(item.point)},
+            {"value", valueOrNull(item.value)},
+            {"itemValue", valueOrNull(item.itemValue)}};
+}
+
 Json modelJson(const ModelReport& report) {
     Json model = {{"file", report.file}};
     if (report.caseId >= 0) {
@@ -169,6 +181,12 @@ std::string curvesJson(const CurvesReport& report) {
 
 std::string situationsJson(const SituationsReport& report) {
     return text(Json{{"situations", array(report.rows, situationJson)}});
+}
+
+std::string pickJson(const PickReport& report) {
+    return text({{"state", report.state},
+                 {"result", report.result.empty() ? Json(nullptr) : Json(report.result)},
+                 {"item", report.item ? pickedItemJson(*report.item) : Json(nullptr)}});
 }
 
 std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats) {

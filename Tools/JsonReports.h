@@ -10,6 +10,7 @@ namespace orvapp {
 struct CurvesReport;
 struct EnvelopeReport;
 struct ModelReport;
+struct PickReport;
 struct SituationsReport;
 struct ValuesReport;
 
@@ -21,6 +22,7 @@ std::string valuesJson(const ValuesReport& report);
 std::string envelopeJson(const EnvelopeReport& report);
 std::string curvesJson(const CurvesReport& report);
 std::string situationsJson(const SituationsReport& report);
+std::string pickJson(const PickReport& report);
 std::string formatsJson(const std::vector<orv::imp::cae::FormatInfo>& formats);
 
 } // namespace orvapp

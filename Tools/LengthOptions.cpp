@@ -1,12 +1,13 @@
 #include "Tools/Commands.h"
 
+#include "Tools/Arguments.h"
 #include "Tools/CommandOptions.h"
 #include "Tools/LengthCommand.h"
 
 #include <CLI/CLI.hpp>
 
-#include <charconv>
-#include <cmath>
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace orvapp {
@@ -32,27 +33,8 @@ The JSON has the keys
 
 )";
 
-bool readPoint(const std::string& text, orv::Vec3d* point) {
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        const auto [rest, error] = std::from_chars(at, end, (*point)[axis]);
-        const bool isLast = axis == 2;
-        if (error != std::errc() || !std::isfinite((*point)[axis]) ||
-            (isLast ? rest != end : rest == end || *rest != ',')) {
-            return false;
-        }
-        at = rest + 1;
-    }
-    return true;
-}
-
 void readPoints(const std::vector<std::string>& texts, std::vector<orv::Vec3d>* points) {
-    for (const std::string& text : texts) {
-        if (!readPoint(text, &points->emplace_back())) {
-            throw CLI::ValidationError("--through", '"' + text + "\" is no point, such as 60,5.5,-10");
-        }
-    }
+    std::transform(texts.begin(), texts.end(), std::back_inserter(*points), parseVector);
     if (points->size() < 2) {
         throw CLI::ValidationError("--through", "a way needs two points or more");
     }
@@ -70,6 +52,7 @@ Command addLength(CLI::App* program) {
             "A point of the way; two or more")
         ->required()
         ->type_name("X,Y,Z")
+        ->check(understoodBy(parseVector))
         ->expected(1)
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);

@@ -24,17 +24,6 @@ const PlotOptions& checked(const PlotOptions& options) {
     return options;
 }
 
-ExpressionResult buildScalar(const Expression& expression, const ResultFile& file) {
-    ExpressionResult built = buildResult(expression, file.results());
-    const orv::ug::ResultType type = built.info.type();
-    if (type != orv::ug::SCALAR) {
-        const char* function = type == orv::ug::SYMMETRIC_TENSOR ? "vonMises(" : "l2Norm(";
-        throw CommandError(expression.text + " is a " + typeWord(type) + ", and a curve shows a scalar: take " +
-                           function + expression.text + ") or extractComponent(" + expression.text + ", 0)");
-    }
-    return built;
-}
-
 std::vector<std::string> cellsOf(const CurveRow& curve) {
     const Statistics statistics = componentStatistics(curve.y, 1, 0);
     std::vector<std::string> cells = {curve.name, std::to_string(curve.x.size())};
@@ -65,8 +54,8 @@ std::string curvesText(const CurvesReport& report) {
 PlotCommand::PlotCommand(const PlotOptions& options)
     : m_options(checked(options)), m_expression(parseExpression(options.values.result)),
       m_file(options.values.file, readPassword(options.values.passwordFile)),
-      m_built(buildScalar(m_expression, m_file)), m_scalar(m_file.add(m_built.info, m_expression.text)),
-      m_plot(orv::app::Plots::instance()->add()) {
+      m_built(buildScalar(m_expression, m_file.results(), "a curve shows")),
+      m_scalar(m_file.add(m_built.info, m_expression.text)), m_plot(orv::app::Plots::instance()->add()) {
     if (m_file.statesWith(m_scalar).empty()) {
         refuse(m_file, '"' + nameOf(m_scalar) + "\" has no values in any state");
     }

@@ -1,18 +1,16 @@
 #include "Tools/PlotOptions.h"
 
+#include "Tools/Arguments.h"
 #include "Tools/CommandOptions.h"
-
-#include <cstdio>
 
 namespace orvapp {
 
 namespace {
 
 void readSize(const std::string& text, PlotOptions* options) {
-    char rest = 0;
-    if (std::sscanf(text.c_str(), "%6dx%6d%c", &options->width, &options->height, &rest) != 2) {
-        throw CLI::ValidationError("--size", "two numbers are wanted, such as 800x600");
-    }
+    const PictureSize size = parseSize(text);
+    options->width = size.width;
+    options->height = size.height;
 }
 
 } // namespace
@@ -31,7 +29,8 @@ void addPlotOptions(CLI::App* command, PlotOptions* options) {
     command
         ->add_option_function<std::string>(
             "--size", [options](const std::string& text) { readSize(text, options); }, "Pixels of the picture")
-        ->type_name("WxH");
+        ->type_name("WxH")
+        ->check(understoodBy(parseSize));
     command->add_flag("--log-x", options->isXLogarithmic, "Make equal ratios equally long along x");
     command->add_flag("--log-y", options->isYLogarithmic, "Make equal ratios equally long along y");
     addOutput(command, &options->values, "Write all points to a CSV file; - is standard output");
