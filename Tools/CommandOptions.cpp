@@ -2,6 +2,7 @@
 
 #include "Tools/ExpressionFunctions.h"
 #include "Tools/Picture.h"
+#include "Tools/PictureLook.h"
 #include "Tools/ValuesCommand.h"
 
 #include <algorithm>
@@ -82,6 +83,25 @@ void addPicture(CLI::App* command, PictureOptions* options) {
         ->check(understoodBy(parseSize));
     command->add_flag("!--no-legend", options->hasLegend, "Without the legend, and the room that is left for it");
     addPasswordFile(command, &options->passwordFile);
+}
+
+void addLook(CLI::App* command, LookOptions* options) {
+    command->add_option("--colors", options->colors, "viridis or rainbow")
+        ->capture_default_str()
+        ->type_name("MAP")
+        ->check(understoodBy(parseColors));
+    command->add_option("--bands", options->bands, "Divide the range into so many plain colours")
+        ->type_name("N")
+        ->check(CLI::Range(0, int(orv::vis::ColorMap::MAXIMUM_BANDS)));
+    command->add_option("--range", options->range, "From which value to which the colours go")
+        ->type_name("MIN,MAX")
+        ->check(understoodBy(parseRange));
+    command->add_option("--background", options->background, "white, grey, black or #rrggbb; or two, TOP,BOTTOM")
+        ->capture_default_str()
+        ->type_name("COLOR")
+        ->check(understoodBy(parseBackground));
+    command->add_flag("!--no-edges", options->hasEdges, "Without the edges of elements");
+    command->add_flag("!--no-light", options->hasLight, "Surfaces in exactly the colours of the legend");
 }
 
 void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {

@@ -9,6 +9,7 @@
 
 namespace orvapp {
 
+struct LookOptions;
 struct PictureOptions;
 struct ValuesOptions;
 
@@ -44,6 +45,9 @@ CLI::Validator understoodBy(Parse parse) {
 
 /// FILE, and the options that tell what is seen in a picture.
 void addPicture(CLI::App* command, PictureOptions* options);
+
+/// The options that tell how it is drawn.
+void addLook(CLI::App* command, LookOptions* options);
 
 /// --password-file, --csv and --json.
 void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp);

@@ -27,7 +27,7 @@ StateIndexes both(const StateIndexes& a, const StateIndexes& b) {
 
 Picture::Picture(const PictureOptions& options)
     : m_size(parseSize(options.size)), m_file(options.file, readPassword(options.passwordFile)),
-      m_view(new orv::vis::View), m_statePattern(options.state) {
+      m_view(orv::app::Views::instance()->add()), m_statePattern(options.state) {
     m_view->addModel(&model());
     m_view->setLegendShown(options.hasLegend);
     model().modelSpec().setFringesResultId(-1); // a new model shows one of its results

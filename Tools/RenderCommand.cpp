@@ -1,7 +1,5 @@
 #include "Tools/RenderCommand.h"
 
-#include "OrvVisualization/Image.h"
-#include "Tools/CommandError.h"
 #include "Tools/DisplayText.h"
 #include "Tools/Output.h"
 #include "Tools/ProgressBar.h"
@@ -36,34 +34,11 @@ struct RenderedPicture {
     ValueRange values;
 };
 
-bool isPngName(const std::string& path) {
-    const std::size_t size = path.size();
-    return size > 4 && orv::Str(path.substr(size - 4)).toLower() == ".png";
-}
-
 /// "out.png" is "out_0007.png" as the seventh.
 std::string numberedPath(const std::string& path, std::size_t number) {
     const std::string digits = std::to_string(number);
     const std::string zeros(digits.size() < 4 ? 4 - digits.size() : 0, '0');
     return path.substr(0, path.size() - 4) + '_' + zeros + digits + path.substr(path.size() - 4);
-}
-
-orv::vis::ColorMap colorMapOf(const RenderOptions& options) {
-    orv::vis::ColorMap colors(parseColors(options.colors));
-    colors.setBandCount(std::size_t(options.bands));
-    if (!options.range.empty()) {
-        const auto [minimum, maximum] = parseRange(options.range);
-        colors.setFixedRange(minimum, maximum);
-    }
-    return colors;
-}
-
-void setLook(const RenderOptions& options, orv::vis::View* view) {
-    const auto [top, bottom] = parseBackground(options.background);
-    view->setBackground(top, bottom);
-    view->setColorMap(colorMapOf(options));
-    view->setEdgesShown(options.hasEdges);
-    view->setLit(options.hasLight);
 }
 
 /// Of what is shown now.
@@ -126,12 +101,7 @@ private:
     }
 
     RenderedPicture draw(std::size_t state, const std::string& path) const {
-        const auto [width, height] = m_picture.size();
-        orv::vis::Image image;
-        orv::Str reason;
-        if (!view().render(width, height, &image, &reason) || !image.writePng(path, &reason)) {
-            throw CommandError(reason.toStdString());
-        }
+        writePicture(view(), m_picture.size(), path);
         return {path, state, valuesShown(m_picture)};
     }
 
@@ -175,11 +145,9 @@ std::string renderedText(const Picture& picture, const std::vector<RenderedPictu
 } // namespace
 
 void runRender(const RenderOptions& options) {
-    if (!isPngName(options.out)) {
-        throw CommandError(options.out + ": the name of a picture has to end in .png");
-    }
+    checkPictureName(options.out);
     const Picture picture(options.picture);
-    setLook(options, &picture.view());
+    setLook(options.look, &picture.view());
     std::vector<RenderedPicture> pictures;
     {
         Renderer renderer(options, picture);

@@ -34,22 +34,7 @@ Command addRender(CLI::App* program) {
     addPicture(render, &options->picture);
     render->add_option("OUT", options->out, "The picture to write; its name ends in .png")->required()->type_name("");
     render->add_flag("--animate", options->isSeries, "One picture of each state, OUT_0001.png and so on");
-    render->add_option("--colors", options->colors, "viridis or rainbow")
-        ->capture_default_str()
-        ->type_name("MAP")
-        ->check(understoodBy(parseColors));
-    render->add_option("--bands", options->bands, "Divide the range into so many plain colours")
-        ->type_name("N")
-        ->check(CLI::Range(0, int(orv::vis::ColorMap::MAXIMUM_BANDS)));
-    render->add_option("--range", options->range, "From which value to which the colours go")
-        ->type_name("MIN,MAX")
-        ->check(understoodBy(parseRange));
-    render->add_option("--background", options->background, "white, grey, black or #rrggbb; or two, TOP,BOTTOM")
-        ->capture_default_str()
-        ->type_name("COLOR")
-        ->check(understoodBy(parseBackground));
-    render->add_flag("!--no-edges", options->hasEdges, "Without the edges of elements");
-    render->add_flag("!--no-light", options->hasLight, "Surfaces in exactly the colours of the legend");
+    addLook(render, &options->look);
     render->footer(RENDER_FOOTER + expressionHelp());
     return {render, [options] { runRender(*options); }, true};
 }

@@ -2,6 +2,7 @@
 
 #include "Tools/CommandOptions.h"
 #include "Tools/SituationCommand.h"
+#include "Tools/SituationPicture.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,6 +30,33 @@ The JSON of all commands but apply has the keys
 
 void addJson(CLI::App* command, bool* json) {
     command->add_flag("--json", *json, "Print JSON for scripts in place of a table");
+}
+
+Command addCapture(CLI::App* situation) {
+    auto options = std::make_shared<SituationCaptureOptions>();
+    CLI::App* capture = situation->add_subcommand("capture", "Keep what orvapp render would draw");
+    addPicture(capture, &options->picture);
+    addLook(capture, &options->look);
+    capture->add_option("FOLDER", options->folder, "The folder to make for the situation")->required()->type_name("");
+    capture->add_option("--name", options->name, "Its name; otherwise that of the file")->type_name("TEXT");
+    capture->add_option("--description", options->description, "What there is to say about it")->type_name("TEXT");
+    capture->add_flag("--recovery", options->isRecovery, "For recovery, in place of an earlier one in the folder");
+    addJson(capture, &options->json);
+    capture->footer(expressionHelp());
+    return {capture, [options] { runSituationCapture(*options); }};
+}
+
+Command addApply(CLI::App* situation) {
+    auto options = std::make_shared<SituationApplyOptions>();
+    CLI::App* apply = situation->add_subcommand("apply", "Draw the picture of a situation");
+    apply->add_option("PLACE", options->place, "A folder, a file, or one in an archive")->required()->type_name("");
+    apply->add_option("OUT", options->out, "The picture to write; its name ends in .png")->required()->type_name("");
+    apply->add_option("--file", options->file, "The result file, when it is no longer where it was")->type_name("F");
+    apply->add_option("--size", options->size, "Of the picture, in pixels; otherwise as when it was captured")
+        ->type_name("WxH")
+        ->check(understoodBy(parseSize));
+    addPasswordFile(apply, &options->passwordFile);
+    return {apply, [options] { runSituationApply(*options); }};
 }
 
 Command addList(CLI::App* situation) {
@@ -89,7 +117,7 @@ Command addSituation(CLI::App* program) {
     situation->require_subcommand(1);
     situation->get_formatter()->label("SUBCOMMAND", "COMMAND ...");
     auto commands = std::make_shared<std::vector<Command>>();
-    for (Command (*add)(CLI::App*) : {addList, addRename, addExport, addImport, addRecover}) {
+    for (Command (*add)(CLI::App*) : {addCapture, addList, addApply, addRename, addExport, addImport, addRecover}) {
         commands->push_back(add(situation));
         commands->back().options->group("Commands");
     }
@@ -101,7 +129,7 @@ Command addSituation(CLI::App* program) {
             }
         }
     };
-    return {situation, run};
+    return {situation, run, true};
 }
 
 } // namespace orvapp

@@ -212,7 +212,7 @@ TEST_F(SituationCommand, ARecoveryThatIsNotKeptIsNotRemoved) {
 }
 
 TEST(SituationCommandLine, TellsItsCommands) {
-    const std::string commands = "list, rename, export, import or recover";
+    const std::string commands = "capture, list, apply, rename, export, import or recover";
     EXPECT_EQ(runOrvapp({"situation"}).messages,
               "orvapp: a command is missing: " + commands + " (see orvapp situation --help)\n");
     EXPECT_EQ(runOrvapp({"situation", "lst"}).messages,
