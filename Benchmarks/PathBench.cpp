@@ -34,10 +34,13 @@ constexpr int pathCount = 20;
 class Plate {
 public:
     /// @param slit of so many elements across the middle of the way, from y = 0 on
-    explicit Plate(std::uint32_t width, std::uint32_t slit = 0)
+    /// @param partCount of that width, side by side
+    explicit Plate(std::uint32_t width, std::uint32_t slit = 0, std::uint32_t partCount = 1)
         : m_source(new DataSourceMemory(1)), m_model(new UnstructGridModel) {
         m_source->addGeometry();
-        fill(m_source->addPart(0, "plate"), width, slit);
+        for (std::uint32_t i = 0; i < partCount; ++i) {
+            fill(m_source->addPart(0, "plate"), width, slit, i * width);
+        }
         m_source->addState(StateInfo(1, "", StateInfo::TIME, 0));
         m_result = m_source->addResult(SCALAR, "x", PER_NODE);
         std::vector<double> values(part().nodes()->nodeCount(), 1.0);
@@ -86,12 +89,12 @@ public:
     }
 
 private:
-    static void fill(DataPart* part, std::uint32_t width, std::uint32_t slit) {
+    static void fill(DataPart* part, std::uint32_t width, std::uint32_t slit, double firstY) {
         std::vector<double> coordinates;
         std::vector<std::uint32_t> nodes;
         for (std::uint32_t y = 0; y <= width; ++y) {
             for (std::uint32_t x = 0; x <= length; ++x) {
-                coordinates.insert(coordinates.end(), {double(x), double(y), 10 * std::sin(0.03 * x)});
+                coordinates.insert(coordinates.end(), {double(x), firstY + y, 10 * std::sin(0.03 * x)});
                 const bool isSlit = x == length / 2 && y < slit;
                 if (x < length && y < width && !isSlit) {
                     const std::uint32_t first = y * (length + 1) + x;
@@ -166,6 +169,11 @@ int main(int argc, char** argv) {
     std::printf("another one: %.2f ms (limit 50), %zu crossings\n", millisecondsOf([&] { million.lay(1.0); }),
                 million.crossings());
     tenth.lay(1.0);
+    {
+        Plate two(500, 0, 2);
+        std::printf("first path across 1,000,000 elements in two parts that touch: %.1f ms\n",
+                    millisecondsOf([&] { two.lay(1.0); }));
+    }
     {
         Plate slit(1000, 100);
         slit.layNodes();

@@ -37,8 +37,8 @@ struct SurfaceJoints {
 };
 
 /// Joins nodes of the surfaces of different parts that are at the same place, to within 1e-6 of the diagonal of the box
-/// about all of these surfaces. Nodes of one part are never joined by themselves, wherever they are. Takes time in
-/// proportion to the nodes that are in the boxes of several parts.
+/// about all of these surfaces. Nodes of one part are never joined by themselves, wherever they are. Goes through all
+/// nodes, and looks closer at those that have another part within a hundredth of the diagonal.
 /// @param firstVertices of each part: which vertex its first node is
 SurfaceJoints joinParts(std::span<const TopologyPart> parts, std::span<const Vertex> firstVertices);
 

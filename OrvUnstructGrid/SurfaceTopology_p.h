@@ -56,7 +56,7 @@ private:
 /// within 1e-6 of the diagonal of the box about all of them, between parts. Faces of volumes of different parts that
 /// touch over all their corners are inside, and count for nothing.
 ///
-/// Making it takes time in proportion to the nodes that are in the boxes of several parts.
+/// With several parts, making it goes through all nodes; with one it costs nothing.
 class SurfaceTopology {
 public:
     /// @param parts to live as long as the topology; less than 2^32 nodes in all

@@ -18,9 +18,10 @@ struct CornerMean {
 bool isOn(const SurfacePoint& point, SurfacePiece piece);
 
 /// How a point between corners of a piece is interpolated in the piece's element.
-NodeMean meanInPiece(const SurfaceTopology& topology, SurfacePiece piece, const CornerMean& mean);
+NodeMean meanInPiece(const SurfaceTopology& topology, SurfacePiece piece, std::uint32_t element,
+                     const CornerMean& mean);
 /// The same for any point of the piece.
-NodeMean meanInPiece(const SurfaceTopology& topology, SurfacePiece piece, const Vec3d& point);
+NodeMean meanInPiece(const SurfaceTopology& topology, SurfacePiece piece, std::uint32_t element, const Vec3d& point);
 
 /// Of the element of a piece, without places.
 PathSegment segmentIn(const SurfaceTopology& topology, SurfacePiece piece);
@@ -35,12 +36,12 @@ std::vector<PathSegment> waySegments(const SurfaceTopology& topology, const Grap
             continue;
         }
         const SurfacePiece piece = way[i].piece;
+        PathSegment segment = segmentIn(topology, piece);
         auto meanAt = [&](const WayStep& step) {
             const bool isEnd = step.key == WAY_START || step.key == WAY_TARGET;
-            return isEnd ? meanInPiece(topology, piece, step.point)
-                         : meanInPiece(topology, piece, graph.meanAt(step.key));
+            return isEnd ? meanInPiece(topology, piece, segment.element, step.point)
+                         : meanInPiece(topology, piece, segment.element, graph.meanAt(step.key));
         };
-        PathSegment segment = segmentIn(topology, piece);
         segment.begin = way[i - 1].point;
         segment.end = way[i].point;
         segment.atBegin = meanAt(way[i - 1]);

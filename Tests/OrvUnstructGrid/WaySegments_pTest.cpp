@@ -31,13 +31,13 @@ TEST(WaySegmentsTest, ElementsKnowTheirPlacesAndSurfaces) {
     EXPECT_EQ(segment.element, 1u);
     EXPECT_EQ(segment.surface, topology.elementSurface(top));
     // The second cube's nodes are 1, 2, 5, 4, 7, 8, 11, 10, at the places 8 to 15.
-    const NodeMean mean = meanInPiece(topology, top, CornerMean{8, 11, 0.25});
+    const NodeMean mean = meanInPiece(topology, top, 1, CornerMean{8, 11, 0.25});
     EXPECT_THAT(mean.places, ElementsAre(13, 14, 0, 0, 0, 0));
     EXPECT_THAT(mean.weights, ElementsAre(0.75, 0.25, 0, 0, 0, 0));
-    EXPECT_THAT(meanInPiece(topology, top, CornerMean{8, 11, 1.0}).places, ElementsAre(14, 0, 0, 0, 0, 0));
+    EXPECT_THAT(meanInPiece(topology, top, 1, CornerMean{8, 11, 1.0}).places, ElementsAre(14, 0, 0, 0, 0, 0));
     const SurfacePiece beam = topology.piecesOfElement(0, 2)[0];
     EXPECT_EQ(segmentIn(topology, beam).surface, PathSegment::ALL_SURFACES);
-    const NodeMean middle = meanInPiece(topology, beam, Vec3d(1, 0.5, 0.5));
+    const NodeMean middle = meanInPiece(topology, beam, 2, Vec3d(1, 0.5, 0.5));
     EXPECT_THAT(middle.places, ElementsAre(16, 17, 0, 0, 0, 0));
     EXPECT_THAT(middle.weights, ElementsAre(0.5, 0.5, 0, 0, 0, 0));
 }
@@ -46,7 +46,7 @@ TEST(WaySegmentsTest, OtherPartsNodesAreFoundAtJoints) {
     const TopologyParts parts({orvtest::plate(1, 1), orvtest::movedBy(orvtest::plate(1, 1), {1, 0, 0})});
     const SurfaceTopology topology(parts.parts());
     // Vertices 1 and 3 are the nodes 0 and 2 of the second part, the first and last of its only element.
-    EXPECT_THAT(meanInPiece(topology, {1, 1}, CornerMean{1, 3, 0.5}).places, ElementsAre(0, 3, 0, 0, 0, 0));
+    EXPECT_THAT(meanInPiece(topology, {1, 1}, 0, CornerMean{1, 3, 0.5}).places, ElementsAre(0, 3, 0, 0, 0, 0));
 }
 
 TEST(WaySegmentsTest, StepsWithoutALengthAreLeftOut) {
