@@ -4,6 +4,7 @@
 #include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/FileFaults.h"
 #include "Tests/Support/FileSizeLimit.h"
+#include "Tests/Support/OrdinaryUser.h"
 
 #include <filesystem>
 #include <initializer_list>
@@ -344,6 +345,34 @@ TEST_F(SituationsArchiveTest, AFullDiskIsToldForEachSituation) {
         EXPECT_EQ(importedNames(), Names());
     }
     EXPECT_EQ(logs.take(), (std::vector<LogMessage>{notExtracted(0), notExtracted(1)}));
+}
+
+TEST_F(SituationsArchiveTest, FoldersThatMayOnlyBeReadAreToldOfOrLeftAlone) {
+    exportNamed({"a", "b"});
+    const std::string archive = folder.read("a.zip");
+    const std::string own = folder / "own";
+    std::filesystem::create_directory(own);
+    std::filesystem::permissions(own, std::filesystem::perms(0777));
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
+    std::filesystem::permissions(temp, std::filesystem::perms(0555));
+    // The folder of the archive: in silence.
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([&] {
+        exportNamed({"c"});
+        return logs.take().empty();
+    }));
+    EXPECT_EQ(folder.read("a.zip"), archive);
+    // The temporary folder: with a warning for each.
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([&] {
+        const PtrRef<ug::Situation> situation = situationNamed("c");
+        situations->exportSituations({situation.get()}, own + "/a.zip");
+        return logs.take() == std::vector<LogMessage>{exportWarning()};
+    }));
+    EXPECT_EQ(std::filesystem::file_size(own + "/a.zip"), 22u);
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([&] {
+        return importedNames().empty() && logs.take() == std::vector<LogMessage>{notExtracted(0), notExtracted(1)};
+    }));
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(temp, std::filesystem::perms(0755));
 }
 
 TEST_F(SituationsArchiveTest, AFaultAtAnyChangeOfAnExportLosesNothingElse) {

@@ -1,5 +1,6 @@
 #include "Tests/OrvApp/SituationsFixture.h"
 #include "Tests/Support/FileFaults.h"
+#include "Tests/Support/OrdinaryUser.h"
 
 #include <filesystem>
 
@@ -180,6 +181,20 @@ TEST_F(SituationsRecoveryTest, SavingBelowAFileIsAWarning) {
     EXPECT_EQ(folder.read("file"), "bytes");
     logger()->setLevel(rvf::Logger::LEVEL_ERROR);
     situations->saveRecovery();
+}
+
+TEST_F(SituationsRecoveryTest, WhatMayOnlyBeReadIsNeitherDeletedNorWritten) {
+    saveOldAndCaptureNew();
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(recovery, std::filesystem::perms(0555));
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([&] {
+        situations->saveRecovery();
+        const bool isTold = logs.take() == std::vector<LogMessage>{notSaved(recovery)};
+        situations->removeRecovery();
+        return isTold && logs.take().empty();
+    }));
+    std::filesystem::permissions(recovery, std::filesystem::perms(0755));
+    EXPECT_EQ(describedFolder(recovery), old);
 }
 
 TEST_F(SituationsRecoveryTest, AFaultAtAnyChangeIsToldAndMendedByTheNextSaving) {

@@ -3,6 +3,7 @@
 #include "Tests/OrvApp/SituationsFixture.h"
 #include "Tests/Support/EnvironmentVariable.h"
 #include "Tests/Support/FileFaults.h"
+#include "Tests/Support/OrdinaryUser.h"
 
 #include <filesystem>
 
@@ -220,6 +221,19 @@ TEST_F(SituationsTest, AFullDiskLeavesTheOldFile) {
         EXPECT_EQ(folder.names(), std::vector<std::string>{"Situation.xml"});
     }
     EXPECT_GE(change - 1, 6); // to open, write, sync, rename and sync, and the one without a fault
+}
+
+TEST_F(SituationsTest, AFolderThatMayOnlyBeReadKeepsItsFile) {
+    addWritten("old");
+    const std::string old = describedFolder(folder.path());
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
+    EXPECT_TRUE(orvtest::holdsForAnOrdinaryUser([&] {
+        return !situations->updateSituationInfo(0, folder.path(), "new", "why") &&
+               situations->situation(0)->name() == "new" &&
+               logs.take() == std::vector<LogMessage>{notWritten(folder.path())};
+    }));
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0755));
+    EXPECT_EQ(describedFolder(folder.path()), old);
 }
 
 TEST_F(SituationsTest, AKilledProcessLeavesTheOldFileOrTheNewOne) {
