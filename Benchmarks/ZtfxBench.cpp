@@ -267,7 +267,7 @@ int main(int argc, char** argv) {
         write(source.get(), plain.path());
         write(source.get(), encrypted.path(), "secret");
     }
-    orvbench::Claims claims(9);
+    orvbench::Claims claims(15);
     claimOpening(&claims, states, "600 fields on 64 thousand nodes");
     claimOpening(&claims, nodes, "39 fields on a million nodes");
     claimLoading(&claims, plain, encrypted);

@@ -8,7 +8,7 @@ namespace orv::ug {
 namespace {
 
 // What is hashed or widened while the processor's caches still hold it.
-constexpr std::size_t CHUNK_BYTES = std::size_t(1) << 17;
+constexpr std::size_t CHUNK_BYTES = std::size_t(1) << 18;
 constexpr std::size_t FLOAT_CHUNK = std::size_t(1) << 12;
 
 } // namespace
