@@ -82,7 +82,7 @@ public:
         m_model->modelSpec().setFringesResultId(scalar.id());
         m_view->addModel(m_model.get());
         m_view->camera()->setStandardView(orv::vis::StandardView::ISOMETRIC, {});
-        m_view->fit(double(width) / height);
+        m_view->fit(width, height);
     }
 
     void showEdges(bool areShown) {

@@ -49,8 +49,8 @@ struct Layout {
 
 const Str UNDEFINED_WORD = "undefined";
 
-double textSizeOf(const Image& image) {
-    return std::max(MINIMUM_TEXT_SIZE, std::min(image.height() * 0.022, image.width() * 0.03));
+double textSizeFor(int imageWidth, int imageHeight) {
+    return std::max(MINIMUM_TEXT_SIZE, std::min(imageHeight * 0.022, imageWidth * 0.03));
 }
 
 double widest(const Font& font, const std::vector<Str>& texts, double size) {
@@ -69,13 +69,13 @@ std::vector<Str> textsOf(const std::vector<LegendTick>& ticks) {
     return texts;
 }
 
-Layout layOut(const Font& font, const ColorMap& map, const LegendContent& content, const Image& image) {
+Layout layOut(const Font& font, const ColorMap& map, const LegendContent& content, int imageWidth, int imageHeight) {
     Layout layout;
-    const double size = textSizeOf(image);
+    const double size = textSizeFor(imageWidth, imageHeight);
     layout.textSize = size;
     layout.line = font.lineHeight(size);
-    const double lines = std::clamp(TITLE_SHARE * image.height() / layout.line, 1.0, TITLE_LINES);
-    layout.title = textLines(font, content.title, size, image.width() * 0.4, std::size_t(lines));
+    const double lines = std::clamp(TITLE_SHARE * imageHeight / layout.line, 1.0, TITLE_LINES);
+    layout.title = textLines(font, content.title, size, imageWidth * 0.4, std::size_t(lines));
     layout.hasBar = content.minimum <= content.maximum;
 
     const double margin = std::round(MARGIN * size);
@@ -93,8 +93,8 @@ Layout layOut(const Font& font, const ColorMap& map, const LegendContent& conten
     if (layout.hasBar) {
         // The numbers at the ends reach half a line beyond the bar.
         const double barTop = std::round(top + layout.line * 0.7);
-        const double room = image.height() - barTop - layout.line * (content.hasUndefined ? 2.2 : 0.7) - 2 * margin;
-        const double height = std::round(std::min(image.height() * 0.5, room));
+        const double room = imageHeight - barTop - layout.line * (content.hasUndefined ? 2.2 : 0.7) - 2 * margin;
+        const double height = std::round(std::min(imageHeight * 0.5, room));
         layout.bar = {layout.left, barTop, barRight, barTop + height};
         const double linesApart = map.bandCount() > 0 ? 1.1 : 1.5;
         layout.ticks =
@@ -113,6 +113,10 @@ Layout layOut(const Font& font, const ColorMap& map, const LegendContent& conten
         layout.barPane = {margin, top, std::ceil(right) + margin, bottom};
     }
     return layout;
+}
+
+bool hasRoom(int imageWidth, int imageHeight) {
+    return imageWidth >= LEGEND_MINIMUM_WIDTH && imageHeight >= LEGEND_MINIMUM_HEIGHT;
 }
 
 /// How far a picture is brighter than middle grey in a rectangle of whole pixels in it; summed up.
@@ -222,12 +226,20 @@ private:
 
 } // namespace
 
+double legendWidth(const ColorMap& map, const LegendContent& content, int imageWidth, int imageHeight) {
+    if (!hasRoom(imageWidth, imageHeight)) {
+        return 0.0;
+    }
+    const Layout layout = layOut(*Font::createNormalFont(), map, content, imageWidth, imageHeight);
+    return std::max(layout.titlePane.right, layout.barPane.right);
+}
+
 void drawLegend(const ColorMap& map, const LegendContent& content, Image* image) {
-    if (image->width() < LEGEND_MINIMUM_WIDTH || image->height() < LEGEND_MINIMUM_HEIGHT) {
+    if (!hasRoom(image->width(), image->height())) {
         return;
     }
     const PtrRef<Font> font = Font::createNormalFont();
-    const Layout layout = layOut(*font, map, content, *image);
+    const Layout layout = layOut(*font, map, content, image->width(), image->height());
     LegendDrawing(*font, map, layout, image).draw(content);
 }
 

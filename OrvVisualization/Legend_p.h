@@ -19,6 +19,9 @@ struct LegendContent {
 constexpr int LEGEND_MINIMUM_WIDTH = 200;
 constexpr int LEGEND_MINIMUM_HEIGHT = 120;
 
+/// How far the legend reaches into a picture of this size from the left, with its pane; 0 when there is none.
+double legendWidth(const ColorMap& map, const LegendContent& content, int imageWidth, int imageHeight);
+
 /// Draws the legend of a picture into its upper left corner: the title, a bar of the colours with numbers beside it,
 /// and the colour of undefined values when there are any. It stands on a pane that takes the picture's brightness
 /// there, so that it can be read before everything. Sizes follow the picture's; smaller pictures than the least stay

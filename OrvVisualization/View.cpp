@@ -22,14 +22,16 @@ bool fail(Str* reason, const Str& text) {
     return false;
 }
 
-/// The share of a picture's width that a legend takes, whose numbers are of the usual length. Letters are as large as
-/// the height of the picture tells.
-double legendShare(double aspect) {
-    return std::min(0.23 / aspect, 0.3);
-}
+/// Of a picture's width; a legend that wants more of it is drawn over the models.
+constexpr double mostLegendShare = 0.35;
 
 ScalarRange rangeOf(const ColorMap& colors, const ShownScalars& scalars) {
     return colors.hasFixedRange() ? ScalarRange{colors.minimum(), colors.maximum()} : scalars.range;
+}
+
+LegendContent legendOf(const ColorMap& colors, const ShownScalars& scalars) {
+    const ScalarRange range = rangeOf(colors, scalars);
+    return {scalars.title, range.minimum, range.maximum, scalars.haveUndefined};
 }
 
 } // namespace
@@ -127,11 +129,19 @@ bool View::setAntialiasing(int raysPerSide) {
     return true;
 }
 
-bool View::fit(double aspect) {
+bool View::fit(int width, int height) {
+    if (!Image::isValidSize(width, height)) {
+        return false;
+    }
     updateShapes(nullptr);
     const PictureScene scene(m_models);
-    const bool hasLegend = m_isLegendShown && scene.scalars().exist;
-    return fitCamera(scene.shapes(), aspect, hasLegend ? legendShare(aspect) : 0.0, &m_camera);
+    const ShownScalars scalars = scene.scalars();
+    double leftRoom = 0.0;
+    if (m_isLegendShown && scalars.exist) {
+        const double legend = legendWidth(m_colorMap, legendOf(m_colorMap, scalars), width, height);
+        leftRoom = std::min(legend / width, mostLegendShare);
+    }
+    return fitCamera(scene.shapes(), double(width) / height, leftRoom, &m_camera);
 }
 
 bool View::scalarRange(double* minimum, double* maximum, Str* reason) const {
@@ -169,7 +179,7 @@ bool View::render(int width, int height, Image* image, Str* reason) const {
         Image picture(width, height);
         PictureCaster(*this, scene, range, width, height).castAll(&picture);
         if (m_isLegendShown && scalars.exist) {
-            drawLegend(m_colorMap, {scalars.title, range.minimum, range.maximum, scalars.haveUndefined}, &picture);
+            drawLegend(m_colorMap, legendOf(m_colorMap, scalars), &picture);
         }
         *image = std::move(picture);
     } catch (const std::bad_alloc&) {

@@ -75,9 +75,9 @@ public:
     /// Moves the camera, without turning it, so that all that the models show just fits into a picture, with a margin
     /// of a twentieth. Where a legend is to be drawn, and the models would be under it, they are moved to the right of
     /// it. Brings their shapes up to date; a model that fails shows nothing.
-    /// @param aspect width by height of the picture
-    /// @return false, and the camera stays, when nothing is shown or the aspect is not above 0 and finite
-    bool fit(double aspect);
+    /// @param width, height of the picture, in pixels
+    /// @return false, and the camera stays, when nothing is shown or Image::isValidSize() is false
+    bool fit(int width, int height);
 
     /// From where to where the scalars go that are shown, and so the colours when their range is not a fixed one.
     /// Brings the shapes of the models up to date before.

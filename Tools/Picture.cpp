@@ -94,7 +94,7 @@ void Picture::show(std::size_t state) const {
 }
 
 void Picture::fit() const {
-    if (!m_view->fit(double(m_size.width) / m_size.height)) {
+    if (!m_view->fit(m_size.width, m_size.height)) {
         refuse(m_file, "there is nothing to be seen: no part is shown, and no plane meets one");
     }
 }

@@ -94,7 +94,7 @@ TEST_F(ModelPicturesTest, AnEmptyPartShowsNothing) {
     addState();
     render();
     EXPECT_EQ(at(0.5, 0.5), white);
-    EXPECT_FALSE(view->fit(1.0));
+    EXPECT_FALSE(view->fit(210, 210));
 }
 
 TEST_F(ModelPicturesTest, ElementsHaveTheirColoursAndEdges) {

@@ -272,7 +272,7 @@ std::vector<std::uint8_t> pictureOf(const vis::View& view) {
 
 TEST_F(SituationTest, GivesTheSamePicturePixelForPixel) {
     view->addModel(model.get());
-    ASSERT_TRUE(view->fit(160.0 / 120.0));
+    ASSERT_TRUE(view->fit(160, 120));
     capture();
     const std::vector<std::uint8_t> picture = pictureOf(*view);
     const orvtest::ScratchFolder folder;
@@ -286,7 +286,7 @@ TEST_F(SituationTest, GivesTheSamePicturePixelForPixel) {
     other->modelSpec().setStateId(1);
     const PtrRef<vis::View> otherView(new vis::View);
     otherView->addModel(other.get());
-    ASSERT_TRUE(otherView->fit(160.0 / 120.0));
+    ASSERT_TRUE(otherView->fit(160, 120));
     EXPECT_FALSE(pictureOf(*otherView) == picture);
     ASSERT_TRUE(read->applyTo(other.get(), otherView.get(), &error)) << error.message();
     EXPECT_TRUE(pictureOf(*otherView) == picture);

@@ -151,6 +151,7 @@ TEST(Legend, NothingIsCutOffAtAnySize) {
         for (const LegendContent& content : contents) {
             // On a dark picture the pane is seen, and it holds everything.
             const Box box = changed(withLegend(filled(width, height, NAVY), ColorMap(), content), NAVY);
+            EXPECT_EQ(legendWidth(ColorMap(), content, width, height), box.right + 1);
             EXPECT_GE(box.left, 5) << width << " x " << height << " " << content.title;
             EXPECT_GE(box.top, 5) << width << " x " << height << " " << content.title;
             EXPECT_LE(box.right, width - 5) << width << " x " << height << " " << content.title;
@@ -172,6 +173,9 @@ TEST(Legend, SmallPicturesStayWithout) {
     EXPECT_EQ(changed(withLegend(filled(199, 500, WHITE), ColorMap(), content), WHITE).right, -1);
     EXPECT_EQ(changed(withLegend(filled(500, 119, WHITE), ColorMap(), content), WHITE).right, -1);
     EXPECT_GT(changed(withLegend(filled(200, 120, WHITE), ColorMap(), content), WHITE).right, 0);
+    EXPECT_EQ(legendWidth(ColorMap(), content, 199, 500), 0.0);
+    EXPECT_EQ(legendWidth(ColorMap(), content, 500, 119), 0.0);
+    EXPECT_GT(legendWidth(ColorMap(), content, 200, 120), 0.0);
 }
 
 } // namespace

@@ -273,7 +273,7 @@ TEST_F(ViewRenderTest, FitsWhatItsModelsShow) {
     PtrRef<ShapesModel> other = new ShapesModel;
     other->add(rectangle(90, 50, 100, 80, 3));
     view->addModel(other.get());
-    ASSERT_TRUE(view->fit(1.0));
+    ASSERT_TRUE(view->fit(210, 210));
     const Image image = render(210, 210); // 50 wide, so with the margin 200 of the pixels, and 120 high.
     EXPECT_NEAR(countPixels(image, [](const Color3ub& c) { return c == red; }), 200 * 120, 1000);
     for (const int x : {7, 202}) {
@@ -282,37 +282,53 @@ TEST_F(ViewRenderTest, FitsWhatItsModelsShow) {
     for (const int x : {3, 206}) {
         EXPECT_EQ(image.color(x, 105), white) << x;
     }
-    EXPECT_FALSE(view->fit(0.0));
-    EXPECT_FALSE(PtrRef<View>(new View)->fit(1.0));
+    EXPECT_FALSE(view->fit(0, 210));
+    EXPECT_FALSE(PtrRef<View>(new View)->fit(210, 210));
 }
 
-// What is as wide as the picture leaves 0.23 of its height free for the legend.
+// The legend of a picture 400 wide, without a title, and with one number as "1.000": with its pane it ends at pixel 70,
+// which is the 12 of the margin, 14 of the bar, 8.5 to the number, 28.6 of that at a size of 10, and 6 of the pane's
+// margin. From there on the model takes 1 / 1.05 of what is left and of what is right of the middle.
 TEST_F(ViewRenderTest, FitsBesideTheLegend) {
-    Mesh mesh = rectangle(100, 50, 140, 60, 3);
+    Mesh mesh = rectangle(100, 50, 140, 55, 3);
     model->add(mesh);
     view->setLegendShown(true);
-    ASSERT_TRUE(view->fit(2.0));
+    ASSERT_TRUE(view->fit(400, 200));
     view->setLegendShown(false);
-    EXPECT_EQ(render(200, 100).color(6, 50), red) << "without scalars there is no legend";
+    EXPECT_EQ(render(400, 200).color(12, 100), red) << "without scalars there is no legend";
     mesh.primitiveScalars = {1};
     model->add(mesh);
-    ASSERT_TRUE(view->fit(2.0));
-    EXPECT_FALSE(render(200, 100).color(6, 50) == white);
+    ASSERT_TRUE(view->fit(400, 200));
+    EXPECT_FALSE(render(400, 200).color(12, 100) == white);
     view->setLegendShown(true);
-    ASSERT_TRUE(view->fit(2.0));
+    ASSERT_TRUE(view->fit(400, 200));
     view->setLegendShown(false);
-    EXPECT_EQ(render(200, 100).color(24, 50), white);
-    EXPECT_FALSE(render(200, 100).color(30, 50) == white);
-    EXPECT_FALSE(render(200, 100).color(193, 50) == white);
+    EXPECT_EQ(render(400, 200).color(75, 100), white);
+    EXPECT_FALSE(render(400, 200).color(81, 100) == white);
+    EXPECT_FALSE(render(400, 200).color(389, 100) == white);
+    EXPECT_EQ(render(400, 200).color(395, 100), white);
+}
+
+TEST_F(ViewRenderTest, ALegendTakesAThirdAndALittleAtMost) {
+    Mesh mesh = rectangle(100, 50, 140, 55, 3);
+    mesh.primitiveScalars = {1};
+    model->add(mesh);
+    model->setScalarTitle("mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm"); // lines of 156, which is 0.39 of the width
+    view->setLegendShown(true);
+    ASSERT_TRUE(view->fit(400, 200));
+    view->setLegendShown(false);
+    // 0.35 of 400 is 140, 60 left of the middle; of these 60 / 1.05 = 57.1 are for the model.
+    EXPECT_EQ(render(400, 200).color(141, 100), white);
+    EXPECT_FALSE(render(400, 200).color(144, 100) == white);
 }
 
 TEST_F(ViewRenderTest, FitsWithoutAModelThatFails) {
     PtrRef<ShapesModel> failing = new ShapesModel;
     failing->failWith("no");
     view->addModel(failing.get());
-    EXPECT_FALSE(view->fit(1.0));
+    EXPECT_FALSE(view->fit(210, 210));
     model->add(rectangle(100, 50, 140, 80, 3));
-    EXPECT_TRUE(view->fit(1.0));
+    EXPECT_TRUE(view->fit(210, 210));
 }
 
 /// How many pixels of a picture without and with the legend differ.
