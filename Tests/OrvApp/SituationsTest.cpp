@@ -128,6 +128,15 @@ TEST_F(SituationsTest, CaptureIsOfTheCurrentModelAndView) {
     EXPECT_TRUE(situation->allUserData().empty());
 }
 
+TEST_F(SituationsTest, TheSourceIsWhatModelsTellsOfTheCurrentOne) {
+    // Which asserts that there is a data source; the capture itself does without.
+    Models::instance()->add(orvtest::modelOn(nullptr, -1).get());
+    Views::instance()->add();
+    const std::vector<orvtest::FailedAssert> expected = {orvtest::failed("OrvApp/Models_p", "source")};
+    EXPECT_EQ(asserts.takeUntil(1, [&] { situations->captureCurrent(); }), expected);
+    EXPECT_EQ(asserts.takeUntil(1, [&] { situations->captureRecovery(); }), expected);
+}
+
 TEST_F(SituationsTest, CaptureMakesAnObjectEachTimeAndListsNone) {
     addModelAndView();
     const PtrRef<ug::Situation> first = situations->captureCurrent();
