@@ -1,8 +1,8 @@
 // What opening and loading CalculiX files costs, on files as the solver writes them: made here, in the folder for
 // temporary files, and removed at the end.
 
+#include "OrvImportCae/CaeFile.h"
 #include "OrvImportCae/DataSourceCae.h"
-#include "OrvImportCae/FrdFile.h"
 #include "OrvImportCae/FrdIndex.h"
 #include "OrvUnstructGrid/DataResultGroup.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
@@ -192,7 +192,7 @@ void require(bool condition, const char* what) {
 // The index.
 
 std::unique_ptr<FrdIndex> readIndex(const std::string& path) {
-    FrdFile file;
+    CaeFile file;
     auto index = std::make_unique<FrdIndex>();
     ug::Error error;
     require(file.open(path, &error) && readFrdIndex(file, index.get(), &error), "read the index");

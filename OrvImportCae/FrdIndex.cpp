@@ -48,7 +48,7 @@ std::string trimmed(std::string_view text) {
 }
 
 bool readInteger(std::string_view text, std::int64_t* value) {
-    return readFrdInteger(text.data(), text.data() + text.size(), value);
+    return readCaeInteger(text.data(), text.data() + text.size(), value);
 }
 
 int integerOr(std::string_view text, int missing) {
@@ -70,7 +70,7 @@ std::int64_t binaryRowSize(const FrdRows& rows, std::int64_t valueCount) {
 
 class Indexer {
 public:
-    Indexer(FrdFile& file, FrdIndex& index, ug::Error* error)
+    Indexer(CaeFile& file, FrdIndex& index, ug::Error* error)
         : m_file(file), m_index(index), m_error(error), m_lines(file) {}
 
     bool run();
@@ -105,10 +105,10 @@ private:
     void noteCut(std::int64_t offset, const std::string& what);
     bool failHere(const std::string& expected);
 
-    FrdFile& m_file;
+    CaeFile& m_file;
     FrdIndex& m_index;
     ug::Error* m_error;
-    FrdLines m_lines;
+    CaeLines m_lines;
     FrdResultBlock m_parameters; // What 1P lines told since the last block.
     std::map<FrdLayout, std::uint32_t> m_layoutNumbers;
     bool m_isFirstUserLine = true;
@@ -244,7 +244,7 @@ bool Indexer::readResults() {
 bool Indexer::readResultHeader(FrdResultBlock* block, std::int64_t* announced) {
     const std::string_view line = m_lines.line();
     const std::string_view value = field(line, 12, 24);
-    if (!readFrdReal(value.data(), value.data() + value.size(), &block->value)) {
+    if (!readCaeReal(value.data(), value.data() + value.size(), &block->value)) {
         return failHere("expected the state's value in columns 13 to 24");
     }
     block->kind = integerOr(field(line, 56, 58), -1);
@@ -415,7 +415,7 @@ bool Indexer::isBinaryEnd(std::int64_t offset) {
 // Solvers have been seen that write none of the rows that they announce. That there are more than that is not looked
 // into: a row could be anything.
 bool Indexer::walkBinaryRows(FrdRows* rows, std::int64_t announced) {
-    FrdBytes bytes(m_file);
+    CaeBytes bytes(m_file);
     std::int64_t end = rows->begin;
     for (std::int64_t i = 0; i < announced && bytes.at(end, HEADER_WIDTH); ++i, end += rows->rowSize) {
         if (isHeader({bytes.at(end, HEADER_WIDTH), HEADER_WIDTH})) {
@@ -430,7 +430,7 @@ bool Indexer::walkBinaryRows(FrdRows* rows, std::int64_t announced) {
 bool Indexer::walkBinaryElements(FrdRows* rows) {
     constexpr std::size_t HEAD_SIZE = 16;
     m_file.noteBinaryAt(rows->begin);
-    FrdBytes bytes(m_file);
+    CaeBytes bytes(m_file);
     rows->count = 0;
     rows->end = rows->begin;
     while (rows->end < m_file.size()) {
@@ -502,7 +502,7 @@ bool Indexer::failHere(const std::string& expected) {
 
 } // namespace
 
-bool readFrdIndex(FrdFile& file, FrdIndex* index, ug::Error* error) {
+bool readFrdIndex(CaeFile& file, FrdIndex* index, ug::Error* error) {
     return Indexer(file, *index, error).run();
 }
 

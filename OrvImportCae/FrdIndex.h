@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/CaeFile.h"
 #include "OrvImportCae/FrdNumber.h"
 #include "OrvUnstructGrid/Error.h"
 
@@ -95,6 +95,6 @@ struct FrdIndex {
 ///
 /// A file that ends within its results, or without its end line, is read as far as it is whole, and a warning tells.
 /// @return false with a text when the file is not of this format, breaks its rules, or does not even hold the mesh
-bool readFrdIndex(FrdFile& file, FrdIndex* index, ug::Error* error);
+bool readFrdIndex(CaeFile& file, FrdIndex* index, ug::Error* error);
 
 } // namespace orv::imp::cae

@@ -20,7 +20,7 @@ constexpr std::size_t BINARY_ELEMENT_HEAD_SIZE = 16;
 using internal::loadWord;
 
 bool readColumn(std::string_view line, std::size_t begin, std::size_t width, std::int64_t* value) {
-    return begin + width <= line.size() && readFrdInteger(line.data() + begin, line.data() + begin + width, value);
+    return begin + width <= line.size() && readCaeInteger(line.data() + begin, line.data() + begin + width, value);
 }
 
 // A number, or the first letters of a name.
@@ -69,7 +69,7 @@ bool readFrdRowValues(std::string_view line, std::size_t begin, std::size_t coun
     return true;
 }
 
-FrdNodeRows::FrdNodeRows(const FrdFile& file, const FrdRows& rows)
+FrdNodeRows::FrdNodeRows(const CaeFile& file, const FrdRows& rows)
     : m_file(file), m_rows(rows), m_lines(file), m_bytes(file), m_offset(rows.begin) {
     m_lines.seek(rows.begin);
 }
@@ -133,7 +133,7 @@ bool FrdNodeRows::fail(std::int64_t offset, const std::string& text, ug::Error* 
     return m_file.fail(offset, text, error);
 }
 
-FrdElementRows::FrdElementRows(const FrdFile& file, const FrdRows& rows)
+FrdElementRows::FrdElementRows(const CaeFile& file, const FrdRows& rows)
     : m_file(file), m_rows(rows), m_lines(file), m_bytes(file), m_offset(rows.begin) {
     m_lines.seek(rows.begin);
 }

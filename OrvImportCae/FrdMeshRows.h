@@ -1,7 +1,7 @@
 #pragma once
 
+#include "OrvImportCae/CaeFile.h"
 #include "OrvImportCae/FrdElementTypes.h"
-#include "OrvImportCae/FrdFile.h"
 #include "OrvImportCae/FrdIndex.h"
 #include "OrvUnstructGrid/Error.h"
 
@@ -22,7 +22,7 @@ struct FrdNodeRow {
 /// Walks the block of nodes.
 class FrdNodeRows {
 public:
-    FrdNodeRows(const FrdFile& file, const FrdRows& rows);
+    FrdNodeRows(const CaeFile& file, const FrdRows& rows);
 
     /// False behind the last node, and with a text when a row is not as it should be.
     bool next(FrdNodeRow* row, ug::Error* error);
@@ -33,10 +33,10 @@ private:
     bool readBinary(FrdNodeRow* row, ug::Error* error);
     bool fail(std::int64_t offset, const std::string& text, ug::Error* error);
 
-    const FrdFile& m_file;
+    const CaeFile& m_file;
     const FrdRows& m_rows;
-    FrdLines m_lines;
-    FrdBytes m_bytes;
+    CaeLines m_lines;
+    CaeBytes m_bytes;
     std::int64_t m_offset;
     bool m_hasFailed = false;
 };
@@ -58,7 +58,7 @@ struct FrdElementRow {
 /// Walks the block of elements.
 class FrdElementRows {
 public:
-    FrdElementRows(const FrdFile& file, const FrdRows& rows);
+    FrdElementRows(const CaeFile& file, const FrdRows& rows);
 
     /// False behind the last element, and with a text when a row is not as it should be.
     bool next(FrdElementRow* row, ug::Error* error);
@@ -72,10 +72,10 @@ private:
     bool readBinary(FrdElementRow* row, ug::Error* error);
     bool fail(std::int64_t offset, const std::string& text, ug::Error* error);
 
-    const FrdFile& m_file;
+    const CaeFile& m_file;
     const FrdRows& m_rows;
-    FrdLines m_lines;
-    FrdBytes m_bytes;
+    CaeLines m_lines;
+    CaeBytes m_bytes;
     std::int64_t m_offset;
     bool m_hasFailed = false;
 };

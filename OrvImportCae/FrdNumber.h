@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OrvImportCae/CaeNumber.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -13,24 +15,11 @@ static_assert(std::endian::native == std::endian::little, "digits are gathered f
 /// The characters of one value in a row of a text block, as `%12.5E` writes it.
 inline constexpr std::size_t FRD_VALUE_WIDTH = 12;
 
-/// Reads the number that fills a column, leading and trailing blanks allowed: bit-equal to `strtod`, in whatever
-/// locale the process runs. Besides decimal numbers these are understood:
-/// - an exponent without its letter, as Fortran writes when it has three digits: `1.5-105`,
-/// - `D` for `E`,
-/// - NaN and Inf, in any case,
-/// - a blank column: UNDEFINED_DOUBLE.
-/// @return false for anything else; `value` is then left alone
-bool readFrdReal(const char* begin, const char* end, double* value);
-
 /// Reads `count` numbers that stand one behind the other from `begin` on, with blanks between them or none, wherever
 /// the columns are. Where numbers touch, `1.00000E+0001.00000E+000` say, a digit ahead of a decimal point begins the
 /// next number. Rows are like that when a program wrote some of the exponents with three digits.
 /// @return false when there are not exactly `count` numbers up to `end`
 bool readFrdTouchingReals(const char* begin, const char* end, std::size_t count, double* values);
-
-/// Reads the whole number that fills a column, leading and trailing blanks allowed.
-/// @return false when there is none or it has no room in `value`, which is then left alone
-bool readFrdInteger(const char* begin, const char* end, std::int64_t* value);
 
 /// The characters of a node's or element's number in rows with long numbers.
 inline constexpr std::size_t FRD_LONG_ID_WIDTH = 10;
@@ -122,7 +111,7 @@ inline bool readFrdId(const char* text, std::size_t width, int* id) {
     return width == FRD_LONG_ID_WIDTH ? readFrdLongId(text, id) : internal::readUnusualFrdId(text, text + width, id);
 }
 
-/// Reads a value of FRD_VALUE_WIDTH characters; the same answer as readFrdReal(), but quick for what `%12.5E` writes,
+/// Reads a value of FRD_VALUE_WIDTH characters; the same answer as readCaeReal(), but quick for what `%12.5E` writes,
 /// "-1.23456E+07". Signs and exponents come in any order in a file, so there are no branches on them.
 inline bool readFrdValue(const char* text, double* value) {
     using namespace internal;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "OrvImportCae/CaeFile.h"
 #include "OrvImportCae/CaeReader.h"
-#include "OrvImportCae/FrdFile.h"
 #include "OrvImportCae/FrdIndex.h"
 #include "OrvImportCae/FrdMesh.h"
 #include "OrvImportCae/FrdResults.h"
@@ -46,7 +46,7 @@ private:
     void tellLeftOut(const FrdResultBlock& block, const FrdLeftOut& leftOut, std::vector<Str>* warnings);
     void describe(const std::vector<std::string>& warnings, CaeContents* contents) const;
 
-    FrdFile m_file;
+    CaeFile m_file;
     FrdIndex m_index;
     FrdMesh m_mesh;
     FrdResults m_results;

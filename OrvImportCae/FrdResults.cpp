@@ -126,7 +126,7 @@ struct StateBlocks {
 /// Sorts blocks into states.
 class StateGatherer {
 public:
-    StateGatherer(const FrdFile& file, const FrdIndex& index) : m_file(file), m_index(index) {
+    StateGatherer(const CaeFile& file, const FrdIndex& index) : m_file(file), m_index(index) {
         for (const FrdResultBlock& block : index.blocks) {
             m_largestNumber = std::max(m_largestNumber, block.stateNumber);
         }
@@ -169,7 +169,7 @@ private:
         return latest->second;
     }
 
-    const FrdFile& m_file;
+    const CaeFile& m_file;
     const FrdIndex& m_index;
     std::vector<StateBlocks> m_states;
     std::map<int, std::size_t> m_latest; // By number, the state that bears it last.
@@ -263,7 +263,7 @@ std::vector<ug::StateInfo> infosOf(const std::vector<FrdState>& states) {
 
 } // namespace
 
-FrdResults makeFrdResults(const FrdFile& file, const FrdIndex& index, std::vector<std::string>* warnings) {
+FrdResults makeFrdResults(const CaeFile& file, const FrdIndex& index, std::vector<std::string>* warnings) {
     FrdResults results;
     ResultRegister resultRegister;
     for (const FrdLayout& layout : index.layouts) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/CaeFile.h"
 #include "OrvImportCae/FrdIndex.h"
 #include "OrvUnstructGrid/ResultInfo.h"
 #include "OrvUnstructGrid/StateGroupInfo.h"
@@ -51,6 +51,6 @@ struct FrdResults {
 /// A state is named after what the file tells of it: "Step 1, increment 3, time 0.3", "Mode 2, frequency 13096.03",
 /// "Mode 1, nodal diameter 2, frequency 51.4", "Step 1, increment 1, buckling factor 314.36"; without a step "State 4,
 /// time 0.3". Values have up to seven digits. Names that would come twice get " (state 4)" behind them.
-FrdResults makeFrdResults(const FrdFile& file, const FrdIndex& index, std::vector<std::string>* warnings);
+FrdResults makeFrdResults(const CaeFile& file, const FrdIndex& index, std::vector<std::string>* warnings);
 
 } // namespace orv::imp::cae

@@ -120,8 +120,8 @@ public:
     Answer place(int id, double** item) {
         std::uint32_t node = m_next;
         if (node >= m_ids.size() || m_ids[node] != id) [[unlikely]] {
-            node = m_mesh.nodeIds.find(id, FrdNodeIds::NONE);
-            if (node == FrdNodeIds::NONE) {
+            node = m_mesh.nodeIds.find(id, CaeIds::NONE);
+            if (node == CaeIds::NONE) {
                 return Answer::UNKNOWN;
             }
         }
@@ -162,7 +162,7 @@ private:
         return m_places.empty() ? m_nowhere : at(m_places[0]);
     }
 
-    double* at(const FrdNodePlaces::Place& place) const {
+    double* at(const CaeNodePlaces::Place& place) const {
         return m_parts[place.part] + std::size_t(place.node) * Dimension;
     }
 
@@ -186,7 +186,7 @@ private:
     std::span<const int> m_ids;
     std::span<double* const> m_parts;
     double* m_onlyPart;
-    std::span<const FrdNodePlaces::Place> m_places; // Of the node that place() saw last.
+    std::span<const CaeNodePlaces::Place> m_places; // Of the node that place() saw last.
     double m_nowhere[Dimension];                    // For a node that no part has.
     std::uint32_t m_next = 0;
     std::uint32_t m_inOrder = 0;
@@ -197,7 +197,7 @@ private:
 template <std::size_t Dimension>
 class BlockReader {
 public:
-    BlockReader(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+    BlockReader(const CaeFile& file, const FrdRows& rows, std::size_t storedCount,
                 std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
                 ug::Error* error)
         : m_file(file), m_rows(rows), m_storedCount(storedCount), m_columns(columns), m_placer(mesh, parts),
@@ -217,7 +217,7 @@ public:
     }
 
     bool readLines() {
-        FrdLines lines(m_file);
+        CaeLines lines(m_file);
         lines.seek(m_rows.begin);
         std::vector<double> values(m_storedCount);
         while (lines.offset() < m_rows.end) {
@@ -246,7 +246,7 @@ public:
 private:
     template <class Row>
     Outcome readRows(const Row& row) {
-        FrdBytes bytes(m_file);
+        CaeBytes bytes(m_file);
         const std::int64_t rowSize = m_rows.rowSize;
         const std::int64_t rowsPerChunk = std::max<std::int64_t>(1, std::int64_t(CHUNK_SIZE) / rowSize);
         for (std::int64_t first = 0; first < m_rows.count; first += rowsPerChunk) {
@@ -277,7 +277,7 @@ private:
         return finish() ? Outcome::DONE : Outcome::FAILED;
     }
 
-    bool readLinesOfRow(FrdLines& lines, int* id, double* values) {
+    bool readLinesOfRow(CaeLines& lines, int* id, double* values) {
         const std::size_t idWidth = frdIdWidth(m_rows.form);
         std::string_view mark = ROW;
         std::size_t done = 0;
@@ -332,7 +332,7 @@ private:
         return true;
     }
 
-    const FrdFile& m_file;
+    const CaeFile& m_file;
     const FrdRows& m_rows;
     std::size_t m_storedCount;
     std::span<const std::uint32_t> m_columns;
@@ -342,7 +342,7 @@ private:
 };
 
 template <std::size_t Dimension>
-bool readBlock(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+bool readBlock(const CaeFile& file, const FrdRows& rows, std::size_t storedCount,
                std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
                FrdLeftOut* leftOut, ug::Error* error) {
     using Reader = BlockReader<Dimension>;
@@ -366,7 +366,7 @@ bool readItemOfNode(const Row& row, const char* text, int nodeId, double* value)
 
 } // namespace
 
-bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+bool readFrdValues(const CaeFile& file, const FrdRows& rows, std::size_t storedCount,
                    std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
                    FrdLeftOut* leftOut, ug::Error* error) {
     switch (columns.size()) {
@@ -379,7 +379,7 @@ bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedC
     }
 }
 
-bool readFrdValueOfRow(const FrdFile& file, const FrdRows& rows, std::size_t storedCount, std::uint32_t column,
+bool readFrdValueOfRow(const CaeFile& file, const FrdRows& rows, std::size_t storedCount, std::uint32_t column,
                        std::uint32_t row, int nodeId, double* value) {
     if (!rows.isRegular() || row >= rows.count) {
         return false;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/CaeFile.h"
 #include "OrvImportCae/FrdIndex.h"
 #include "OrvImportCae/FrdMesh.h"
 #include "OrvUnstructGrid/Error.h"
@@ -30,7 +30,7 @@ struct FrdLeftOut {
 /// @param leftOut filled when the block has nodes that the mesh has not, as when elements come to life in a later step
 ///        than the one that wrote the mesh: their values have no place
 /// @return false with a text when a row is not as it should be, a node comes twice, or not one of the nodes is known
-bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedCount,
+bool readFrdValues(const CaeFile& file, const FrdRows& rows, std::size_t storedCount,
                    std::span<const std::uint32_t> columns, const FrdMesh& mesh, std::span<double* const> parts,
                    FrdLeftOut* leftOut, ug::Error* error);
 
@@ -39,7 +39,7 @@ bool readFrdValues(const FrdFile& file, const FrdRows& rows, std::size_t storedC
 /// @param nodeId the node that this row should be of
 /// @return false when rows are not all of the same size, there is no such row, it is another node's, or not as it
 ///         should be
-bool readFrdValueOfRow(const FrdFile& file, const FrdRows& rows, std::size_t storedCount, std::uint32_t column,
+bool readFrdValueOfRow(const CaeFile& file, const FrdRows& rows, std::size_t storedCount, std::uint32_t column,
                        std::uint32_t row, int nodeId, double* value);
 
 } // namespace orv::imp::cae

@@ -26,7 +26,7 @@ struct Path {
 /// A file's index, or why there is none.
 struct Indexed {
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     FrdIndex index;
     bool isGood = false;
     std::string message;

@@ -19,7 +19,7 @@ namespace {
 /// A file's mesh, or why there is none.
 struct Meshed {
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     FrdIndex index;
     FrdMesh mesh;
     std::vector<std::string> texts;
@@ -155,7 +155,7 @@ TEST(FrdMesh, DividesByGroupAndMaterial) {
         EXPECT_EQ(meshed.mesh.parts[std::size_t(i)].id(), i + 1);
     }
     // Node 4, the last one, is used by all parts.
-    const std::span<const FrdNodePlaces::Place> places = meshed.mesh.places.of(3);
+    const std::span<const CaeNodePlaces::Place> places = meshed.mesh.places.of(3);
     ASSERT_EQ(places.size(), 3u);
     EXPECT_EQ(places[0].part, 0u);
     EXPECT_EQ(places[0].node, 1u);
@@ -235,7 +235,7 @@ TEST(FrdMesh, TakesCarriageReturnsAndWideExponents) {
 }
 
 TEST(FrdMesh, BinaryIsAsText) {
-    FrdFile files[2];
+    CaeFile files[2];
     FrdIndex indexes[2];
     FrdMesh meshes[2];
     const char* names[] = {"beam_increments.frd", "beam_binary.frd"};

@@ -26,13 +26,13 @@ std::uint64_t bits(double value) {
 
 double readReal(const std::string& text) {
     double value = UNTOUCHED;
-    EXPECT_TRUE(readFrdReal(text.data(), text.data() + text.size(), &value)) << text;
+    EXPECT_TRUE(readCaeReal(text.data(), text.data() + text.size(), &value)) << text;
     return value;
 }
 
 bool refusesReal(const std::string& text) {
     double value = UNTOUCHED;
-    const bool isRead = readFrdReal(text.data(), text.data() + text.size(), &value);
+    const bool isRead = readCaeReal(text.data(), text.data() + text.size(), &value);
     EXPECT_EQ(value, UNTOUCHED) << text;
     return !isRead;
 }
@@ -204,7 +204,7 @@ TEST(FrdNumber, ReadsNumbersOfNodes) {
 TEST(FrdNumber, ReadsIntegers) {
     const auto read = [](const std::string& text) {
         std::int64_t value = 4711;
-        const bool isRead = readFrdInteger(text.data(), text.data() + text.size(), &value);
+        const bool isRead = readCaeInteger(text.data(), text.data() + text.size(), &value);
         return std::pair(isRead, value);
     };
     EXPECT_EQ(read("        12"), std::pair(true, std::int64_t(12)));

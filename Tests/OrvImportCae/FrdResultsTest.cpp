@@ -17,7 +17,7 @@ using namespace orv::imp::cae;
 namespace {
 
 FrdResults make(const FrdIndex& index, std::vector<std::string>* warnings = nullptr) {
-    FrdFile file;
+    CaeFile file;
     std::vector<std::string> ignored;
     return makeFrdResults(file, index, warnings ? warnings : &ignored);
 }

@@ -1,4 +1,4 @@
-#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/CaeFile.h"
 
 #include "Tests/OrvImportCae/FrdSamples.h"
 #include "Tests/Support/OrdinaryUser.h"
@@ -19,13 +19,13 @@ using orvtest::ScratchFolder;
 namespace {
 
 std::string whyNotOpened(const ScratchFolder& folder, const std::string& path) {
-    FrdFile file;
+    CaeFile file;
     ug::Error error;
     EXPECT_FALSE(file.open(path, &error));
     return without(folder, error.message());
 }
 
-TEST(FrdFile, RefusesWithTheSystemsReason) {
+TEST(CaeFile, RefusesWithTheSystemsReason) {
     ScratchFolder folder;
     EXPECT_EQ(whyNotOpened(folder, folder.path() + "/a.frd"), "cannot open \"a.frd\": No such file or directory");
     ASSERT_EQ(::mkdir((folder.path() + "/b.frd").c_str(), 0700), 0);
@@ -35,7 +35,7 @@ TEST(FrdFile, RefusesWithTheSystemsReason) {
     EXPECT_EQ(whyNotOpened(folder, folder.path() + "/c.frd"), "cannot open \"c.frd\": Not a regular file");
 }
 
-TEST(FrdFile, RefusesWhatMayNotBeRead) {
+TEST(CaeFile, RefusesWhatMayNotBeRead) {
     ScratchFolder folder;
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     const std::string path = folder.write("a.frd", "x");
@@ -44,9 +44,9 @@ TEST(FrdFile, RefusesWhatMayNotBeRead) {
         [&] { return whyNotOpened(folder, path) == "cannot open \"a.frd\": Permission denied"; }));
 }
 
-TEST(FrdFile, ReadsAtPlaces) {
+TEST(CaeFile, ReadsAtPlaces) {
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(folder.write("a.frd", "0123456789"), nullptr));
     EXPECT_EQ(file.size(), 10);
     char buffer[5] = "....";
@@ -56,10 +56,10 @@ TEST(FrdFile, ReadsAtPlaces) {
     EXPECT_EQ(file.read(10, buffer, 4), 0u);
 }
 
-TEST(FrdFile, NoticesChanges) {
+TEST(CaeFile, NoticesChanges) {
     ScratchFolder folder;
     const std::string path = folder.write("a.frd", "0123456789");
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(path, nullptr));
     ug::Error error;
     EXPECT_TRUE(file.checkUnchanged(&error));
@@ -68,19 +68,19 @@ TEST(FrdFile, NoticesChanges) {
     EXPECT_EQ(without(folder, error.message()), "a.frd has changed since it was opened; open it again");
 }
 
-TEST(FrdFile, NoticesANewTimeOnly) {
+TEST(CaeFile, NoticesANewTimeOnly) {
     ScratchFolder folder;
     const std::string path = folder.write("a.frd", "0123456789");
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(path, nullptr));
     const timespec times[2] = {{1000, 0}, {1000, 0}};
     ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
     EXPECT_FALSE(file.checkUnchanged(nullptr));
 }
 
-TEST(FrdFile, TellsPlacesAsLinesAndBehindBinaryDataAsBytes) {
+TEST(CaeFile, TellsPlacesAsLinesAndBehindBinaryDataAsBytes) {
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(folder.write("a.frd", "one\ntwo\nthree\n"), nullptr));
     EXPECT_EQ(without(folder, file.place(0)), "a.frd, line 1");
     EXPECT_EQ(without(folder, file.place(3)), "a.frd, line 1");
@@ -108,7 +108,7 @@ std::ostream& operator<<(std::ostream& out, const Line& line) {
     return out << '"' << line.text.substr(0, 20) << "\" at " << line.offset << " end " << line.endSize;
 }
 
-std::vector<Line> walk(FrdLines& lines) {
+std::vector<Line> walk(CaeLines& lines) {
     std::vector<Line> all;
     while (lines.next()) {
         all.push_back({std::string(lines.line()), lines.lineOffset(), lines.lineEndSize()});
@@ -116,11 +116,11 @@ std::vector<Line> walk(FrdLines& lines) {
     return all;
 }
 
-TEST(FrdLines, WalksLinesOfAllKinds) {
+TEST(CaeLines, WalksLinesOfAllKinds) {
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(folder.write("a.frd", "one\n\ntwo\r\n\r\nend"), nullptr));
-    FrdLines lines(file);
+    CaeLines lines(file);
     EXPECT_EQ(walk(lines), (std::vector<Line>{{"one", 0, 1}, {"", 4, 1}, {"two", 5, 2}, {"", 10, 2}, {"end", 12, 0}}));
     lines.seek(5);
     EXPECT_EQ(lines.offset(), 5);
@@ -133,7 +133,7 @@ TEST(FrdLines, WalksLinesOfAllKinds) {
     EXPECT_EQ(lines.line(), "two");
 }
 
-TEST(FrdLines, WalksLinesAcrossPieces) {
+TEST(CaeLines, WalksLinesAcrossPieces) {
     // Lengths from 0 to 199 and on, more than all piece sizes together.
     std::string content;
     std::vector<Line> expected;
@@ -143,32 +143,32 @@ TEST(FrdLines, WalksLinesAcrossPieces) {
         content += text + "\n";
     }
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(folder.write("a.frd", content), nullptr));
-    FrdLines lines(file);
+    CaeLines lines(file);
     EXPECT_EQ(walk(lines), expected);
 }
 
-TEST(FrdLines, DividesLinesThatAreTooLong) {
-    const std::size_t longest = FrdLines::LONGEST_LINE;
+TEST(CaeLines, DividesLinesThatAreTooLong) {
+    const std::size_t longest = CaeLines::LONGEST_LINE;
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(folder.write("a.frd", std::string(longest, 'a') + "b\nc\n"), nullptr));
-    FrdLines lines(file);
+    CaeLines lines(file);
     EXPECT_EQ(walk(lines), (std::vector<Line>{{std::string(longest, 'a'), 0, 0},
                                               {"b", std::int64_t(longest), 1},
                                               {"c", std::int64_t(longest) + 2, 1}}));
 }
 
-TEST(FrdBytes, HandsOutPiecesOfAnySize) {
+TEST(CaeBytes, HandsOutPiecesOfAnySize) {
     std::string content;
     for (int i = 0; i < 1000000; ++i) {
         content += char(i * 31 % 251);
     }
     ScratchFolder folder;
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(folder.write("a.frd", content), nullptr));
-    FrdBytes bytes(file);
+    CaeBytes bytes(file);
     const auto expectPiece = [&](std::int64_t offset, std::size_t count) {
         const char* piece = bytes.at(offset, count);
         ASSERT_NE(piece, nullptr) << offset;
@@ -185,18 +185,18 @@ TEST(FrdBytes, HandsOutPiecesOfAnySize) {
     EXPECT_EQ(bytes.at(1000001, 1), nullptr);
 }
 
-TEST(FrdBytes, HasNothingWhereTheFileGotShorter) {
+TEST(CaeBytes, HasNothingWhereTheFileGotShorter) {
     ScratchFolder folder;
     const std::string path = folder.write("a.frd", std::string(1000, 'x'));
-    FrdFile file;
+    CaeFile file;
     ASSERT_TRUE(file.open(path, nullptr));
     ASSERT_EQ(::truncate(path.c_str(), 500), 0);
-    FrdBytes bytes(file);
+    CaeBytes bytes(file);
     EXPECT_NE(bytes.at(400, 100), nullptr);
     EXPECT_EQ(bytes.at(400, 101), nullptr);
 }
 
-TEST(FrdFile, QuotesLinesForPeople) {
+TEST(CaeFile, QuotesLinesForPeople) {
     EXPECT_EQ(quotedForPeople(""), "\"\"");
     EXPECT_EQ(quotedForPeople(" -1 a\tb\xFF"), "\" -1 a?b?\"");
     EXPECT_EQ(quotedForPeople(std::string(40, 'x')), '"' + std::string(40, 'x') + '"');

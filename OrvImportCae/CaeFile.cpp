@@ -1,4 +1,4 @@
-#include "OrvImportCae/FrdFile.h"
+#include "OrvImportCae/CaeFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,7 +11,7 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::size_t SMALLEST_CHUNK = FrdLines::LONGEST_LINE;
+constexpr std::size_t SMALLEST_CHUNK = CaeLines::LONGEST_LINE;
 constexpr std::size_t LARGEST_CHUNK = std::size_t(1) << 15; // What the caches of a processor hold easily.
 
 bool failToOpen(const std::string& name, const std::string& reason, ug::Error* error) {
@@ -24,13 +24,13 @@ bool isSameTime(const timespec& a, const timespec& b) {
 
 } // namespace
 
-FrdFile::~FrdFile() {
+CaeFile::~CaeFile() {
     if (m_descriptor >= 0) {
         ::close(m_descriptor);
     }
 }
 
-bool FrdFile::open(const std::string& name, ug::Error* error) {
+bool CaeFile::open(const std::string& name, ug::Error* error) {
     // Opening a pipe waits for a writer unless told not to.
     const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
@@ -39,7 +39,7 @@ bool FrdFile::open(const std::string& name, ug::Error* error) {
     return openDescriptor(descriptor, name, error);
 }
 
-bool FrdFile::openDescriptor(int descriptor, const std::string& name, ug::Error* error) {
+bool CaeFile::openDescriptor(int descriptor, const std::string& name, ug::Error* error) {
     m_descriptor = descriptor;
     m_name = name;
     if (::fstat(descriptor, &m_status) != 0) {
@@ -54,15 +54,15 @@ bool FrdFile::openDescriptor(int descriptor, const std::string& name, ug::Error*
     return true;
 }
 
-const std::string& FrdFile::name() const {
+const std::string& CaeFile::name() const {
     return m_name;
 }
 
-std::int64_t FrdFile::size() const {
+std::int64_t CaeFile::size() const {
     return m_status.st_size;
 }
 
-std::size_t FrdFile::read(std::int64_t offset, char* buffer, std::size_t count) const {
+std::size_t CaeFile::read(std::int64_t offset, char* buffer, std::size_t count) const {
     std::size_t done = 0;
     while (done < count) {
         const ssize_t got = ::pread(m_descriptor, buffer + done, count - done, offset + std::int64_t(done));
@@ -75,7 +75,7 @@ std::size_t FrdFile::read(std::int64_t offset, char* buffer, std::size_t count) 
     return done;
 }
 
-bool FrdFile::checkUnchanged(ug::Error* error) const {
+bool CaeFile::checkUnchanged(ug::Error* error) const {
     struct stat now = {};
     if (::fstat(m_descriptor, &now) == 0 && now.st_size == m_status.st_size &&
         isSameTime(now.st_mtim, m_status.st_mtim)) {
@@ -84,11 +84,11 @@ bool FrdFile::checkUnchanged(ug::Error* error) const {
     return ug::fail(error, Str(m_name + " has changed since it was opened; open it again"));
 }
 
-void FrdFile::noteBinaryAt(std::int64_t offset) {
+void CaeFile::noteBinaryAt(std::int64_t offset) {
     m_binaryBegin = std::min(m_binaryBegin, offset);
 }
 
-std::string FrdFile::place(std::int64_t offset) const {
+std::string CaeFile::place(std::int64_t offset) const {
     if (offset >= m_binaryBegin) {
         return m_name + ", byte " + std::to_string(offset);
     }
@@ -106,16 +106,16 @@ std::string FrdFile::place(std::int64_t offset) const {
     return m_name + ", line " + std::to_string(line);
 }
 
-bool FrdFile::fail(std::int64_t offset, const std::string& text, ug::Error* error) const {
+bool CaeFile::fail(std::int64_t offset, const std::string& text, ug::Error* error) const {
     if (error) {
         error->setMessage(Str(place(offset) + ": " + text));
     }
     return false;
 }
 
-FrdLines::FrdLines(const FrdFile& file) : m_file(file) {}
+CaeLines::CaeLines(const CaeFile& file) : m_file(file) {}
 
-void FrdLines::seek(std::int64_t offset) {
+void CaeLines::seek(std::int64_t offset) {
     m_offset = offset;
     m_lineOffset = offset;
     m_line = {};
@@ -123,7 +123,7 @@ void FrdLines::seek(std::int64_t offset) {
     m_chunkSize = 0;
 }
 
-bool FrdLines::next() {
+bool CaeLines::next() {
     m_lineOffset = m_offset;
     std::int64_t inBuffer = m_offset - m_bufferOffset;
     const char* begin = nullptr;
@@ -154,28 +154,28 @@ bool FrdLines::next() {
     return true;
 }
 
-void FrdLines::putBack() {
+void CaeLines::putBack() {
     m_offset = m_lineOffset;
 }
 
-std::string_view FrdLines::line() const {
+std::string_view CaeLines::line() const {
     return m_line;
 }
 
-std::int64_t FrdLines::lineOffset() const {
+std::int64_t CaeLines::lineOffset() const {
     return m_lineOffset;
 }
 
-std::int64_t FrdLines::offset() const {
+std::int64_t CaeLines::offset() const {
     return m_offset;
 }
 
-std::size_t FrdLines::lineEndSize() const {
+std::size_t CaeLines::lineEndSize() const {
     return m_lineEndSize;
 }
 
 // Reads from the line's begin on: little at first, since a header may be all that is wanted here, then ever more.
-bool FrdLines::fill() {
+bool CaeLines::fill() {
     m_chunkSize = m_chunkSize == 0 ? SMALLEST_CHUNK : std::min(4 * m_chunkSize, LARGEST_CHUNK);
     m_buffer.resize(m_chunkSize);
     m_bufferOffset = m_offset;
@@ -183,9 +183,9 @@ bool FrdLines::fill() {
     return m_bufferSize > 0;
 }
 
-FrdBytes::FrdBytes(const FrdFile& file) : m_file(file) {}
+CaeBytes::CaeBytes(const CaeFile& file) : m_file(file) {}
 
-const char* FrdBytes::at(std::int64_t offset, std::size_t count) {
+const char* CaeBytes::at(std::int64_t offset, std::size_t count) {
     if (std::int64_t(count) > m_file.size() - offset) {
         return nullptr;
     }

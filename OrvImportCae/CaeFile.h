@@ -16,13 +16,13 @@ namespace orv::imp::cae {
 /// A file that is read in pieces at given places and held open between reads.
 ///
 /// It is never mapped into memory: a file that another program makes shorter must end in an error, not in a signal.
-class FrdFile {
+class CaeFile {
 public:
-    FrdFile() = default;
-    ~FrdFile();
+    CaeFile() = default;
+    ~CaeFile();
 
-    FrdFile(const FrdFile&) = delete;
-    FrdFile& operator=(const FrdFile&) = delete;
+    CaeFile(const CaeFile&) = delete;
+    CaeFile& operator=(const CaeFile&) = delete;
 
     /// Refuses what is not a regular file, with the system's reason. Once per object.
     bool open(const std::string& name, ug::Error* error);
@@ -59,9 +59,9 @@ private:
 };
 
 /// Walks the lines of a file from any place on.
-class FrdLines {
+class CaeLines {
 public:
-    explicit FrdLines(const FrdFile& file);
+    explicit CaeLines(const CaeFile& file);
 
     /// The next line begins at this byte.
     void seek(std::int64_t offset);
@@ -87,7 +87,7 @@ public:
 private:
     bool fill();
 
-    const FrdFile& m_file;
+    const CaeFile& m_file;
     std::vector<char> m_buffer;
     std::int64_t m_bufferOffset = 0;
     std::size_t m_bufferSize = 0;
@@ -99,15 +99,15 @@ private:
 };
 
 /// Hands out pieces of a file, reading ahead.
-class FrdBytes {
+class CaeBytes {
 public:
-    explicit FrdBytes(const FrdFile& file);
+    explicit CaeBytes(const CaeFile& file);
 
     /// The `count` bytes at a place; null when the file has fewer or they cannot be read. Valid until the next call.
     const char* at(std::int64_t offset, std::size_t count);
 
 private:
-    const FrdFile& m_file;
+    const CaeFile& m_file;
     std::vector<char> m_buffer;
     std::int64_t m_bufferOffset = 0;
     std::size_t m_bufferSize = 0;

@@ -1,4 +1,4 @@
-#include "OrvImportCae/FrdNodeIds.h"
+#include "OrvImportCae/CaeIds.h"
 
 #include <algorithm>
 #include <numeric>
@@ -20,7 +20,7 @@ std::vector<std::uint32_t> ascendingOrder(std::span<const int> ids) {
 }
 
 std::uint32_t firstDuplicateInOrder(std::span<const int> ids, std::span<const std::uint32_t> order) {
-    std::uint32_t first = FrdNodeIds::NONE;
+    std::uint32_t first = CaeIds::NONE;
     for (std::size_t i = 1; i < order.size(); ++i) {
         if (ids[order[i]] == ids[order[i - 1]]) {
             first = std::min(first, order[i]);
@@ -31,17 +31,17 @@ std::uint32_t firstDuplicateInOrder(std::span<const int> ids, std::span<const st
 
 } // namespace
 
-FrdNodeIds::FrdNodeIds(std::vector<int> ids) : m_ids(std::move(ids)) {
+CaeIds::CaeIds(std::vector<int> ids) : m_ids(std::move(ids)) {
     if (!isStrictlyAscending(m_ids)) {
         m_order = ascendingOrder(m_ids);
     }
 }
 
-std::span<const int> FrdNodeIds::ids() const {
+std::span<const int> CaeIds::ids() const {
     return m_ids;
 }
 
-std::uint32_t FrdNodeIds::find(int id, std::uint32_t guess) const {
+std::uint32_t CaeIds::find(int id, std::uint32_t guess) const {
     if (guess < m_ids.size() && m_ids[guess] == id) {
         return guess;
     }
@@ -54,16 +54,16 @@ std::uint32_t FrdNodeIds::find(int id, std::uint32_t guess) const {
     return found != m_order.end() && m_ids[*found] == id ? *found : NONE;
 }
 
-bool FrdNodeIds::isAscending() const {
+bool CaeIds::isAscending() const {
     return m_order.empty();
 }
 
-std::uint32_t FrdNodeIds::firstDuplicate() const {
+std::uint32_t CaeIds::firstDuplicate() const {
     return firstDuplicateInOrder(m_ids, m_order);
 }
 
 std::uint32_t firstDuplicateId(std::span<const int> ids) {
-    return isStrictlyAscending(ids) ? FrdNodeIds::NONE : firstDuplicateInOrder(ids, ascendingOrder(ids));
+    return isStrictlyAscending(ids) ? CaeIds::NONE : firstDuplicateInOrder(ids, ascendingOrder(ids));
 }
 
 } // namespace orv::imp::cae

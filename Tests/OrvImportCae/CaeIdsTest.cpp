@@ -1,4 +1,4 @@
-#include "OrvImportCae/FrdNodeIds.h"
+#include "OrvImportCae/CaeIds.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@ using namespace orv::imp::cae;
 
 namespace {
 
-constexpr std::uint32_t NONE = FrdNodeIds::NONE;
+constexpr std::uint32_t NONE = CaeIds::NONE;
 
-TEST(FrdNodeIds, FindsAscendingNumbers) {
-    const FrdNodeIds ids({2, 5, 9, 100});
+TEST(CaeIds, FindsAscendingNumbers) {
+    const CaeIds ids({2, 5, 9, 100});
     EXPECT_TRUE(ids.isAscending());
     EXPECT_EQ(ids.find(2, NONE), 0u);
     EXPECT_EQ(ids.find(100, NONE), 3u);
@@ -23,8 +23,8 @@ TEST(FrdNodeIds, FindsAscendingNumbers) {
     EXPECT_EQ(ids.firstDuplicate(), NONE);
 }
 
-TEST(FrdNodeIds, FindsNumbersInAnyOrder) {
-    const FrdNodeIds ids({7, 3, 100, 4});
+TEST(CaeIds, FindsNumbersInAnyOrder) {
+    const CaeIds ids({7, 3, 100, 4});
     EXPECT_FALSE(ids.isAscending());
     EXPECT_EQ(ids.find(7, NONE), 0u);
     EXPECT_EQ(ids.find(3, NONE), 1u);
@@ -35,19 +35,19 @@ TEST(FrdNodeIds, FindsNumbersInAnyOrder) {
     EXPECT_EQ(ids.firstDuplicate(), NONE);
 }
 
-TEST(FrdNodeIds, HasNothingToFindWithoutNumbers) {
-    EXPECT_EQ(FrdNodeIds().find(1, 0), NONE);
-    EXPECT_EQ(FrdNodeIds().firstDuplicate(), NONE);
-    EXPECT_TRUE(FrdNodeIds().isAscending());
+TEST(CaeIds, HasNothingToFindWithoutNumbers) {
+    EXPECT_EQ(CaeIds().find(1, 0), NONE);
+    EXPECT_EQ(CaeIds().firstDuplicate(), NONE);
+    EXPECT_TRUE(CaeIds().isAscending());
 }
 
-TEST(FrdNodeIds, TellsTheFirstDuplicateInTheOrderOfTheFile) {
-    EXPECT_EQ(FrdNodeIds({1, 2, 2, 3}).firstDuplicate(), 2u);
+TEST(CaeIds, TellsTheFirstDuplicateInTheOrderOfTheFile) {
+    EXPECT_EQ(CaeIds({1, 2, 2, 3}).firstDuplicate(), 2u);
     // 9 comes back at index 3, ahead of the smaller 4 at index 4.
-    EXPECT_EQ(FrdNodeIds({4, 9, 5, 9, 4}).firstDuplicate(), 3u);
+    EXPECT_EQ(CaeIds({4, 9, 5, 9, 4}).firstDuplicate(), 3u);
 }
 
-TEST(FrdNodeIds, TellsDuplicatesInAnyList) {
+TEST(CaeIds, TellsDuplicatesInAnyList) {
     EXPECT_EQ(firstDuplicateId({}), NONE);
     EXPECT_EQ(firstDuplicateId(std::vector<int>{1, 2, 3}), NONE);
     EXPECT_EQ(firstDuplicateId(std::vector<int>{3, 1, 2}), NONE);
