@@ -2,6 +2,7 @@
 
 #include "OrvImportCae/CaeModule.h"
 #include "OrvImportCae/FrdReader.h"
+#include "OrvImportCae/MshReader.h"
 
 #include <algorithm>
 #include <sstream>
@@ -20,6 +21,9 @@ constexpr CaeReaderEntry READERS[] = {
     {"CalculiX", "CalculiX results", "frd",
      "materials as parts; increments, frequencies and buckling factors as states; all results, per node",
      create<FrdReader>, nullptr},
+    {"Gmsh", "Gmsh meshes and results", "msh",
+     "physical groups, or else entities, as parts; time steps as states; values per node, element and element node",
+     create<MshReader>, nullptr},
 };
 
 std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {

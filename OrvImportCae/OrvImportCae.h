@@ -9,6 +9,7 @@
 /// | file | program | what becomes of it |
 /// | --- | --- | --- |
 /// | `.frd` | CalculiX | one geometry with a part for each material, every increment and mode a state |
+/// | `.msh` | Gmsh | one geometry with a part for each physical group or entity, every step of a view a state |
 
 #include "OrvImportCae/DataSourceCae.h"
 #include "OrvImportCae/ReaderInfo.h"

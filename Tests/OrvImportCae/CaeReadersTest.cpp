@@ -40,11 +40,11 @@ TEST(CaeReaders, TellWhatThereIsWhenThereIsNone) {
         return error.message().toStdString();
     };
     EXPECT_EQ(why("dir.d/result"), "cannot open \"dir.d/result\": its name has no extension that tells its format; "
-                                   "supported are .frd (CalculiX results)");
+                                   "supported are .frd (CalculiX results), .msh (Gmsh meshes and results)");
     EXPECT_EQ(why("a.odb"), "cannot open \"a.odb\": no reader for the extension \"odb\"; supported are .frd (CalculiX "
-                            "results)");
+                            "results), .msh (Gmsh meshes and results)");
     EXPECT_EQ(why("a.FDR"), "cannot open \"a.FDR\": no reader for the extension \"fdr\", did you mean \"frd\"? "
-                            "supported are .frd (CalculiX results)");
+                            "supported are .frd (CalculiX results), .msh (Gmsh meshes and results)");
     for (const char* slip : {"a.fr", "a.rd", "a.frdd", "a.xfrd", "a.frx", "a.fxrd", "a.rfd"}) {
         EXPECT_NE(why(slip).find("did you mean \"frd\"?"), std::string::npos) << slip;
     }
