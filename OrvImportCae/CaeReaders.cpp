@@ -17,6 +17,8 @@ std::unique_ptr<CaeReader> create() {
     return std::make_unique<Reader>();
 }
 
+constexpr CaeModule MED_MODULE = {"Med", "ORV_WITH_MED", "libmedc11", "libmedc-dev"};
+
 constexpr CaeReaderEntry READERS[] = {
     {"CalculiX", "CalculiX results", "frd",
      "materials as parts; increments, frequencies and buckling factors as states; all results, per node",
@@ -24,6 +26,9 @@ constexpr CaeReaderEntry READERS[] = {
     {"Gmsh", "Gmsh meshes and results", "msh",
      "physical groups, or else entities, as parts; time steps as states; values per node, element and element node",
      create<MshReader>, nullptr},
+    {"MED", "MED files of code_aster and Salome", "med rmed",
+     "meshes and groups of cells as parts; computation steps as states; fields on nodes, cells and cell nodes", nullptr,
+     &MED_MODULE},
 };
 
 std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {

@@ -75,6 +75,8 @@ const std::vector<Floor>& houseFloors() {
         {7, "OrvImportCae", {}},
         {7, "OrvPlot2d", {"cairo"}},
         {8, "OrvApp", {}},
+        {8, "OrvImportMed", {"med.h"}},
+        {8, "OrvImportVtk", {"vtk"}},
         {9, "Tools", {"CLI/", "nlohmann/"}},
         {9, "Python", {"pybind11/"}},
         {9, "Examples", {}},

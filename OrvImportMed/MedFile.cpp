@@ -1,0 +1,113 @@
+#include "OrvImportMed/MedFile.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace orv::imp::cae {
+namespace {
+
+constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
+constexpr med_int OLDEST_VERSION = 3;
+
+bool isSameTime(const std::timespec& a, const std::timespec& b) {
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+} // namespace
+
+// The C library lets its streams be assigned; a descriptor would have to be turned away for all streams of the process.
+MedSilence::MedSilence() : m_nowhere(std::fopen("/dev/null", "w")), m_stderr(stderr) {
+    if (m_nowhere) {
+        stderr = m_nowhere;
+    }
+}
+
+MedSilence::~MedSilence() {
+    stderr = m_stderr;
+    if (m_nowhere) {
+        std::fclose(m_nowhere);
+    }
+}
+
+MedText::MedText(std::size_t length, std::size_t count) : m_length(length), m_characters(length * count + 1, '\0') {}
+
+std::string MedText::text(std::size_t index) const {
+    const char* begin = m_characters.data() + index * m_length;
+    std::string text(begin, ::strnlen(begin, m_length));
+    text.erase(text.find_last_not_of(' ') + 1); // npos + 1 is 0.
+    return text;
+}
+
+MedFile::~MedFile() {
+    if (m_id >= 0) {
+        const MedSilence silence;
+        MEDfileClose(m_id);
+    }
+}
+
+bool MedFile::open(const std::string& filename, ug::Error* error) {
+    m_name = filename;
+    struct stat status = {};
+    if (::stat(filename.c_str(), &status) != 0) {
+        return ug::fail(error, Str("cannot open \"" + filename + "\": " + std::strerror(errno)));
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return ug::fail(error, Str("cannot open \"" + filename + "\": it is not a file"));
+    }
+    m_size = std::uint64_t(status.st_size);
+    m_changed = status.st_mtim;
+    med_bool isHdf = MED_FALSE;
+    med_bool isMed = MED_FALSE;
+    if (MEDfileCompatibility(filename.c_str(), &isHdf, &isMed) < 0 || !isHdf) {
+        return ug::fail(error, Str(filename + " is damaged, ends too early or is no MED file: HDF5 cannot open it"));
+    }
+    m_id = MEDfileOpen(filename.c_str(), MED_ACC_RDONLY);
+    if (m_id < 0) {
+        return ug::fail(error, Str(filename + " is no MED file that libmedc " MED_VERSION_STR " can read"));
+    }
+    med_int version[3] = {};
+    if (MEDfileNumVersionRd(m_id, &version[0], &version[1], &version[2]) < 0 || version[0] < OLDEST_VERSION) {
+        return fail(error, "version " + std::to_string(version[0]) + "." + std::to_string(version[1]),
+                    "expected 3.0 or later; medimport turns older files into such");
+    }
+    return true;
+}
+
+bool MedFile::checkUnchanged(ug::Error* error) const {
+    struct stat status = {};
+    if (::stat(m_name.c_str(), &status) != 0 || std::uint64_t(status.st_size) != m_size ||
+        !isSameTime(status.st_mtim, m_changed)) {
+        return ug::fail(error, Str(m_name + " has changed since it was opened"));
+    }
+    return true;
+}
+
+bool MedFile::fits(std::int64_t count, std::size_t bytesEach) const {
+    return count >= 0 && std::uint64_t(count) <= m_size * DENSEST_PACKING / bytesEach;
+}
+
+bool MedFile::hasExtent(const std::string& path, std::size_t count) const {
+    const hid_t set = H5Dopen2(m_id, path.c_str(), H5P_DEFAULT);
+    if (set < 0) {
+        return false;
+    }
+    const hid_t space = H5Dget_space(set);
+    const hssize_t extent = space < 0 ? -1 : H5Sget_simple_extent_npoints(space);
+    H5Sclose(space);
+    H5Dclose(set);
+    return extent >= 0 && std::size_t(extent) == count;
+}
+
+bool MedFile::fail(ug::Error* error, const std::string& object, const std::string& what) const {
+    return ug::fail(error, Str(m_name + ": " + object + ": " + what));
+}
+
+std::string medStepPath(med_int number, med_int iteration) {
+    char path[64];
+    std::snprintf(path, sizeof path, "%020d%020d", number, iteration);
+    return path;
+}
+
+} // namespace orv::imp::cae
