@@ -30,8 +30,8 @@ constexpr Gathering GATHERINGS[] = {
 };
 
 /// Fields of code_aster with the components DX, DY, DZ that are no displacements: velocities, accelerations, forces.
-constexpr std::string_view NO_DISPLACEMENTS[] = {"VITE", "ACCE", "VITE_ABSOLU", "ACCE_ABSOLU", "FORC_NODA", "REAC_NODA",
-                                                 "FORC_EXTE"};
+constexpr std::string_view NO_DISPLACEMENTS[] = {"VITE",      "ACCE",      "VITE_ABSOLU", "ACCE_ABSOLU",
+                                                 "FORC_NODA", "REAC_NODA", "FORC_EXTE"};
 
 bool isDisplacement(std::string_view field) {
     return std::none_of(std::begin(NO_DISPLACEMENTS), std::end(NO_DISPLACEMENTS),

@@ -1,6 +1,9 @@
 #include "OrvImportMed/MedFields.h"
 
+#include "OrvCore/Defines.h"
+
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace orv::imp::cae {
@@ -58,7 +61,8 @@ private:
     }
 
     bool findMesh(const std::string& name) {
-        const auto found = std::find_if(m_meshes.begin(), m_meshes.end(), [&](const MedMesh& m) { return m.name == name; });
+        const auto found =
+            std::find_if(m_meshes.begin(), m_meshes.end(), [&](const MedMesh& m) { return m.name == name; });
         m_field.mesh = std::size_t(found - m_meshes.begin());
         return found != m_meshes.end() || refuse("its mesh '" + name + "' is not there");
     }
@@ -76,6 +80,9 @@ private:
                                           &step.time) < 0) {
                 return refuse("its computation step " + std::to_string(i) + " cannot be read");
             }
+            if (std::isnan(step.time)) {
+                step.time = UNDEFINED_DOUBLE; // States are put in order by it.
+            }
             addChunks(&step, MED_NODE, nullptr, m_meshes[m_field.mesh].nodeCount);
             for (const auto& [cell, cellCount] : m_meshes[m_field.mesh].cells) {
                 addChunks(&step, MED_CELL, cell, cellCount);
@@ -90,16 +97,16 @@ private:
         MedText defaultProfile(MED_NAME_SIZE);
         MedText defaultLocalization(MED_NAME_SIZE);
         const int type = cell ? cell->type : MED_NONE;
-        const med_int count = MEDfieldnProfile(m_file.id(), m_field.name.c_str(), step->number, step->iteration,
-                                               entity, type, defaultProfile, defaultLocalization);
+        const med_int count = MEDfieldnProfile(m_file.id(), m_field.name.c_str(), step->number, step->iteration, entity,
+                                               type, defaultProfile, defaultLocalization);
         for (int i = 1; i <= count; ++i) {
             MedText profile(MED_NAME_SIZE);
             MedText localization(MED_NAME_SIZE);
             med_int profileSize = 0;
             med_int pointCount = 0;
-            const med_int rowCount = MEDfieldnValueWithProfile(
-                m_file.id(), m_field.name.c_str(), step->number, step->iteration, entity, type, i, MED_COMPACT_STMODE,
-                profile, &profileSize, localization, &pointCount);
+            const med_int rowCount = MEDfieldnValueWithProfile(m_file.id(), m_field.name.c_str(), step->number,
+                                                               step->iteration, entity, type, i, MED_COMPACT_STMODE,
+                                                               profile, &profileSize, localization, &pointCount);
             const MedChunk chunk{entity,
                                  cell,
                                  mappingOf(entity, cell, pointCount, localization.text()),
@@ -131,8 +138,7 @@ private:
         if (chunk.mapping == ug::UNKNOWN_MAPPING) {
             return "the values at the " + std::to_string(chunk.pointCount) + " integration points of " + where;
         }
-        if (rowCount < 0 || chunk.rowCount > mostRows ||
-            (chunk.profile.empty() && chunk.rowCount != mostRows)) {
+        if (rowCount < 0 || chunk.rowCount > mostRows || (chunk.profile.empty() && chunk.rowCount != mostRows)) {
             return "the values of " + std::to_string(rowCount) + " of " + where + ", of which there are " +
                    std::to_string(mostRows);
         }

@@ -15,6 +15,19 @@ bool isSameTime(const std::timespec& a, const std::timespec& b) {
     return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
+// What libmedc leaves open when it fails would keep the file open.
+void closeForgotten(med_idt file) {
+    constexpr unsigned int ALL = H5F_OBJ_DATASET | H5F_OBJ_GROUP | H5F_OBJ_DATATYPE | H5F_OBJ_ATTR | H5F_OBJ_LOCAL;
+    const ssize_t count = H5Fget_obj_count(file, ALL);
+    std::vector<hid_t> forgotten(count > 0 ? std::size_t(count) : 0);
+    if (!forgotten.empty()) {
+        H5Fget_obj_ids(file, ALL, forgotten.size(), forgotten.data());
+    }
+    for (const hid_t id : forgotten) {
+        H5Idec_ref(id);
+    }
+}
+
 } // namespace
 
 // The C library lets its streams be assigned; a descriptor would have to be turned away for all streams of the process.
@@ -43,6 +56,7 @@ std::string MedText::text(std::size_t index) const {
 MedFile::~MedFile() {
     if (m_id >= 0) {
         const MedSilence silence;
+        closeForgotten(m_id);
         MEDfileClose(m_id);
     }
 }
@@ -58,17 +72,13 @@ bool MedFile::open(const std::string& filename, ug::Error* error) {
     }
     m_size = std::uint64_t(status.st_size);
     m_changed = status.st_mtim;
-    med_bool isHdf = MED_FALSE;
-    med_bool isMed = MED_FALSE;
-    if (MEDfileCompatibility(filename.c_str(), &isHdf, &isMed) < 0 || !isHdf) {
-        return ug::fail(error, Str(filename + " is damaged, ends too early or is no MED file: HDF5 cannot open it"));
-    }
     m_id = MEDfileOpen(filename.c_str(), MED_ACC_RDONLY);
-    if (m_id < 0) {
-        return ug::fail(error, Str(filename + " is no MED file that libmedc " MED_VERSION_STR " can read"));
-    }
     med_int version[3] = {};
-    if (MEDfileNumVersionRd(m_id, &version[0], &version[1], &version[2]) < 0 || version[0] < OLDEST_VERSION) {
+    if (m_id < 0 || MEDfileNumVersionRd(m_id, &version[0], &version[1], &version[2]) < 0) {
+        return ug::fail(error, Str(filename + " is damaged, ends too early or is no MED file that libmedc " +
+                                   MED_VERSION_STR + " can read"));
+    }
+    if (version[0] < OLDEST_VERSION) {
         return fail(error, "version " + std::to_string(version[0]) + "." + std::to_string(version[1]),
                     "expected 3.0 or later; medimport turns older files into such");
     }
@@ -88,16 +98,20 @@ bool MedFile::fits(std::int64_t count, std::size_t bytesEach) const {
     return count >= 0 && std::uint64_t(count) <= m_size * DENSEST_PACKING / bytesEach;
 }
 
-bool MedFile::hasExtent(const std::string& path, std::size_t count) const {
+std::optional<std::size_t> MedFile::extent(const std::string& path) const {
     const hid_t set = H5Dopen2(m_id, path.c_str(), H5P_DEFAULT);
     if (set < 0) {
-        return false;
+        return std::nullopt;
     }
     const hid_t space = H5Dget_space(set);
-    const hssize_t extent = space < 0 ? -1 : H5Sget_simple_extent_npoints(space);
+    const hssize_t count = space < 0 ? -1 : H5Sget_simple_extent_npoints(space);
     H5Sclose(space);
     H5Dclose(set);
-    return extent >= 0 && std::size_t(extent) == count;
+    return count < 0 ? std::nullopt : std::optional<std::size_t>(count);
+}
+
+bool MedFile::hasExtent(const std::string& path, std::size_t count) const {
+    return extent(path) == count;
 }
 
 bool MedFile::fail(ug::Error* error, const std::string& object, const std::string& what) const {

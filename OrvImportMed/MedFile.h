@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,7 +49,7 @@ private:
 ///
 /// libmedc trusts what files say of themselves: it writes all of a data set into the caller's memory, however much the
 /// caller made room for. So every count goes through fits() before memory is taken for it, and every data set that
-/// libmedc reads as a whole through hasExtent().
+/// libmedc reads as a whole through hasExtent() or extent().
 class MedFile {
 public:
     MedFile() = default;
@@ -73,7 +74,10 @@ public:
     /// Whether the file can hold so many things of that size. A negative count never fits: it is how libmedc fails.
     bool fits(std::int64_t count, std::size_t bytesEach) const;
 
-    /// Whether there is a data set at that path with just so many values, in a file whose count was said to fit.
+    /// How many values the data set at that path has; nothing when there is none.
+    std::optional<std::size_t> extent(const std::string& path) const;
+
+    /// Whether it has just so many.
     bool hasExtent(const std::string& path, std::size_t count) const;
 
     /// "FILE: OBJECT: WHAT"; always false.

@@ -13,8 +13,7 @@ constexpr std::size_t MOST_CONNECTED = std::numeric_limits<std::uint32_t>::max()
 
 /// Cells that cannot become elements, but are counted.
 constexpr std::pair<int, const char*> LEFT_OUT_CELLS[] = {
-    {MED_SEG4, "SE4"},     {MED_OCTA12, "O12"},     {MED_POLYGON, "POG"},
-    {MED_POLYGON2, "PO2"}, {MED_POLYHEDRON, "POE"},
+    {MED_SEG4, "SE4"}, {MED_OCTA12, "O12"}, {MED_POLYGON, "POG"}, {MED_POLYGON2, "PO2"}, {MED_POLYHEDRON, "POE"},
 };
 
 /// All cells of one type in a mesh, as the file has them.
@@ -123,14 +122,14 @@ public:
             const med_int found = countOf(type, what);
             const med_int count = what == MED_CONNECTIVITY ? found : found - 1; // An index has one end more.
             if (count > 0) {
-                warnings->push_back(place() + ": " + std::to_string(count) + " cells of the type " + name +
-                                    " are left out");
+                warnings->push_back(place() + ": cells of the type " + name +
+                                    " are left out: " + std::to_string(count));
             }
         }
         const auto unused = std::count(m_isUsed.begin(), m_isUsed.end(), false);
         if (unused > 0) {
-            warnings->push_back(place() + ": " + std::to_string(unused) +
-                                " nodes that are no corner and on no edge of an element are left out");
+            warnings->push_back(place() + ": nodes that are no corner and on no edge of an element are left out: " +
+                                std::to_string(unused));
         }
     }
 
@@ -177,8 +176,8 @@ private:
             return true;
         }
         if (!m_file.hasExtent(m_path + group + "/NUM", count)) {
-            return fail(error, "the numbers in " + group.substr(1) + " are not one for each of " +
-                                   std::to_string(count));
+            return fail(error,
+                        "the numbers in " + group.substr(1) + " are not one for each of " + std::to_string(count));
         }
         numbers->resize(count);
         return MEDmeshEntityNumberRd(m_file.id(), m_name.c_str(), m_number, m_iteration, entity, type,
@@ -224,8 +223,8 @@ private:
             const med_int node = block.nodes[i];
             if (node < 1 || std::size_t(node) > nodeCount()) {
                 return fail(error, "cell " + std::to_string(i / block.cell->nodeCount() + 1) + " of the type " +
-                                       block.cell->name + " has the node " + std::to_string(node) +
-                                       ", expected 1 to " + std::to_string(nodeCount()));
+                                       block.cell->name + " has the node " + std::to_string(node) + ", expected 1 to " +
+                                       std::to_string(nodeCount()));
             }
         }
         return true;
@@ -247,26 +246,24 @@ private:
 
     bool readFamilies(ug::Error* error) {
         const med_int count = MEDnFamily(m_file.id(), m_name.c_str());
+        const std::size_t mostNames = mostGroupNames();
         for (int i = 1; i <= count; ++i) {
-            if (!readFamily(i, error)) {
+            if (!readFamily(i, mostNames, error)) {
                 return false;
             }
         }
         return true;
     }
 
-    bool readFamily(int index, ug::Error* error) {
+    bool readFamily(int index, std::size_t mostNames, ug::Error* error) {
         const med_int groupCount = MEDnFamilyGroup(m_file.id(), m_name.c_str(), index);
-        if (!m_file.fits(groupCount, MED_LNAME_SIZE)) {
-            return fail(error, "family " + std::to_string(index) + " has " + std::to_string(groupCount) + " groups");
+        if (!m_file.fits(groupCount, MED_LNAME_SIZE) || std::size_t(groupCount) > mostNames) {
+            return fail(error, "family " + std::to_string(index) + " says that it has " + std::to_string(groupCount) +
+                                   " groups, expected at most " + std::to_string(mostNames));
         }
         MedText name(MED_NAME_SIZE);
-        MedText groups(MED_LNAME_SIZE, std::size_t(groupCount) + 1);
+        MedText groups(MED_LNAME_SIZE, std::max(std::size_t(groupCount), mostNames));
         med_int number = 0;
-        if (groupCount > 0 && !hasGroupNames(index, groupCount)) {
-            return fail(error, "family " + std::to_string(index) + " has not the names of " +
-                                   std::to_string(groupCount) + " groups");
-        }
         if (MEDfamilyInfo(m_file.id(), m_name.c_str(), index, name, &number, groups) < 0) {
             return fail(error, "family " + std::to_string(index) + " cannot be read");
         }
@@ -278,25 +275,25 @@ private:
         return true;
     }
 
-    // libmedc takes families in the order of their names: those of cells, then those of nodes.
-    bool hasGroupNames(int index, med_int groupCount) const {
-        const std::string root = "/FAS/" + m_name;
-        int left = index;
+    // The most groups that any family has names for, which libmedc may write all. Which family it means by a number is
+    // its own affair.
+    std::size_t mostGroupNames() const {
+        std::size_t most = 0;
         for (const char* kind : {"/ELEME", "/NOEUD"}) {
+            const std::string root = "/FAS/" + m_name + kind;
             H5G_info_t group = {};
-            if (H5Lexists(m_file.id(), (root + kind).c_str(), H5P_DEFAULT) <= 0 ||
-                H5Gget_info_by_name(m_file.id(), (root + kind).c_str(), &group, H5P_DEFAULT) < 0) {
+            if (H5Gget_info_by_name(m_file.id(), root.c_str(), &group, H5P_DEFAULT) < 0) {
                 continue;
             }
-            if (std::size_t(left) <= group.nlinks) {
+            for (hsize_t i = 0; i < group.nlinks; ++i) {
                 MedText family(MED_NAME_SIZE);
-                return H5Lget_name_by_idx(m_file.id(), (root + kind).c_str(), H5_INDEX_NAME, H5_ITER_INC,
-                                          hsize_t(left - 1), family, MED_NAME_SIZE + 1, H5P_DEFAULT) >= 0 &&
-                       m_file.hasExtent(root + kind + "/" + family.text() + "/GRO/NOM", std::size_t(groupCount));
+                if (H5Lget_name_by_idx(m_file.id(), root.c_str(), H5_INDEX_NAME, H5_ITER_INC, i, family,
+                                       MED_NAME_SIZE + 1, H5P_DEFAULT) >= 0) {
+                    most = std::max(most, m_file.extent(root + "/" + family.text() + "/GRO/NOM").value_or(0));
+                }
             }
-            left -= int(group.nlinks);
         }
-        return true; // The family of number 0, which has no groups.
+        return most;
     }
 
     static void share(const CellBlock& block, const std::map<med_int, std::size_t, std::greater<>>& families,
@@ -388,7 +385,8 @@ MeshHead readHead(const MedFile& file, int index) {
 } // namespace
 
 std::size_t MedMesh::cellCount(int type) const {
-    const auto found = std::find_if(cells.begin(), cells.end(), [type](const auto& c) { return c.first->type == type; });
+    const auto found =
+        std::find_if(cells.begin(), cells.end(), [type](const auto& c) { return c.first->type == type; });
     return found == cells.end() ? 0 : found->second;
 }
 
@@ -419,8 +417,9 @@ bool readMedMeshes(const MedFile& file, MedMeshes* meshes, ug::DataGeometry* geo
         meshes->meshes.push_back(reader.describe());
     }
     if (meshes->infos.empty()) {
-        return file.fail(error, "meshes", "expected one that is unstructured and has cells" +
-                                              (warnings->empty() ? std::string() : " (" + warnings->front() + ")"));
+        return file.fail(error, "meshes",
+                         "expected one that is unstructured and has cells" +
+                             (warnings->empty() ? std::string() : " (" + warnings->front() + ")"));
     }
     return true;
 }
