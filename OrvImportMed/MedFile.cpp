@@ -15,6 +15,11 @@ bool isSameTime(const std::timespec& a, const std::timespec& b) {
     return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
+herr_t addName(hid_t, const char* name, const H5L_info_t*, void* names) {
+    static_cast<std::vector<std::string>*>(names)->push_back(name);
+    return 0;
+}
+
 // What libmedc leaves open when it fails would keep the file open.
 void closeForgotten(med_idt file) {
     constexpr unsigned int ALL = H5F_OBJ_DATASET | H5F_OBJ_GROUP | H5F_OBJ_DATATYPE | H5F_OBJ_ATTR | H5F_OBJ_LOCAL;
@@ -96,6 +101,17 @@ bool MedFile::checkUnchanged(ug::Error* error) const {
 
 bool MedFile::fits(std::int64_t count, std::size_t bytesEach) const {
     return count >= 0 && std::uint64_t(count) <= m_size * DENSEST_PACKING / bytesEach;
+}
+
+// In the order of the file: HDF5 runs over damaged lists that it has to sort.
+std::vector<std::string> MedFile::names(const std::string& path) const {
+    std::vector<std::string> names;
+    const hid_t group = H5Gopen2(m_id, path.c_str(), H5P_DEFAULT);
+    if (group >= 0) {
+        H5Literate(group, H5_INDEX_NAME, H5_ITER_NATIVE, nullptr, addName, &names);
+        H5Gclose(group);
+    }
+    return names;
 }
 
 std::optional<std::size_t> MedFile::extent(const std::string& path) const {

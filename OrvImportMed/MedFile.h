@@ -74,6 +74,9 @@ public:
     /// Whether the file can hold so many things of that size. A negative count never fits: it is how libmedc fails.
     bool fits(std::int64_t count, std::size_t bytesEach) const;
 
+    /// What is in the group at that path; nothing when there is none.
+    std::vector<std::string> names(const std::string& path) const;
+
     /// How many values the data set at that path has; nothing when there is none.
     std::optional<std::size_t> extent(const std::string& path) const;
 

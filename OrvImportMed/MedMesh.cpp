@@ -246,7 +246,7 @@ private:
 
     bool readFamilies(ug::Error* error) {
         const med_int count = MEDnFamily(m_file.id(), m_name.c_str());
-        const std::size_t mostNames = mostGroupNames();
+        const std::size_t mostNames = count > 0 ? mostGroupNames() : 0;
         for (int i = 1; i <= count; ++i) {
             if (!readFamily(i, mostNames, error)) {
                 return false;
@@ -281,16 +281,8 @@ private:
         std::size_t most = 0;
         for (const char* kind : {"/ELEME", "/NOEUD"}) {
             const std::string root = "/FAS/" + m_name + kind;
-            H5G_info_t group = {};
-            if (H5Gget_info_by_name(m_file.id(), root.c_str(), &group, H5P_DEFAULT) < 0) {
-                continue;
-            }
-            for (hsize_t i = 0; i < group.nlinks; ++i) {
-                MedText family(MED_NAME_SIZE);
-                if (H5Lget_name_by_idx(m_file.id(), root.c_str(), H5_INDEX_NAME, H5_ITER_INC, i, family,
-                                       MED_NAME_SIZE + 1, H5P_DEFAULT) >= 0) {
-                    most = std::max(most, m_file.extent(root + "/" + family.text() + "/GRO/NOM").value_or(0));
-                }
+            for (const std::string& family : m_file.names(root)) {
+                most = std::max(most, m_file.extent(root + "/" + family + "/GRO/NOM").value_or(0));
             }
         }
         return most;

@@ -14,6 +14,7 @@ using namespace orv;
 using orvtest::FrdText;
 using orvtest::ScratchFolder;
 using orvtest::solverFile;
+using orvtest::SUPPORTED_FORMATS;
 
 namespace {
 
@@ -23,11 +24,13 @@ PtrRef<imp::cae::DataSourceCae> makeSource() {
 
 TEST(DataSourceCae, TellsWhatItReads) {
     const std::vector<imp::cae::ReaderInfo> infos = imp::cae::DataSourceCae::supportedFormats();
-    ASSERT_GE(infos.size(), 2u);
+    ASSERT_GE(infos.size(), 3u);
     EXPECT_EQ(infos[0].description, Str("CalculiX results"));
     EXPECT_EQ(infos[0].extensions, Str("frd"));
     EXPECT_EQ(infos[1].description, Str("Gmsh meshes and results"));
     EXPECT_EQ(infos[1].extensions, Str("msh"));
+    EXPECT_EQ(infos[2].description, Str("MED files of code_aster and Salome"));
+    EXPECT_EQ(infos[2].extensions, Str("med rmed"));
 }
 
 TEST(DataSourceCae, TellsTheFormatsInTheSameOrderWithMore) {
@@ -152,8 +155,7 @@ TEST(DataSourceCae, RefusesWithATextThatNamesTheFile) {
     ASSERT_EQ(::mkdir((folder.path() + "/folder.frd").c_str(), 0700), 0);
     EXPECT_EQ(why({Str(folder.path() + "/folder.frd")}), "cannot open \"folder.frd\": Is a directory");
     EXPECT_EQ(why({Str(folder.path() + "/folder")}),
-              "cannot open \"folder\": its name has no extension that tells its format; supported are .frd (CalculiX "
-              "results), .msh (Gmsh meshes and results)");
+              "cannot open \"folder\": its name has no extension that tells its format; " + SUPPORTED_FORMATS);
 }
 
 TEST(DataSourceCae, OpensOnce) {

@@ -20,6 +20,12 @@ inline std::string solverFile(const std::string& name) {
     return testDataFolder() + "/frd/" + name;
 }
 
+/// What can be opened, as errors tell.
+inline const std::string SUPPORTED_FORMATS = "supported are .frd (CalculiX results), "
+                                             ".msh (Gmsh meshes and results), "
+                                             ".med (MED files of code_aster and Salome), "
+                                             ".rmed (MED files of code_aster and Salome)";
+
 /// A text without the folder's name, which differs from run to run.
 inline std::string without(const ScratchFolder& folder, const orv::Str& text) {
     orv::Str result = text;

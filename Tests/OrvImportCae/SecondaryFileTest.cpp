@@ -19,6 +19,7 @@ using orvtest::described;
 using orvtest::FrdText;
 using orvtest::ScratchFolder;
 using orvtest::solverFile;
+using orvtest::SUPPORTED_FORMATS;
 
 namespace {
 
@@ -236,8 +237,7 @@ TEST_F(SecondaryFileTest, RefusesFilesThatCannotBeRead) {
     open({write("a.frd", tetrahedron().temperatures(1, 0.5, {1}))});
     EXPECT_EQ(whyRefused(folder / "none.frd"), "cannot open \"none.frd\": No such file or directory");
     EXPECT_EQ(whyRefused(folder / "b.txt"),
-              "cannot open \"b.txt\": no reader for the extension \"txt\"; supported are .frd (CalculiX results), .msh "
-              "(Gmsh meshes and results)");
+              "cannot open \"b.txt\": no reader for the extension \"txt\"; " + SUPPORTED_FORMATS);
     EXPECT_EQ(whyRefused(folder.write("c.frd", "garbage\n")),
               "c.frd, line 1: not a result file of CalculiX: expected \"    1C\" at its beginning, found \"garbage\"");
 }

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <set>
 
 using namespace orv;
 using imp::cae::MedFile;
@@ -68,6 +69,17 @@ TEST(MedFile, KnowsTheExtentOfDataSets) {
     EXPECT_FALSE(file.hasExtent("/PROFILS/SOMENODES/PFL", 4));
     EXPECT_FALSE(file.hasExtent("/PROFILS/SOMENODES", 3));
     EXPECT_FALSE(file.hasExtent("/PROFILS/NONE/PFL", 3));
+}
+
+TEST(MedFile, ListsWhatIsInGroups) {
+    const MedSilence silence;
+    MedFile file;
+    ASSERT_TRUE(file.open(medFile("beam.rmed"), nullptr));
+    const std::vector<std::string> families = file.names("/FAS/BEAM/ELEME"); // In any order.
+    EXPECT_EQ(std::set<std::string>(families.begin(), families.end()),
+              (std::set<std::string>{"FAM_-1", "FAM_-2", "FAM_-3", "FAM_-4"}));
+    EXPECT_EQ(families.size(), 4u);
+    EXPECT_EQ(file.names("/FAS/NONE"), std::vector<std::string>());
 }
 
 TEST(MedFile, StepsHaveGroupsOfTwentyDigitsTwice) {
