@@ -41,11 +41,11 @@ TEST(CaeReaders, TellWhatThereIsWhenThereIsNone) {
         EXPECT_EQ(findCaeReader(name, &error), nullptr);
         return error.message().toStdString();
     };
-    EXPECT_EQ(why("dir.d/result"), "cannot open \"dir.d/result\": its name has no extension that tells its format; " +
-                                       SUPPORTED_FORMATS);
+    EXPECT_EQ(why("dir.d/result"),
+              "cannot open \"dir.d/result\": its name has no extension that tells its format; " + SUPPORTED_FORMATS);
     EXPECT_EQ(why("a.odb"), "cannot open \"a.odb\": no reader for the extension \"odb\"; " + SUPPORTED_FORMATS);
-    EXPECT_EQ(why("a.FDR"), "cannot open \"a.FDR\": no reader for the extension \"fdr\", did you mean \"frd\"? " +
-                                SUPPORTED_FORMATS);
+    EXPECT_EQ(why("a.FDR"),
+              "cannot open \"a.FDR\": no reader for the extension \"fdr\", did you mean \"frd\"? " + SUPPORTED_FORMATS);
     for (const char* slip : {"a.fr", "a.rd", "a.frdd", "a.xfrd", "a.frx", "a.fxrd", "a.rfd"}) {
         EXPECT_NE(why(slip).find("did you mean \"frd\"?"), std::string::npos) << slip;
     }

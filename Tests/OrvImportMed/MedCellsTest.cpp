@@ -83,10 +83,14 @@ TEST(MedCells, NodesOnEdgesFollowTheirCorners) {
 
 // The file has one cell of each type, of edge 1: a tetrahedron has 1/6, a pyramid 1/3, a wedge 1/2, a hexahedron 1.
 TEST(MedCells, ElementsHavePositiveVolumesAndNodesInTheMiddleOfEdges) {
-    const std::map<ug::ElementType, double> volumes = {
-        {ug::TETRAHEDRON, 1.0 / 6.0}, {ug::TETRAHEDRON_10, 1.0 / 6.0}, {ug::PYRAMID, 1.0 / 3.0},
-        {ug::PYRAMID_13, 1.0 / 3.0},  {ug::WEDGE, 0.5},                {ug::WEDGE_15, 0.5},
-        {ug::HEXAHEDRON, 1.0},        {ug::HEXAHEDRON_20, 1.0}};
+    const std::map<ug::ElementType, double> volumes = {{ug::TETRAHEDRON, 1.0 / 6.0},
+                                                       {ug::TETRAHEDRON_10, 1.0 / 6.0},
+                                                       {ug::PYRAMID, 1.0 / 3.0},
+                                                       {ug::PYRAMID_13, 1.0 / 3.0},
+                                                       {ug::WEDGE, 0.5},
+                                                       {ug::WEDGE_15, 0.5},
+                                                       {ug::HEXAHEDRON, 1.0},
+                                                       {ug::HEXAHEDRON_20, 1.0}};
     const auto source = openMed(medFile("cells.med"));
     const ug::DataPart& part = *source->state(0)->geometry(0)->part(0);
     EXPECT_TRUE(part.isConsistent());

@@ -36,8 +36,8 @@ std::string readAll(const std::string& path) {
 void setNumber(hid_t file, const std::string& object, const char* attribute, int value) {
     ASSERT_GE(H5Adelete_by_name(file, object.c_str(), attribute, H5P_DEFAULT), 0) << object;
     const hid_t one = H5Screate(H5S_SCALAR);
-    const hid_t id = H5Acreate_by_name(file, object.c_str(), attribute, H5T_STD_I32LE, one, H5P_DEFAULT, H5P_DEFAULT,
-                                       H5P_DEFAULT);
+    const hid_t id =
+        H5Acreate_by_name(file, object.c_str(), attribute, H5T_STD_I32LE, one, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT);
     EXPECT_GE(H5Awrite(id, H5T_NATIVE_INT, &value), 0) << object;
     H5Aclose(id);
     H5Sclose(one);
@@ -89,7 +89,9 @@ const Damage DAMAGES[] = {
      "field 'RESU____TEMP': its profile 'SOMENODES' names number 14, expected 1 to 13"},
     {[](hid_t f) { setNumber(f, "/PROFILS/SOMENODES", "NBR", 2); },
      "field 'RESU____TEMP': its profile 'SOMENODES' has not the expected 2 numbers"},
-    {[](hid_t f) { H5Ldelete(f, ("/CHA/RESU____DEPL" + STEP_1 + "/NOE/MED_NO_PROFILE_INTERNAL/CO").c_str(), H5P_DEFAULT); },
+    {[](hid_t f) {
+         H5Ldelete(f, ("/CHA/RESU____DEPL" + STEP_1 + "/NOE/MED_NO_PROFILE_INTERNAL/CO").c_str(), H5P_DEFAULT);
+     },
      "field 'RESU____DEPL': its values in step 1 cannot be read"},
     {[](hid_t f) { setNumber(f, "/ENS_MAA/BEAM", "ESP", 4); },
      "meshes: expected one that is unstructured and has cells (FILE: mesh 'number 1' is left out: what it is "

@@ -94,8 +94,8 @@ void expectValues(const json& expected, const json& parts, imp::cae::DataSourceC
     std::size_t definedCount = 0;
     for (std::size_t p = 0; p < result->partCount(); ++p) {
         const ug::DataPart& part = *state.geometry(0)->part(p);
-        const bool isOfMesh = parts.at(source.directory()->partInfos(0)[p].name().toStdString())["mesh"] ==
-                              expected["mesh"];
+        const bool isOfMesh =
+            parts.at(source.directory()->partInfos(0)[p].name().toStdString())["mesh"] == expected["mesh"];
         const std::vector<json> wanted =
             expectedItems(isOfMesh ? expected["values"] : json::object(), info.resultMapping(), part);
         const ug::DataPartValues& values = *result->values(p);
@@ -176,9 +176,10 @@ TEST(MedReader, CellsOfTheSameGroupsAreAPart) {
 }
 
 TEST(MedReader, TellsWhatIsLeftOut) {
-    EXPECT_EQ(warningsOf(*openMed(medFile("beam.rmed"))),
-              (Texts{"mesh 'BEAM': nodes that are no corner and on no edge of an element are left out: 1",
-                     "field 'RESU____SIEF_ELGA': the values at the 8 integration points of its cells HE8 are left out"}));
+    EXPECT_EQ(
+        warningsOf(*openMed(medFile("beam.rmed"))),
+        (Texts{"mesh 'BEAM': nodes that are no corner and on no edge of an element are left out: 1",
+               "field 'RESU____SIEF_ELGA': the values at the 8 integration points of its cells HE8 are left out"}));
     // 1 centre in TR7 and QU9, 3 in P18, 7 in H27.
     EXPECT_EQ(warningsOf(*openMed(medFile("cells.med"))),
               (Texts{"mesh 'cells': cells of the type SE4 are left out: 2",

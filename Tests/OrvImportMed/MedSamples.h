@@ -28,8 +28,7 @@ inline orv::PtrRef<orv::imp::cae::DataSourceCae> openMed(const std::string& path
 /// All results of the source, kind after kind.
 inline std::vector<orv::ug::ResultInfo> allResults(orv::imp::cae::DataSourceCae& source) {
     std::vector<orv::ug::ResultInfo> all;
-    for (const auto type :
-         {orv::ug::SCALAR, orv::ug::VECTOR, orv::ug::DISPLACEMENT, orv::ug::SYMMETRIC_TENSOR}) {
+    for (const auto type : {orv::ug::SCALAR, orv::ug::VECTOR, orv::ug::DISPLACEMENT, orv::ug::SYMMETRIC_TENSOR}) {
         for (const orv::ug::ResultInfo& info : source.directory()->resultInfos(type)) {
             all.push_back(info);
         }
