@@ -2,6 +2,7 @@
 
 #include "LibCore/rvfAssert.h"
 #include "OrvApp/Views_p.h"
+#include "OrvApp/ViewSelections_p.h"
 
 namespace orv::app {
 
@@ -9,6 +10,7 @@ Views* Views::instance() {
     static PtrRef<Views> singleton;
     if (!singleton) {
         singleton = new Views;
+        static ViewSelections selections;
     }
     return singleton.get();
 }

@@ -79,6 +79,7 @@
 #include "OrvUnstructGrid/ResultsQueryItem.h"
 #include "OrvUnstructGrid/ResultsQueryResult.h"
 #include "OrvUnstructGrid/ResultType.h"
+#include "OrvUnstructGrid/SelectionKeeper.h"
 #include "OrvUnstructGrid/SimulationInfo.h"
 #include "OrvUnstructGrid/Situation.h"
 #include "OrvUnstructGrid/SituationIo.h"

@@ -3,6 +3,7 @@
 #include "LibCore/rvfAssert.h"
 #include "OrvUnstructGrid/DataSource.h"
 #include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/SelectionKeeper.h"
 #include "OrvUnstructGrid/SituationCapture_p.h"
 #include "OrvUnstructGrid/SituationSelection_p.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
@@ -85,6 +86,9 @@ void Situation::capture(const UnstructGridModel& model, const vis::View& view) {
     removeCapturedSets(m_propertyCollection.get());
     captureModel(model, m_propertyCollection.get());
     captureView(view, m_propertyCollection.get());
+    if (const SelectionKeeper* keeper = SelectionKeeper::instance()) {
+        setSelection(keeper->selectionIn(view));
+    }
 }
 
 bool Situation::applyTo(UnstructGridModel* model, vis::View* view, Error* error) const {
@@ -99,6 +103,9 @@ bool Situation::applyTo(UnstructGridModel* model, vis::View* view, Error* error)
     std::vector<Str> missing;
     applyToModel(*m_propertyCollection, model, &missing);
     applyToView(*m_propertyCollection, view, &missing);
+    if (SelectionKeeper* keeper = SelectionKeeper::instance()) {
+        keeper->select(selection(), view);
+    }
     return missing.empty() || failForMissing(missing, error);
 }
 

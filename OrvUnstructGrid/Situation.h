@@ -71,9 +71,9 @@ public:
     /// @return false when something is missing, or when nothing has been captured, and then nothing has changed
     bool applyTo(UnstructGridModel* model, vis::View* view, Error* error) const;
 
-    /// What was selected in the view. It is not captured, as neither model nor view know it: whoever does sets it
-    /// behind capture(), which forgets it, and selects it again behind applyTo(). Ids and indexes are kept as they are.
-    /// Makes a property collection when there is none.
+    /// What was selected in the view. capture() and applyTo() ask the SelectionKeeper, where there is one; set it for a
+    /// program that keeps its selections otherwise, behind capture(), which forgets what was there. Ids and indexes are
+    /// kept as they are. Makes a property collection when there is none.
     void setSelection(const SituationSelection& selection);
     /// Empty when none was set, and when its property set makes no sense.
     SituationSelection selection() const;
