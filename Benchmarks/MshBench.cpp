@@ -65,8 +65,7 @@ void writeValues(std::FILE* file) {
 /// A file that lives as long as this.
 class TemporaryFile {
 public:
-    TemporaryFile()
-        : m_path(std::filesystem::temp_directory_path() / (std::to_string(::getpid()) + "-results.msh")) {
+    TemporaryFile() : m_path(std::filesystem::temp_directory_path() / (std::to_string(::getpid()) + "-results.msh")) {
         std::FILE* file = std::fopen(m_path.c_str(), "wb");
         std::setvbuf(file, nullptr, _IOFBF, 1 << 20);
         writeMesh(file);

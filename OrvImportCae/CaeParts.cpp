@@ -173,8 +173,8 @@ bool CaeNodePlaces::isIdentity() const {
     return m_begins.empty();
 }
 
-PtrRef<ug::DataGeometry> makeCaeGeometry(const CaeIds& nodeIds, std::vector<double> coordinates,
-                                         CaeElements elements, std::size_t partCount, CaeNodePlaces* nodePlaces) {
+PtrRef<ug::DataGeometry> makeCaeGeometry(const CaeIds& nodeIds, std::vector<double> coordinates, CaeElements elements,
+                                         std::size_t partCount, CaeNodePlaces* nodePlaces) {
     return GeometryBuilder(nodeIds, std::move(coordinates), std::move(elements)).run(partCount, nodePlaces);
 }
 

@@ -50,7 +50,7 @@ struct CaeElements {
 /// @param coordinates x, y, z for each of the nodes
 /// @param partCount all parts of elements are below; one without elements is empty
 /// @param nodePlaces gets where the nodes went
-PtrRef<ug::DataGeometry> makeCaeGeometry(const CaeIds& nodeIds, std::vector<double> coordinates,
-                                         CaeElements elements, std::size_t partCount, CaeNodePlaces* nodePlaces);
+PtrRef<ug::DataGeometry> makeCaeGeometry(const CaeIds& nodeIds, std::vector<double> coordinates, CaeElements elements,
+                                         std::size_t partCount, CaeNodePlaces* nodePlaces);
 
 } // namespace orv::imp::cae

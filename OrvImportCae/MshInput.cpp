@@ -16,6 +16,19 @@ bool isBlank(char c) {
     return static_cast<unsigned char>(c) <= ' ';
 }
 
+// Digits that cannot overflow, which most numbers are. Null for anything else.
+const char* readShortInteger(const char* begin, const char* end, std::int64_t* value) {
+    constexpr std::ptrdiff_t MOST_DIGITS = 18;
+    const char* limit = begin + std::min(end - begin, MOST_DIGITS);
+    std::int64_t number = 0;
+    const char* at = begin;
+    for (; at < limit && *at >= '0' && *at <= '9'; ++at) {
+        number = 10 * number + (*at - '0');
+    }
+    *value = number;
+    return at > begin && at - begin < MOST_DIGITS ? at : nullptr;
+}
+
 } // namespace
 
 MshInput::MshInput(const CaeFile& file, ug::Error* error)
@@ -63,8 +76,8 @@ bool MshInput::fillFor(std::size_t count) {
     const std::size_t left = std::size_t(m_end - m_at);
     m_bufferOffset = offset();
     std::memmove(m_buffer.data(), m_at, left);
-    const std::size_t got = m_file.read(m_bufferOffset + std::int64_t(left), m_buffer.data() + left,
-                                        m_buffer.size() - left);
+    const std::size_t got =
+        m_file.read(m_bufferOffset + std::int64_t(left), m_buffer.data() + left, m_buffer.size() - left);
     m_at = m_buffer.data();
     m_end = m_at + left + got;
     return left + got >= count;
@@ -165,11 +178,15 @@ bool MshInput::readTextInteger(const char* what, std::int64_t* value) {
     if (!beginWord(what)) {
         return false;
     }
-    const std::from_chars_result result = std::from_chars(m_at, m_end, *value);
-    if (result.ec != std::errc() || (result.ptr < m_end && !isBlank(*result.ptr))) {
+    const char* end = readShortInteger(m_at, m_end, value);
+    if (!end) {
+        const std::from_chars_result result = std::from_chars(m_at, m_end, *value);
+        end = result.ec == std::errc() ? result.ptr : nullptr;
+    }
+    if (!end || (end < m_end && !isBlank(*end))) {
         return failHere(what);
     }
-    m_at = result.ptr;
+    m_at = end;
     return true;
 }
 

@@ -33,13 +33,13 @@ public:
     bool hasRoom(std::int64_t count) {
         const std::size_t room = m_count - m_ids.size();
         return (count >= 0 && std::size_t(count) <= room) ||
-               m_input.fail("expected a number of nodes up to the " + std::to_string(room) +
-                            " that are left, found " + std::to_string(count));
+               m_input.fail("expected a number of nodes up to the " + std::to_string(room) + " that are left, found " +
+                            std::to_string(count));
     }
 
     bool isComplete() {
-        return m_ids.size() == m_count || m_input.fail("expected " + std::to_string(m_count) + " nodes, found " +
-                                                       std::to_string(m_ids.size()));
+        return m_ids.size() == m_count ||
+               m_input.fail("expected " + std::to_string(m_count) + " nodes, found " + std::to_string(m_ids.size()));
     }
 
     void addId(std::int64_t id) {
@@ -110,12 +110,13 @@ struct BlockHeader {
 bool readBlockHeader(MshInput& input, MshVersion version, const char* kind, BlockHeader* header) {
     std::int64_t dimension = 0;
     std::int64_t tag = 0;
-    const bool isRead = version == MshVersion::V40 ? input.readInt("an entity's number", &tag) &&
-                                                         input.readIntUpTo("a dimension", DIMENSIONS, &dimension)
-                                                   : input.readIntUpTo("a dimension", DIMENSIONS, &dimension) &&
-                                                         input.readInt("an entity's number", &tag);
+    const bool isRead =
+        version == MshVersion::V40
+            ? input.readInt("an entity's number", &tag) && input.readIntUpTo("a dimension", DIMENSIONS, &dimension)
+            : input.readIntUpTo("a dimension", DIMENSIONS, &dimension) && input.readInt("an entity's number", &tag);
     header->entity = {int(dimension), int(tag)};
-    return isRead && input.readInt(kind, &header->kind) && input.readSize("the number of a block's items", &header->count);
+    return isRead && input.readInt(kind, &header->kind) &&
+           input.readSize("the number of a block's items", &header->count);
 }
 
 // The numbers of all nodes, then the coordinates; each node's number ahead of its coordinates in version 4.0.
@@ -230,6 +231,9 @@ public:
             return true;
         }
         const std::size_t nodeCount = ug::elementTypeInfo(type.type).nodeCount;
+        if (m_elements.ids.empty()) {
+            m_elements.connectivity.reserve(m_elements.ids.capacity() * nodeCount);
+        }
         for (std::size_t i = 0; i < nodeCount; ++i) {
             const int node = nodes[type.order[i]];
             const std::uint32_t index = m_finder.find(node);
@@ -544,8 +548,8 @@ bool readMshNodes(MshInput& input, MshVersion version, bool areParametric, MshSe
 bool readMshElements(const CaeFile& file, MshInput& input, MshVersion version, MshSections* sections) {
     const std::int64_t header = input.lastOffset();
     ElementGatherer elements(file, input, sections);
-    const bool isRead = version == MshVersion::V22 ? readElementList(input, &elements)
-                                                   : readElementBlocks(input, version, &elements);
+    const bool isRead =
+        version == MshVersion::V22 ? readElementList(input, &elements) : readElementBlocks(input, version, &elements);
     if (isRead) {
         elements.finish(header);
     }

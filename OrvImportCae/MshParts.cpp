@@ -58,8 +58,7 @@ std::string nameOf(const PartKey& key, const MshSections& sections, std::set<std
         return "Elements";
     }
     const auto found = sections.physicalNames.find({-key.negativeDimension, key.tag});
-    const bool hasName =
-        key.kind == PartKey::GROUP && found != sections.physicalNames.end() && !found->second.empty();
+    const bool hasName = key.kind == PartKey::GROUP && found != sections.physicalNames.end() && !found->second.empty();
     std::string name = hasName ? found->second : numberedName(key);
     if (!taken->insert(name).second) {
         name += " (" + numberedName(key) + ")";

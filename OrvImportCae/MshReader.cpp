@@ -122,8 +122,7 @@ void MshReader::tellLeftOut(std::size_t section, const MshLeftOut& leftOut, std:
     }
     if (leftOut.asymmetricCount > 0) {
         warnings->push_back(Str(m_file.place(data.header) + ": " + quotedForPeople(data.name) + " has " +
-                                counted(leftOut.asymmetricCount, "tensor") +
-                                " without symmetry, left undefined"));
+                                counted(leftOut.asymmetricCount, "tensor") + " without symmetry, left undefined"));
     }
 }
 

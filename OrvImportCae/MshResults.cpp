@@ -72,7 +72,8 @@ private:
     }
 
     std::size_t resultIndex(const MshDataSection& section, ug::ResultType type) {
-        const auto [found, isNew] = m_indexes.try_emplace({section.name, section.mapping, type}, m_results.infos.size());
+        const auto [found, isNew] =
+            m_indexes.try_emplace({section.name, section.mapping, type}, m_results.infos.size());
         if (isNew) {
             const Str name(section.name.empty() ? mshSectionName(section.mapping) : section.name);
             m_results.infos.emplace_back(type, int(found->second) + 1, name, section.mapping);

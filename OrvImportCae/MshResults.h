@@ -34,8 +34,8 @@ struct MshResults {
 /// not symmetric is left out with a warning, as is one with any other count.
 ///
 /// Sections with the same step and time make a state. States come in this order, with the ids 1, 2, 3 and so on, and
-/// are called "Step 3, time 0.5". A file without values, a mere mesh, has one state "Mesh", so that there is something to
-/// look at.
+/// are called "Step 3, time 0.5". A file without values, a mere mesh, has one state "Mesh", so that there is something
+/// to look at.
 MshResults makeMshResults(const CaeFile& file, const MshSections& sections, std::vector<std::string>* warnings);
 
 } // namespace orv::imp::cae

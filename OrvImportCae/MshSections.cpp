@@ -229,9 +229,9 @@ private:
             if (!m_input.readTextInteger(what, count)) {
                 return false;
             }
-            return (*count >= 0 && *count <= most) || m_input.fail("expected " + std::string(what) + " up to " +
-                                                                   std::to_string(most) + ", found " +
-                                                                   std::to_string(*count));
+            return (*count >= 0 && *count <= most) ||
+                   m_input.fail("expected " + std::string(what) + " up to " + std::to_string(most) + ", found " +
+                                std::to_string(*count));
         };
         std::int64_t count = 0;
         if (!readCount("the number of text tags", MOST_TAGS, &count)) {

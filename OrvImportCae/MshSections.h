@@ -25,8 +25,8 @@ struct MshEntity {
 
 /// What belongs to an entity.
 struct MshEntityFacts {
-    int physical = 0;       ///< The first of its physical groups, without the sign of its orientation; 0 without one.
-    MshEntity parent = {};  ///< What a partition cut the entity out of.
+    int physical = 0;      ///< The first of its physical groups, without the sign of its orientation; 0 without one.
+    MshEntity parent = {}; ///< What a partition cut the entity out of.
     bool hasParent = false;
 };
 

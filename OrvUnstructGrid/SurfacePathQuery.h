@@ -93,8 +93,8 @@ public:
     /// Values per node are interpolated along the sides of triangles. What is given per element is constant in each
     /// element, per element and node interpolated in it, per element and surface constant on each face; these give a
     /// step between elements, two entries with the same length. In sections values per element and surface are averaged
-    /// over the element. A path along a side takes one of the elements there, always the same. What is interpolated from
-    /// an undefined value, and what lies in a gap, is UNDEFINED_DOUBLE.
+    /// over the element. A path along a side takes one of the elements there, always the same. What is interpolated
+    /// from an undefined value, and what lies in a gap, is UNDEFINED_DOUBLE.
     ///
     /// @param x the running length from the first item: not falling, the first is 0
     /// @param y one value for each length. A gap has an undefined one at its beginning and its end.

@@ -142,11 +142,12 @@ TEST(MshReader, ValuesOfForeignItemsAreLeftOutAndToldOnce) {
         EXPECT_EQ(opened.load(ug::SCALAR, "E", 1, 1), (Values{U}));
         opened.source->dropResult(opened.info(ug::SCALAR, "T"));
     }
-    EXPECT_EQ(opened.warnings(),
-              (Texts{"x.msh, line 27: values of 2 nodes that the mesh does not have are left out, the first, node 77, "
-                     "here",
-                     "x.msh, line 39: values of one element that the mesh does not have are left out, the first, element "
-                     "1, here"}));
+    EXPECT_EQ(
+        opened.warnings(),
+        (Texts{"x.msh, line 27: values of 2 nodes that the mesh does not have are left out, the first, node 77, "
+               "here",
+               "x.msh, line 39: values of one element that the mesh does not have are left out, the first, element "
+               "1, here"}));
 }
 
 TEST(MshReader, ComponentsAndNamesTellTheType) {
@@ -162,10 +163,10 @@ TEST(MshReader, ComponentsAndNamesTellTheType) {
     EXPECT_TRUE(opened.info(ug::DISPLACEMENT, "DISP").isValid());
     EXPECT_TRUE(opened.info(ug::DISPLACEMENT, "Total displacements").isValid());
     EXPECT_EQ(opened.source->directory()->resultInfos(ug::VECTOR).size(), 2u);
-    EXPECT_EQ(opened.load(ug::SYMMETRIC_TENSOR, "S", 1, 1), (Values{U, U, U, U, U, U, 1, 2, 3, 4, 5, 6, U, U, U, U, U, U}));
-    EXPECT_EQ(opened.warnings(),
-              (Texts{"x.msh, line 83: \"F\" has tensors that are not symmetric and is left out",
-                     "x.msh, line 94: \"Pair\" has 2 components and is left out"}));
+    EXPECT_EQ(opened.load(ug::SYMMETRIC_TENSOR, "S", 1, 1),
+              (Values{U, U, U, U, U, U, 1, 2, 3, 4, 5, 6, U, U, U, U, U, U}));
+    EXPECT_EQ(opened.warnings(), (Texts{"x.msh, line 83: \"F\" has tensors that are not symmetric and is left out",
+                                        "x.msh, line 94: \"Pair\" has 2 components and is left out"}));
 }
 
 TEST(MshReader, ALateTensorWithoutSymmetryIsUndefinedAndTold) {
@@ -335,8 +336,8 @@ bool opens(const std::string& text, std::string* message) {
 
 // Whatever a file ends with: it opens, or the error tells what was expected.
 TEST(MshReader, FilesCutAnywhereOpenOrAreRefused) {
-    for (const char* name : {"box41.msh", "first41bin.msh", "first22.msh", "viewbin.msh", "view41bin.msh",
-                             "data22bin.msh"}) {
+    for (const char* name :
+         {"box41.msh", "first41bin.msh", "first22.msh", "viewbin.msh", "view41bin.msh", "data22bin.msh"}) {
         std::ifstream file(orvtest::testDataFolder() + "/msh/" + name, std::ios::binary);
         const std::string text{std::istreambuf_iterator<char>(file), {}};
         for (std::size_t length = 0; length < text.size(); ++length) {
