@@ -132,6 +132,19 @@ TEST(MedDamage, ValuesOfOtherCountsAreLeftOut) {
               path + ": field 'RESU____DEPL': the values of 1000 of its nodes, of which there are 13 are left out");
 }
 
+TEST(MedDamage, AFileWithoutFieldsHasOneStateWithoutResults) {
+    const orvtest::ScratchFolder folder;
+    const std::string path = folder.write("a.rmed", orvtest::readWholeFile(medFile("beam.rmed")));
+    const hid_t file = H5Fopen(path.c_str(), H5F_ACC_RDWR, H5P_DEFAULT);
+    H5Ldelete(file, "/CHA", H5P_DEFAULT);
+    H5Fclose(file);
+    const auto source = orvtest::openMed(path);
+    ASSERT_EQ(source->stateCount(), 1u);
+    EXPECT_EQ(source->directory()->stateInfo(0).name(), "Mesh");
+    EXPECT_EQ(source->state(0)->geometry(0)->partCount(), 4u);
+    EXPECT_TRUE(orvtest::allResults(*source).empty());
+}
+
 // HDF5 keeps no sums of what it writes, so some changes show as other values. None may end the program.
 TEST(MedDamage, NoFlippedByteEndsTheProgram) {
     const orvtest::ScratchFolder folder;
