@@ -28,6 +28,10 @@ std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& st
 
 CaeReader::~CaeReader() = default;
 
+void CaeReader::beginLoad(const std::vector<ug::ResultInfo>&, int) {}
+
+void CaeReader::endLoad() {}
+
 bool CaeReader::readScalars(const ug::ResultInfo&, int, const ug::ScalarPlace&, std::span<double>) {
     return false;
 }

@@ -24,6 +24,7 @@ struct CaeContents {
     struct State {
         ug::StateInfo info;
         std::vector<std::size_t> results;
+        PtrRef<ug::DataGeometry> geometry = {}; ///< With the same parts as all others; null when it is the one below.
     };
 
     Str title;
@@ -53,6 +54,13 @@ public:
     /// Reads into this geometry from now on. It has the parts, nodes and elements of the one that open() described,
     /// whose memory is given back.
     virtual void adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) = 0;
+
+    /// Around the reads of a load: these results of this state are going to be read, and the parts of its geometry if
+    /// they have not been. These forms do nothing.
+    /// @{
+    virtual void beginLoad(const std::vector<ug::ResultInfo>& infos, int stateId);
+    virtual void endLoad();
+    /// @}
 
     /// Reads one result of one state, all parts. Both go by the ids that open() gave them, and the state has the
     /// result.

@@ -18,6 +18,7 @@ std::unique_ptr<CaeReader> create() {
 }
 
 constexpr CaeModule MED_MODULE = {"Med", "ORV_WITH_MED", "libmedc11", "libmedc-dev"};
+constexpr CaeModule VTK_MODULE = {"Vtk", "ORV_WITH_VTK", "libvtk9.1", "libvtk9-dev"};
 
 constexpr CaeReaderEntry READERS[] = {
     {"CalculiX", "CalculiX results", "frd",
@@ -29,6 +30,20 @@ constexpr CaeReaderEntry READERS[] = {
     {"MED", "MED files of code_aster and Salome", "med rmed",
      "meshes and groups of cells as parts; computation steps as states; fields on nodes, cells and cell nodes", nullptr,
      &MED_MODULE},
+    {"Exodus II", "Exodus II results", "e ex2 exo exii g",
+     "blocks of elements as parts; time steps as states; variables of nodes and elements; numbers of nodes and "
+     "elements",
+     nullptr, &VTK_MODULE},
+    {"EnSight Gold", "EnSight Gold cases", "case",
+     "parts; times as states, with meshes that change if they do; scalars, vectors and tensors of nodes and elements",
+     nullptr, &VTK_MODULE},
+    {"VTK XML", "VTK XML files", "vtu vtp", "one part; arrays of points and cells, of 1, 3, 6 and 9 components",
+     nullptr, &VTK_MODULE},
+    {"VTK XML collections", "VTK XML collections", "pvd vtm pvtu pvtp",
+     "files, blocks and pieces as parts; times as states, each with its mesh; arrays of points and cells", nullptr,
+     &VTK_MODULE},
+    {"VTK legacy", "VTK legacy files", "vtk", "one part; arrays of points and cells, of 1, 3, 6 and 9 components",
+     nullptr, &VTK_MODULE},
 };
 
 std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {
@@ -79,9 +94,11 @@ std::string similarExtension(const std::string& extension) {
 std::string supportedList() {
     std::string list;
     for (const CaeReaderEntry& entry : READERS) {
+        list += list.empty() ? "" : ", ";
         for (const std::string& extension : extensionsOf(entry)) {
-            list += (list.empty() ? "." : ", .") + extension + " (" + entry.description + ")";
+            list += '.' + extension + ' ';
         }
+        list += std::string("(") + entry.description + ")";
     }
     return list;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LibCore/rvfExport.h"
 #include "OrvCore/Str.h"
 #include "OrvUnstructGrid/Error.h"
 
@@ -26,7 +27,7 @@ struct CaeReaderEntry {
 std::span<const CaeReaderEntry> caeReaders();
 
 /// The characters behind the last dot of a file's name, in small letters; a dot in a folder's name does not count.
-std::string fileExtension(const std::string& filename);
+ORV_API std::string fileExtension(const std::string& filename);
 
 /// The reader for a file, by its extension. Null, with a text that tells what there is, when there is none.
 const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error);

@@ -113,6 +113,19 @@ std::vector<FormatInfo> DataSourceCae::formats() {
     return infos;
 }
 
+void DataSourceCae::beginLoad(const std::vector<ug::ResultInfo>& infos, const ug::DataState& state) {
+    const StateSource& source = m_stateSources.at(state.id());
+    std::vector<ug::ResultInfo> infosThere;
+    for (const ug::ResultInfo& info : infos) {
+        infosThere.push_back(source.file->results.at(keyOf(info)));
+    }
+    source.file->reader->beginLoad(infosThere, source.stateId);
+}
+
+void DataSourceCae::endLoad(const ug::DataState& state) {
+    m_stateSources.at(state.id()).file->reader->endLoad();
+}
+
 bool DataSourceCae::readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) {
     const StateSource& source = m_stateSources.at(state->id());
     std::vector<Str> warnings;
@@ -208,7 +221,7 @@ void DataSourceCae::addStates(const CaeContents& contents, const std::vector<ug:
             const Str name = names.contains(info.name()) ? info.name() + suffix : info.name();
             info = ug::StateInfo(largestId, name, info.referenceType(), info.referenceValue());
         }
-        addState(info, {m_geometry});
+        addState(info, {state.geometry ? state.geometry : m_geometry});
         m_stateSources[info.id()] = {file, state.info.id()};
         for (const std::size_t result : state.results) {
             directory()->setHasResult(info.id(), results[result]);

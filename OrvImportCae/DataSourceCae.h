@@ -48,6 +48,8 @@ public:
     static std::vector<FormatInfo> formats();
 
 protected:
+    void beginLoad(const std::vector<ug::ResultInfo>& infos, const ug::DataState& state) override;
+    void endLoad(const ug::DataState& state) override;
     bool readResult(const ug::ResultInfo& info, ug::DataState* state, ug::Error* error) override;
     bool readScalars(const ug::ResultInfo& info, const ug::DataState& state, const ug::ScalarPlace& place,
                      std::span<double> values) override;

@@ -6,13 +6,14 @@
 #include "OrvUnstructGrid/Error.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace orv::ug {
 
 /// Nodes and elements that are still in their file, or could not be read from it.
 struct DataPart::Unread {
-    Counts counts;
+    std::optional<Counts> counts;
     Read read; ///< Empty once it has failed.
     Error problem;
 };
@@ -27,6 +28,10 @@ int DataPart::partId() const {
 
 void DataPart::readLater(const Counts& counts, Read read) {
     m_unread = std::make_unique<Unread>(Unread{counts, std::move(read), {}});
+}
+
+void DataPart::readLater(Read read) {
+    m_unread = std::make_unique<Unread>(Unread{std::nullopt, std::move(read), {}});
 }
 
 bool DataPart::read(Error* error) const {
@@ -105,9 +110,11 @@ void DataPart::bringIn() const {
 }
 
 DataPart::Counts DataPart::counts() const {
-    return m_unread && m_unread->read
-               ? m_unread->counts
-               : Counts{m_nodes.nodeCount(), m_elements.elementCount(), m_elements.connectivity().size()};
+    if (m_unread && m_unread->read && m_unread->counts) {
+        return *m_unread->counts;
+    }
+    bringIn();
+    return {m_nodes.nodeCount(), m_elements.elementCount(), m_elements.connectivity().size()};
 }
 
 } // namespace orv::ug

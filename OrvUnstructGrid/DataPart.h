@@ -41,6 +41,9 @@ public:
     /// Leaves nodes and elements to `read`, which is called once, when they are needed. The part has to be empty.
     void readLater(const Counts& counts, Read read);
 
+    /// The same where nothing is known of them beforehand: asking for a count reads them.
+    void readLater(Read read);
+
     /// Has nodes and elements read now, unless they are there. False with a text when they cannot be, at each call; the
     /// part then is one without any.
     bool read(Error* error) const;

@@ -7,6 +7,7 @@
 #include "OrvUnstructGrid/ResultWalk_p.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 
 namespace orv::ug {
@@ -68,7 +69,7 @@ bool DataSourceLazy::loadDataState(int stateId, const DataStateSpec& spec, Error
         return fail(error, unknownStateText(*directory(), stateId));
     }
     std::vector<ResultInfo> order;
-    if (!planLoad(spec, *loaded, &order, error) || !loaded->readGeometries(error) || !carryOut(order, loaded, error)) {
+    if (!planLoad(spec, *loaded, &order, error) || !readAndCarryOut(order, loaded, error)) {
         return false;
     }
     noteUse(*loaded);
@@ -127,6 +128,10 @@ bool DataSourceLazy::readScalars(const ResultInfo&, const DataState&, const Scal
     return false;
 }
 
+void DataSourceLazy::beginLoad(const std::vector<ResultInfo>&, const DataState&) {}
+
+void DataSourceLazy::endLoad(const DataState&) {}
+
 bool DataSourceLazy::canReadAgain() const {
     return true;
 }
@@ -182,6 +187,16 @@ bool DataSourceLazy::planLoad(const DataStateSpec& spec, const DataState& state,
         }
     }
     return true;
+}
+
+bool DataSourceLazy::readAndCarryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error) {
+    std::vector<ResultInfo> ofFile;
+    std::copy_if(order.begin(), order.end(), std::back_inserter(ofFile),
+                 [](const ResultInfo& info) { return !info.isCustom(); });
+    beginLoad(ofFile, *state);
+    const bool isDone = state->readGeometries(error) && carryOut(order, state, error);
+    endLoad(*state);
+    return isDone;
 }
 
 bool DataSourceLazy::carryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error) {

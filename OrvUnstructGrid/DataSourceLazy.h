@@ -42,6 +42,14 @@ public:
     std::size_t resultByteBudget() const;
 
 protected:
+    /// @name Around what a load reads
+    /// The results are those of the file that it is going to read, for whoever reads them together, or with the meshes,
+    /// at less cost. These forms do nothing.
+    /// @{
+    virtual void beginLoad(const std::vector<ResultInfo>& infos, const DataState& state);
+    virtual void endLoad(const DataState& state);
+    /// @}
+
     /// Reads one of the file's results into the state's result groups, ranges of scalars included. The state has the
     /// result by the directory and it is not loaded yet. A part that is left without one item for each node or element
     /// is undefined afterwards. False with a text when that fails; the caller clears up.
@@ -74,6 +82,7 @@ private:
 
     bool planLoad(const DataStateSpec& spec, const DataState& state, std::vector<ResultInfo>* order,
                   Error* error) const;
+    bool readAndCarryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error);
     bool carryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error);
     bool loadOne(const ResultInfo& info, DataState* state, Error* error);
     bool isKnown(const ResultInfo& info) const;

@@ -76,7 +76,7 @@ const std::vector<Floor>& houseFloors() {
         {7, "OrvPlot2d", {"cairo"}},
         {8, "OrvApp", {}},
         {8, "OrvImportMed", {"med.h"}},
-        {8, "OrvImportVtk", {"vtk"}},
+        {8, "OrvImportVtk", {"vtk", "SMP/", "pugixml.hpp"}},
         {9, "Tools", {"CLI/", "nlohmann/"}},
         {9, "Python", {"pybind11/"}},
         {9, "Examples", {}},

@@ -45,6 +45,8 @@ TEST(DataSourceCae, TellsTheFormatsInTheSameOrderWithMore) {
     EXPECT_EQ(formats[0].name, Str("CalculiX"));
     EXPECT_TRUE(formats[0].module.isEmpty());
     EXPECT_TRUE(formats[0].isThere);
+    EXPECT_EQ(formats[3].name, Str("Exodus II"));
+    EXPECT_EQ(formats[3].module, Str("libOrvImportVtk.so"));
 }
 
 TEST(DataSourceCae, IsEmptyUntilItOpens) {
@@ -90,6 +92,15 @@ TEST(DataSourceCae, FillsTheDirectory) {
     EXPECT_EQ(names(ug::DISPLACEMENT), Names{"DISP"});
     EXPECT_EQ(names(ug::SYMMETRIC_TENSOR), Names{"STRESS"});
     EXPECT_TRUE(directory.warnings().empty());
+}
+
+// Heavy libraries belong to modules, which are opened for their own formats.
+TEST(DataSourceCae, OpensOurOwnFormatsWithoutVtk) {
+    const PtrRef<imp::cae::DataSourceCae> source = makeSource();
+    ASSERT_TRUE(source->openFiles({solverFile("heat.frd")}, nullptr));
+    const std::string libraries = orvtest::readWholeFile("/proc/self/maps");
+    EXPECT_NE(libraries.find("libstdc++"), std::string::npos);
+    EXPECT_EQ(libraries.find("libvtk"), std::string::npos);
 }
 
 TEST(DataSourceCae, StatesShareOneGeometry) {

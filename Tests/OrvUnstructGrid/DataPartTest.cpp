@@ -114,6 +114,24 @@ TEST_F(UnreadPartTest, ConsistencyIsThatOfWhatIsRead) {
     EXPECT_FALSE(bad.isConsistent());
 }
 
+// Nothing is known of it beforehand.
+TEST_F(UnreadPartTest, CountsThatAreNotKnownAreThoseOfWhatIsRead) {
+    int readsOfIt = 0;
+    DataPart unknown(1);
+    unknown.readLater([&readsOfIt](DataNodes* nodes, DataElements* elements, Error*) {
+        ++readsOfIt;
+        nodes->set(std::vector<double>(3 * 3), {});
+        elements->set({TRIANGLE}, {0, 1, 2}, {});
+        return true;
+    });
+    EXPECT_EQ(unknown.itemCount(UNKNOWN_MAPPING), 0u);
+    EXPECT_EQ(readsOfIt, 0);
+    EXPECT_EQ(unknown.itemCount(PER_NODE), 3u);
+    EXPECT_EQ(unknown.itemCount(PER_ELEMENT), 1u);
+    EXPECT_EQ(unknown.itemCount(PER_ELEMENT_NODE), 3u);
+    EXPECT_EQ(readsOfIt, 1);
+}
+
 TEST_F(UnreadPartTest, OneThatCannotBeReadIsEmptyAndSaysWhyAtEachCall) {
     isGood = false;
     for (int i = 0; i < 2; ++i) {

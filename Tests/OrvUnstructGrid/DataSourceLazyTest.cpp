@@ -64,8 +64,23 @@ public:
     int sparseId = -1;               ///< The result that is there in the first geometry only.
     bool seeksIn = false;            ///< Whether single values can be read: 100 * geometry + item.
     int seeks = 0;                   ///< How often that was tried.
+    std::string loads;               ///< "begin state:id id , reads end " for each load.
 
 protected:
+    void beginLoad(const std::vector<ResultInfo>& infos, const DataState& state) override {
+        DataSourceLazy::beginLoad(infos, state);
+        loads += "begin " + std::to_string(state.id()) + ":";
+        for (const ResultInfo& info : infos) {
+            loads += std::to_string(info.id()) + " ";
+        }
+        m_readsBefore = reads.size();
+    }
+
+    void endLoad(const DataState& state) override {
+        DataSourceLazy::endLoad(state);
+        loads += "reads " + reads.substr(m_readsBefore) + "end " + std::to_string(state.id()) + " ";
+    }
+
     bool readResult(const ResultInfo& info, DataState* state, Error* error) override {
         reads += std::to_string(state->id()) + ":" + std::to_string(info.id()) + " ";
         for (std::size_t g = 0; g < 2; ++g) {
@@ -100,6 +115,7 @@ protected:
 
 private:
     bool m_readsAgain;
+    std::size_t m_readsBefore = 0;
 };
 
 class DataSourceLazyTest : public testing::Test {
@@ -432,6 +448,20 @@ TEST_F(UnreadMeshTest, IsReadBeforeValues) {
     ASSERT_TRUE(source->load(2, {r1}));
     ASSERT_TRUE(source->load(2, {r2}));
     EXPECT_EQ(source->reads, "mesh 2:1 2:2 ");
+}
+
+// Custom results are not read, and a failure ends a load too.
+TEST_F(UnreadMeshTest, ALoadBeginsAndEndsAroundWhatIsRead) {
+    leaveUnread(true);
+    ASSERT_TRUE(source->load(2, {added(sumOf("a", {r1, r2})), r3}));
+    EXPECT_EQ(source->loads, "begin 2:1 2 3 reads mesh 2:1 2:2 2:3 end 2 ");
+    source->loads.clear();
+    source->failingId = 2;
+    EXPECT_FALSE(source->load(3, {r2, r1}));
+    EXPECT_EQ(source->loads, "begin 3:2 1 reads 3:2 end 3 ");
+    source->loads.clear();
+    failedLoad(1, {r3});
+    EXPECT_EQ(source->loads, "");
 }
 
 TEST_F(UnreadMeshTest, IsReadWhenNothingElseIsLoaded) {

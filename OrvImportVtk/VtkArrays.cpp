@@ -1,0 +1,99 @@
+#include "OrvImportVtk/VtkArrays.h"
+
+#include "OrvCore/Defines.h"
+#include "OrvCore/Str.h"
+
+#include <vtkDataArray.h>
+#include <vtkSetGet.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace orv::imp::cae {
+namespace {
+
+constexpr const char* DISPLACEMENT_NAMES[] = {"disp", "displ", "displacement", "displacements", "depl",
+                                              "dis",  "u",     "deformation"};
+
+double definedOf(double value) {
+    return std::isnan(value) ? UNDEFINED_DOUBLE : value;
+}
+
+template <class Number>
+void copyItems(const Number* from, std::size_t fromStride, std::span<const std::int64_t> source,
+               std::span<const std::uint8_t> components, std::size_t stride, std::span<double> values) {
+    for (std::size_t i = 0; i * stride < values.size(); ++i) {
+        const Number* item = from + fromStride * (source.empty() ? i : std::size_t(source[i]));
+        for (std::size_t c = 0; c < components.size(); ++c) {
+            values[i * stride + c] = definedOf(double(item[components[c]]));
+        }
+    }
+}
+
+// For arrays that do not lie in memory item after item.
+void copyByComponent(vtkDataArray* array, std::span<const std::int64_t> source,
+                     std::span<const std::uint8_t> components, std::size_t stride, std::span<double> values) {
+    for (std::size_t i = 0; i * stride < values.size(); ++i) {
+        const vtkIdType item = source.empty() ? vtkIdType(i) : vtkIdType(source[i]);
+        for (std::size_t c = 0; c < components.size(); ++c) {
+            values[i * stride + c] = definedOf(array->GetComponent(item, components[c]));
+        }
+    }
+}
+
+} // namespace
+
+ug::ResultType vtkResultType(int componentCount, const std::string& name) {
+    switch (componentCount) {
+    case 1:
+        return ug::SCALAR;
+    case 3:
+        return isDisplacementName(name) ? ug::DISPLACEMENT : ug::VECTOR;
+    case 6:
+    case 9:
+        return ug::SYMMETRIC_TENSOR;
+    default:
+        return ug::NO_RESULT_TYPE;
+    }
+}
+
+bool isDisplacementName(const std::string& name) {
+    std::string bare = Str(name.substr(name.find_last_of("/.") + 1)).toLower().toStdString(); // npos + 1 is 0.
+    bare.erase(bare.find_last_not_of('_') + 1);
+    return std::find(std::begin(DISPLACEMENT_NAMES), std::end(DISPLACEMENT_NAMES), bare) !=
+           std::end(DISPLACEMENT_NAMES);
+}
+
+void copyVtkItems(vtkDataArray* array, std::span<const std::int64_t> source, std::span<const std::uint8_t> components,
+                  std::size_t stride, std::span<double> values) {
+    if (!array->HasStandardMemoryLayout()) {
+        copyByComponent(array, source, components, stride, values);
+        return;
+    }
+    const auto fromStride = std::size_t(array->GetNumberOfComponents());
+    switch (array->GetDataType()) {
+        vtkTemplateMacro(copyItems(static_cast<const VTK_TT*>(array->GetVoidPointer(0)), fromStride, source, components,
+                                   stride, values));
+    default:
+        copyByComponent(array, source, components, stride, values);
+    }
+}
+
+bool isSymmetric(vtkDataArray* array) {
+    constexpr int PAIRS[][2] = {{1, 3}, {2, 6}, {5, 7}};
+    constexpr double TOLERANCE = 1e-6;
+    for (vtkIdType i = 0; i < array->GetNumberOfTuples(); ++i) {
+        const double* item = array->GetTuple(i);
+        const double largest =
+            std::abs(*std::max_element(item, item + 9, [](double a, double b) { return std::abs(a) < std::abs(b); }));
+        for (const auto& [upper, lower] : PAIRS) {
+            if (std::abs(item[upper] - item[lower]) > TOLERANCE * largest) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace orv::imp::cae

@@ -1,0 +1,102 @@
+#include "OrvImportVtk/VtkSource.h"
+
+#include "OrvImportVtk/CollectionSource.h"
+#include "OrvImportVtk/EnSightSource.h"
+#include "OrvImportVtk/ExodusSource.h"
+#include "OrvImportVtk/LegacySource.h"
+#include "OrvImportVtk/VtkMessages.h"
+#include "OrvImportVtk/VtkPieces.h"
+#include "OrvImportVtk/XmlSource.h"
+
+#include <vtkAbstractArray.h>
+#include <vtkCellData.h>
+#include <vtkDataArray.h>
+#include <vtkDataObject.h>
+#include <vtkDataSet.h>
+#include <vtkPointData.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace orv::imp::cae {
+namespace {
+
+template <class Source>
+std::unique_ptr<VtkSource> create() {
+    return std::make_unique<Source>();
+}
+
+struct Format {
+    const char* name;
+    std::unique_ptr<VtkSource> (*create)();
+};
+
+constexpr Format FORMATS[] = {
+    {"VTK XML", create<XmlSource>},          {"VTK XML collections", create<CollectionSource>},
+    {"VTK legacy", create<LegacySource>},    {"Exodus II", create<ExodusSource>},
+    {"EnSight Gold", create<EnSightSource>},
+};
+
+std::string shortText(double number) {
+    std::array<char, 32> text;
+    return std::string(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
+}
+
+void listArrays(vtkDataSetAttributes* attributes, ug::ResultMapping mapping, std::vector<VtkArray>* arrays) {
+    for (int i = 0; i < attributes->GetNumberOfArrays(); ++i) {
+        vtkAbstractArray* array = attributes->GetAbstractArray(i);
+        if (!array || !array->GetName() || array == attributes->GetAbstractAttribute(vtkDataSetAttributes::GLOBALIDS) ||
+            array->GetName() == std::string(vtkDataSetAttributes::GhostArrayName())) {
+            continue;
+        }
+        const bool isKnown = std::any_of(arrays->begin(), arrays->end(), [&](const VtkArray& known) {
+            return known.mapping == mapping && known.name == array->GetName();
+        });
+        if (!isKnown) {
+            arrays->push_back(
+                {array->GetName(), mapping, vtkDataArray::SafeDownCast(array) ? array->GetNumberOfComponents() : 0});
+        }
+    }
+}
+
+} // namespace
+
+VtkSource::~VtkSource() = default;
+
+std::unique_ptr<VtkSource> createVtkSource(const std::string& formatName) {
+    for (const Format& format : FORMATS) {
+        if (formatName == format.name) {
+            return format.create();
+        }
+    }
+    return nullptr;
+}
+
+ug::StateInfo vtkOnlyStep() {
+    return ug::StateInfo(1, "State 1", ug::StateInfo::TIME, UNDEFINED_DOUBLE);
+}
+
+std::vector<ug::StateInfo> vtkTimeSteps(std::span<const double> times) {
+    std::vector<ug::StateInfo> steps;
+    for (const double time : times) {
+        const int id = int(steps.size()) + 1;
+        steps.emplace_back(id, Str("Time " + shortText(time)), ug::StateInfo::TIME, time);
+    }
+    return steps;
+}
+
+bool updateVtk(const std::function<void()>& update, ug::Error* error) {
+    const VtkMessages messages;
+    update();
+    return !messages.hasErrors() || ug::fail(error, Str(messages.errors()));
+}
+
+void listVtkArrays(vtkDataObject* output, std::vector<VtkArray>* arrays) {
+    for (const VtkPiece& piece : piecesOf(output)) {
+        listArrays(piece.data->GetPointData(), ug::PER_NODE, arrays);
+        listArrays(piece.data->GetCellData(), ug::PER_ELEMENT, arrays);
+    }
+}
+
+} // namespace orv::imp::cae

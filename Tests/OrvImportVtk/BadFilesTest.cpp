@@ -1,0 +1,161 @@
+#include "Tests/OrvImportVtk/VtkSamples.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+using namespace orv;
+using orvtest::ScratchFolder;
+using orvtest::vtkFile;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+struct Sample {
+    const char* name;
+    std::vector<const char*> companions; ///< That it names.
+};
+
+const std::vector<Sample>& samples() {
+    static const std::vector<Sample> all = {
+        {"zoo_ascii.vtu", {}},
+        {"zoo_binary.vtu", {}},
+        {"zoo_raw.vtu", {}},
+        {"surface.vtp", {}},
+        {"row.pvtu", {"row_0.vtu", "row_1.vtu"}},
+        {"blocks.vtm", {"blocks/blocks_0.vtu", "blocks/blocks_1.vtu", "blocks/blocks_2.vtu"}},
+        {"series.pvd", {"series_a0.vtu", "series_a1.vtu", "series_b.vtu"}},
+        {"zoo_ascii.vtk", {}},
+        {"zoo_binary.vtk", {}},
+        {"bar.ex2", {}},
+        {"frame.case",
+         {"frame.geo", "frame_Temp.0", "frame_Temp.1", "frame_Displacement.0", "frame_Displacement.1", "frame_Stress.0",
+          "frame_Stress.1", "frame_Flux.0", "frame_Flux.1", "frame_Strain.0", "frame_Strain.1", "frame_Damage.0",
+          "frame_Damage.1"}},
+        {"binary.0.case",
+         {"binary.0.00000.geo", "binary.0.00000_n.p", "binary.0.00000_n.Velocity", "binary.0.00000_c.Damage"}},
+    };
+    return all;
+}
+
+std::string contentsOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+class BadFiles : public testing::TestWithParam<Sample> {
+protected:
+    void SetUp() override {
+        std::filesystem::create_directory(m_folder.path() + "/blocks");
+        for (const char* companion : GetParam().companions) {
+            std::filesystem::copy(vtkFile(companion), m_folder.path() + "/" + companion);
+        }
+    }
+
+    std::string path() const {
+        return m_folder.path() + "/" + GetParam().name;
+    }
+
+    // Opens and loads everything. The first error text, or empty when all could be read; nothing goes to the console.
+    std::string readAll() {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        ug::Error error;
+        const PtrRef<imp::cae::DataSourceCae> source(new imp::cae::DataSourceCae(1));
+        if (source->openFiles({path()}, &error)) {
+            loadAll(source.get(), &error);
+        } else {
+            EXPECT_FALSE(error.isEmpty());
+            EXPECT_EQ(source->stateCount(), 0u);
+        }
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        return error.message().toStdString();
+    }
+
+    void write(const std::string& contents) {
+        std::ofstream(path(), std::ios::binary) << contents;
+    }
+
+    ScratchFolder m_folder;
+
+private:
+    static void loadAll(imp::cae::DataSourceCae* source, ug::Error* error) {
+        for (std::size_t s = 0; s < source->stateCount(); ++s) {
+            const int id = source->directory()->stateInfo(s).id();
+            for (const ug::ResultType type : {ug::SCALAR, ug::VECTOR, ug::DISPLACEMENT, ug::SYMMETRIC_TENSOR}) {
+                for (const ug::ResultInfo& info : source->directory()->resultInfos(type)) {
+                    if (source->directory()->hasResult(id, info) && !orvtest::load(source, id, {info}, error)) {
+                        EXPECT_FALSE(error->isEmpty());
+                        return;
+                    }
+                }
+            }
+        }
+    }
+};
+
+TEST_P(BadFiles, WholeOnesAreRead) {
+    write(contentsOf(vtkFile(GetParam().name)));
+    EXPECT_EQ(readAll(), "");
+}
+
+TEST_P(BadFiles, MissingEmptyAndMislabelledOnesAreRefused) {
+    EXPECT_THAT(readAll(), HasSubstr(GetParam().name));
+    write("");
+    EXPECT_THAT(readAll(), HasSubstr(GetParam().name));
+    write("1PCthis is quite another file\n and has nothing of it\n");
+    EXPECT_THAT(readAll(), HasSubstr(GetParam().name));
+    write("<?xml version=\"1.0\"?>\n<html><body>not found</body></html>\n");
+    EXPECT_THAT(readAll(), HasSubstr(GetParam().name));
+}
+
+// What is cut off may be no more than an end mark, so not each cut is an error. Of a legacy file VTK takes what is
+// there.
+TEST_P(BadFiles, CutOnesNeverCrash) {
+    const std::string whole = contentsOf(vtkFile(GetParam().name));
+    std::size_t refused = 0;
+    constexpr std::size_t CUTS = 12;
+    for (std::size_t i = 1; i <= CUTS; ++i) {
+        write(whole.substr(0, whole.size() * i / (CUTS + 1)));
+        refused += !readAll().empty();
+    }
+    EXPECT_TRUE(refused >= CUTS / 2 || path().ends_with(".vtk"));
+}
+
+// VTK's reader of Exodus does not survive damage in the first half of this file, where the index is.
+TEST_P(BadFiles, DamagedOnesNeverCrash) {
+    const std::string whole = contentsOf(vtkFile(GetParam().name));
+    const std::size_t begin = path().ends_with(".ex2") ? whole.size() / 2 : 0;
+    for (std::size_t i = 0; i < 24; ++i) {
+        std::string damaged = whole;
+        damaged[begin + (whole.size() - begin) * (2 * i + 1) / 48] ^= char(1 << (i % 7));
+        write(damaged);
+        readAll();
+    }
+}
+
+TEST_P(BadFiles, WithoutWhatTheyNameAreRefused) {
+    write(contentsOf(vtkFile(GetParam().name)));
+    for (const char* companion : GetParam().companions) {
+        std::filesystem::remove(m_folder.path() + "/" + companion);
+        EXPECT_NE(readAll(), "") << companion;
+        std::filesystem::copy(vtkFile(companion), m_folder.path() + "/" + companion);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, BadFiles, testing::ValuesIn(samples()),
+                         [](const testing::TestParamInfo<Sample>& sample) {
+                             std::string name = sample.param.name;
+                             std::replace(name.begin(), name.end(), '.', '_');
+                             return name;
+                         });
+
+} // namespace

@@ -1,0 +1,134 @@
+#include "OrvUnstructGrid/DataResultGroup.h"
+#include "OrvUnstructGrid/ElementType.h"
+#include "Tests/OrvImportVtk/VtkSamples.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <map>
+
+using namespace orv;
+using Json = nlohmann::json;
+using orvtest::vtkFile;
+
+namespace {
+
+const Json& expectedFiles() {
+    static const Json all = [] {
+        std::ifstream file(vtkFile("expected.json"));
+        return Json::parse(file);
+    }();
+    return all;
+}
+
+const std::map<std::string, ug::ResultType> TYPES = {{"scalar", ug::SCALAR},
+                                                     {"vector", ug::VECTOR},
+                                                     {"displacement", ug::DISPLACEMENT},
+                                                     {"tensor", ug::SYMMETRIC_TENSOR}};
+const std::map<std::string, ug::ResultMapping> MAPPINGS = {{"node", ug::PER_NODE}, {"element", ug::PER_ELEMENT}};
+
+// EnSight's files have numbers of 5 digits, which VTK keeps as floats.
+constexpr double TOLERANCE = 1e-6;
+
+bool isSame(double value, const Json& expected) {
+    return expected.is_null() ? value == UNDEFINED_DOUBLE
+                              : std::abs(value - expected.get<double>()) <= TOLERANCE * (1 + std::abs(value));
+}
+
+void compareNumbers(std::span<const double> values, const Json& expected, const std::string& what) {
+    ASSERT_EQ(values.size(), expected.size()) << what;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        ASSERT_TRUE(isSame(values[i], expected[i]))
+            << what << ": number " << i << " is " << values[i] << ", expected " << expected[i];
+    }
+}
+
+void compareMesh(const ug::DataPart& part, const Json& expected, const std::string& what) {
+    const ug::DataNodes& nodes = *part.nodes();
+    compareNumbers(nodes.coordinates(), expected["nodes"], what + ", nodes");
+    const ug::DataElements& elements = *part.elements();
+    ASSERT_EQ(elements.elementCount(), expected["elements"].size()) << what;
+    for (std::size_t e = 0; e < elements.elementCount(); ++e) {
+        Json element = {ug::elementTypeInfo(elements.elementType(e)).name};
+        for (const std::uint32_t node : elements.nodeIndexes(e)) {
+            element.push_back(node);
+        }
+        EXPECT_EQ(element, expected["elements"][e]) << what << ", element " << e;
+    }
+    for (std::size_t i = 0; expected.contains("nodeIds") && i < nodes.nodeCount(); ++i) {
+        EXPECT_EQ(nodes.nodeId(i), expected["nodeIds"][i]) << what;
+        EXPECT_EQ(elements.elementId(0), expected["elementIds"][0]) << what;
+    }
+}
+
+class ExpectedFiles : public testing::TestWithParam<std::string> {
+protected:
+    void compareResults(imp::cae::DataSourceCae* source, int stateId, std::size_t p, const Json& expected,
+                        const std::string& what) {
+        const ug::DataState* state = source->state(std::size_t(stateId - 1));
+        std::size_t count = 0;
+        for (const ug::ResultType type : {ug::SCALAR, ug::VECTOR, ug::DISPLACEMENT, ug::SYMMETRIC_TENSOR}) {
+            for (const ug::ResultInfo& info : source->directory()->resultInfos(type)) {
+                count += source->directory()->hasResult(stateId, info);
+            }
+        }
+        // A part without nodes says nothing of what there is.
+        EXPECT_TRUE(count == expected["results"].size() || expected["nodes"].empty())
+            << what << " has " << count << " results, expected " << expected["results"].size();
+        for (const auto& [key, result] : expected["results"].items()) {
+            const ug::ResultMapping mapping = MAPPINGS.at(result[1]);
+            const ug::ResultInfo info = orvtest::findResult(source, key.substr(0, key.find('/')), mapping);
+            ASSERT_TRUE(info.isValid()) << what << ", " << key;
+            EXPECT_EQ(info.type(), TYPES.at(result[0])) << what << ", " << key;
+            ug::Error error;
+            ASSERT_TRUE(orvtest::load(source, stateId, {info}, &error)) << error.message();
+            compareNumbers(state->results(state->geometry(0))->find(info)->values(p)->span(), result[2],
+                           what + ", " + key);
+        }
+    }
+};
+
+TEST_P(ExpectedFiles, HoldWhatAnotherReaderFinds) {
+    const Json& entry = expectedFiles()[GetParam()];
+    const Json& states = entry.is_string() ? expectedFiles()[entry.get<std::string>()] : entry;
+    const auto source = orvtest::openVtk(vtkFile(GetParam()));
+    ASSERT_EQ(source->stateCount(), states.size());
+    for (std::size_t s = 0; s < states.size(); ++s) {
+        const ug::StateInfo info = source->directory()->stateInfo(s);
+        const std::string stateText = GetParam() + ", state " + std::to_string(s);
+        EXPECT_TRUE(isSame(info.referenceValue(), states[s]["time"])) << stateText;
+        EXPECT_EQ(info.referenceType(), ug::StateInfo::TIME);
+        const Json& parts = states[s]["parts"];
+        const ug::DataGeometry* geometry = source->state(s)->geometry(0);
+        ASSERT_EQ(geometry->partCount(), parts.size()) << stateText;
+        for (std::size_t p = 0; p < parts.size(); ++p) {
+            const std::string name = entry.is_string() ? GetParam() : parts[p]["name"].get<std::string>();
+            EXPECT_EQ(source->directory()->partInfos(0)[p].name(), Str(name));
+            ug::Error error;
+            ASSERT_TRUE(geometry->part(p)->read(&error)) << error.message();
+            EXPECT_TRUE(geometry->part(p)->isConsistent());
+            compareMesh(*geometry->part(p), parts[p], stateText + ", part " + name);
+            compareResults(source.get(), info.id(), p, parts[p], stateText + ", part " + name);
+        }
+    }
+}
+
+std::vector<std::string> fileNames() {
+    std::vector<std::string> names;
+    for (const auto& [name, states] : expectedFiles().items()) {
+        names.push_back(name);
+    }
+    return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, ExpectedFiles, testing::ValuesIn(fileNames()),
+                         [](const testing::TestParamInfo<std::string>& file) {
+                             std::string name = file.param;
+                             std::replace(name.begin(), name.end(), '.', '_');
+                             return name;
+                         });
+
+} // namespace

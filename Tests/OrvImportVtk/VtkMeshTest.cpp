@@ -1,0 +1,173 @@
+#include "OrvImportVtk/VtkMesh.h"
+
+#include <gtest/gtest.h>
+
+#include <vtkCellData.h>
+#include <vtkCellType.h>
+#include <vtkDataSetAttributes.h>
+#include <vtkIdTypeArray.h>
+#include <vtkImageData.h>
+#include <vtkNew.h>
+#include <vtkPointData.h>
+#include <vtkPoints.h>
+#include <vtkUnsignedCharArray.h>
+#include <vtkUnstructuredGrid.h>
+
+#include <limits>
+
+using namespace orv;
+using namespace orv::imp::cae;
+
+namespace {
+
+class VtkMesh : public testing::Test {
+protected:
+    VtkMesh() {
+        for (const auto& place : PLACES) {
+            points->InsertNextPoint(place[0], place[1], place[2]);
+        }
+        grid->SetPoints(points);
+    }
+
+    void addCell(int type, const std::vector<vtkIdType>& ids) {
+        grid->InsertNextCell(type, vtkIdType(ids.size()), ids.data());
+    }
+
+    bool fill(vtkDataSet* mesh) {
+        return fillVtkPart(mesh, &nodes, &elements, &map, &unknown, &error);
+    }
+
+    std::vector<std::uint32_t> nodesOf(std::size_t element) const {
+        const auto indexes = elements.nodeIndexes(element);
+        return {indexes.begin(), indexes.end()};
+    }
+
+    // A wedge, whose bottom runs counter-clockwise from above.
+    static constexpr double PLACES[6][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {0, 1, 1}};
+
+    vtkNew<vtkPoints> points;
+    vtkNew<vtkUnstructuredGrid> grid;
+    ug::DataNodes nodes;
+    ug::DataElements elements;
+    VtkPartMap map;
+    VtkUnknownCells unknown;
+    ug::Error error;
+};
+
+using Nodes = std::vector<std::uint32_t>;
+
+TEST_F(VtkMesh, PointsAndCellsBecomeNodesAndElements) {
+    addCell(VTK_TETRA, {0, 1, 2, 3});
+    addCell(VTK_LINE, {5, 4});
+    ASSERT_TRUE(fill(grid)) << error.message();
+    ASSERT_EQ(nodes.nodeCount(), 6u);
+    EXPECT_EQ(nodes.node(4), Vec3d(1, 0, 1));
+    EXPECT_EQ(nodes.nodeId(5), 6);
+    ASSERT_EQ(elements.elementCount(), 2u);
+    EXPECT_EQ(elements.elementType(0), ug::TETRAHEDRON);
+    EXPECT_EQ(nodesOf(1), (Nodes{5, 4}));
+    EXPECT_EQ(map, (VtkPartMap{6, 2, {}}));
+}
+
+TEST_F(VtkMesh, WedgesComeOutUprightHoweverTheyWere) {
+    addCell(VTK_WEDGE, {0, 1, 2, 3, 4, 5});
+    addCell(VTK_WEDGE, {0, 2, 1, 3, 5, 4});
+    addCell(VTK_WEDGE, {3, 4, 5, 0, 1, 2});
+    ASSERT_TRUE(fill(grid));
+    EXPECT_EQ(nodesOf(0), (Nodes{0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(nodesOf(1), (Nodes{0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(nodesOf(2), (Nodes{3, 5, 4, 0, 2, 1}));
+}
+
+TEST_F(VtkMesh, IdsAreThoseOfTheMesh) {
+    addCell(VTK_LINE, {0, 1});
+    vtkNew<vtkIdTypeArray> pointIds;
+    for (vtkIdType i = 0; i < 6; ++i) {
+        pointIds->InsertNextValue(i == 2 ? 0 : 100 + i);
+    }
+    grid->GetPointData()->SetGlobalIds(pointIds);
+    vtkNew<vtkIdTypeArray> cellIds;
+    cellIds->InsertNextValue(std::numeric_limits<int>::max());
+    grid->GetCellData()->SetGlobalIds(cellIds);
+    ASSERT_TRUE(fill(grid));
+    EXPECT_EQ(nodes.nodeId(2), 0);
+    EXPECT_EQ(nodes.nodeId(5), 105);
+    EXPECT_EQ(elements.elementId(0), std::numeric_limits<int>::max());
+}
+
+TEST_F(VtkMesh, IdsThatDoNotFitAreLeft) {
+    addCell(VTK_LINE, {0, 1});
+    vtkNew<vtkIdTypeArray> pointIds;
+    for (vtkIdType i = 0; i < 6; ++i) {
+        pointIds->InsertNextValue(i == 3 ? -1 : i);
+    }
+    grid->GetPointData()->SetGlobalIds(pointIds);
+    vtkNew<vtkIdTypeArray> cellIds;
+    cellIds->InsertNextValue(vtkIdType(std::numeric_limits<int>::max()) + 1);
+    grid->GetCellData()->SetGlobalIds(cellIds);
+    ASSERT_TRUE(fill(grid));
+    EXPECT_EQ(nodes.nodeId(3), 4);
+    EXPECT_EQ(elements.elementId(0), 1);
+}
+
+TEST_F(VtkMesh, GhostsAreLeftOut) {
+    addCell(VTK_LINE, {0, 1});
+    addCell(VTK_LINE, {1, 2});
+    addCell(VTK_LINE, {2, 3});
+    addCell(VTK_LINE, {3, 4});
+    vtkNew<vtkUnsignedCharArray> marks;
+    marks->SetName(vtkDataSetAttributes::GhostArrayName());
+    for (const int mark : {0, int(vtkDataSetAttributes::DUPLICATECELL), int(vtkDataSetAttributes::HIDDENCELL),
+                           int(vtkDataSetAttributes::REFINEDCELL)}) {
+        marks->InsertNextValue(static_cast<unsigned char>(mark));
+    }
+    grid->GetCellData()->AddArray(marks);
+    ASSERT_TRUE(fill(grid));
+    ASSERT_EQ(elements.elementCount(), 2u);
+    EXPECT_EQ(nodesOf(1), (Nodes{3, 4}));
+    EXPECT_EQ(map, (VtkPartMap{6, 4, {0, 3}}));
+}
+
+TEST_F(VtkMesh, SplitCellsGiveTheirValuesToAllPieces) {
+    addCell(VTK_POLY_LINE, {0, 1, 2});
+    addCell(VTK_EMPTY_CELL, {});
+    addCell(VTK_TRIANGLE, {0, 1, 2});
+    ASSERT_TRUE(fill(grid));
+    EXPECT_EQ(elements.elementCount(), 3u);
+    EXPECT_EQ(map, (VtkPartMap{6, 3, {0, 0, 2}}));
+    EXPECT_TRUE(unknown.empty());
+}
+
+TEST_F(VtkMesh, UnknownCellsAreCounted) {
+    addCell(VTK_PENTAGONAL_PRISM, {0, 1, 2, 3, 4, 5, 0, 1, 2, 3});
+    addCell(VTK_TRIANGLE, {0, 1, 2});
+    addCell(VTK_PENTAGONAL_PRISM, {0, 1, 2, 3, 4, 5, 0, 1, 2, 3});
+    addCell(VTK_TETRA, {0, 1, 2});
+    ASSERT_TRUE(fill(grid));
+    EXPECT_EQ(elements.elementCount(), 1u);
+    EXPECT_EQ(unknown, (VtkUnknownCells{{VTK_PENTAGONAL_PRISM, 2}, {VTK_TETRA, 1}}));
+    EXPECT_EQ(map.elementCells, std::vector<std::int64_t>{1});
+    EXPECT_EQ(vtkCellTypeText(VTK_PENTAGONAL_PRISM), "VTK cell type 15 (vtkPentagonalPrism)");
+}
+
+TEST_F(VtkMesh, PointsThatAreNotThereAreRefused) {
+    for (const vtkIdType bad : {vtkIdType(6), vtkIdType(-1)}) {
+        grid->Reset();
+        addCell(VTK_TRIANGLE, {0, 1, 2});
+        addCell(VTK_LINE, {0, bad});
+        EXPECT_FALSE(fill(grid));
+        EXPECT_EQ(error.message(), Str("cell 1 has a point that is not one of the 6 points of its mesh"));
+    }
+}
+
+TEST_F(VtkMesh, MeshesOfOtherKindsAreTakenToo) {
+    vtkNew<vtkImageData> image;
+    image->SetDimensions(3, 2, 2);
+    ASSERT_TRUE(fill(image));
+    EXPECT_EQ(nodes.nodeCount(), 12u);
+    EXPECT_EQ(nodes.node(11), Vec3d(2, 1, 1));
+    ASSERT_EQ(elements.elementCount(), 2u);
+    EXPECT_EQ(nodesOf(0), (Nodes{0, 1, 4, 3, 6, 7, 10, 9}));
+}
+
+} // namespace
