@@ -73,6 +73,10 @@ public:
         : m_mesh(mesh), m_grid(vtkUnstructuredGrid::SafeDownCast(mesh)), m_coordinates(coordinates),
           m_ghosts(mesh->GetCellGhostArray()), m_unknown(unknown) {
         m_types.reserve(std::size_t(mesh->GetNumberOfCells()));
+        m_cells.reserve(std::size_t(mesh->GetNumberOfCells()));
+        if (m_grid && m_grid->GetCells()) {
+            m_connectivity.reserve(std::size_t(m_grid->GetCells()->GetNumberOfConnectivityIds()));
+        }
     }
 
     bool convert(ug::Error* error) {
@@ -165,8 +169,11 @@ private:
         m_isIdentity = m_isIdentity && cell == vtkIdType(m_types.size());
         m_types.push_back(type);
         m_cells.push_back(cell);
-        for (std::size_t i = 0; i < ug::elementTypeInfo(type).nodeCount; ++i) {
-            m_connectivity.push_back(std::uint32_t(points[order[i]]));
+        const std::size_t count = ug::elementTypeInfo(type).nodeCount;
+        const std::size_t begin = m_connectivity.size();
+        m_connectivity.resize(begin + count);
+        for (std::size_t i = 0; i < count; ++i) {
+            m_connectivity[begin + i] = std::uint32_t(points[order[i]]);
         }
     }
 
