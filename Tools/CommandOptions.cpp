@@ -81,7 +81,9 @@ void addPicture(CLI::App* command, PictureOptions* options) {
         ->capture_default_str()
         ->type_name("WxH")
         ->check(understoodBy(parseSize));
-    command->add_flag("!--no-legend", options->hasLegend, "Without the legend, and the room that is left for it");
+    command->add_flag_callback(
+        "--no-legend", [options] { options->hasLegend = false; },
+        "Without the legend, and the room that is left for it");
     addPasswordFile(command, &options->passwordFile);
 }
 
@@ -100,8 +102,10 @@ void addLook(CLI::App* command, LookOptions* options) {
         ->capture_default_str()
         ->type_name("COLOR")
         ->check(understoodBy(parseBackground));
-    command->add_flag("!--no-edges", options->hasEdges, "Without the edges of elements");
-    command->add_flag("!--no-light", options->hasLight, "Surfaces in exactly the colours of the legend");
+    command->add_flag_callback(
+        "--no-edges", [options] { options->hasEdges = false; }, "Without the edges of elements");
+    command->add_flag_callback(
+        "--no-light", [options] { options->hasLight = false; }, "Surfaces in exactly the colours of the legend");
 }
 
 void addOutput(CLI::App* command, ValuesOptions* options, const char* csvHelp) {
