@@ -273,6 +273,7 @@ TEST(SurfacePathQueryTest, ATubeOfShellsIsWalkedByItsMeanNormal) {
     // width is 2 sin(180 / 17 degrees).
     const std::vector<Vec3d> path = model.path(ELEMENT, {PathModel::element(0, 2), PathModel::element(0, 13)});
     EXPECT_NEAR(lengthOf(path), 11 * 2 * std::sin(3.14159265358979323846 / 17), 1e-9);
+    expectLinear(model, ELEMENT, {PathModel::element(0, 2), PathModel::element(0, 13)});
 }
 
 // --- Where the walk breaks -------------------------------------------------------------------------------------------
