@@ -369,6 +369,40 @@ TEST_P(PathTest, ASolversScalarIsSampledBetweenItsNodesValues) {
     }
 }
 
+// A solver's scalar is loaded and then written anew, which stays as long as it is loaded.
+TEST_P(PathTest, AFieldLinearInSpaceIsMetExactlyAllAlong) {
+    const auto linear = [](const Vec3d& p) { return 0.3 * p.x() - 0.2 * p.y() + 0.5 * p.z() + 4; };
+    const SolverModel solver(file());
+    DataSource& source = *solver.model()->dataSource();
+    std::mt19937 engine(11);
+    std::size_t sampleCount = 0;
+    for (const ResultInfo& info : source.directory()->scalarResultInfos()) {
+        const std::vector<HitItem> items = {solver.pick(&engine), solver.pick(&engine)};
+        SurfacePathQuery query(solver.model(), 0, SurfacePathQuery::NODE, items);
+        std::vector<Vec3d> path;
+        std::vector<double> x;
+        std::vector<double> y;
+        if (info.resultMapping() != PER_NODE || !query.generatePath(&path) ||
+            !query.getScalarResultValues(info.id(), &x, &y)) {
+            continue;
+        }
+        DataResultGroup& group = *source.state(0)->results(source.state(0)->geometry(0));
+        DataResultScalar& scalar = *group.scalar(group.scalarIndex(info.id()));
+        for (std::size_t p = 0; p < solver.partCount(); ++p) {
+            for (std::size_t n = 0; n < scalar.part(p)->itemCount(); ++n) {
+                scalar.part(p)->values()[n] = linear(solver.part(p).nodes()->node(n));
+            }
+        }
+        ASSERT_TRUE(query.getScalarResultValues(info.id(), &x, &y));
+        ASSERT_EQ(y.size(), path.size());
+        for (std::size_t i = 0; i < path.size(); ++i) {
+            EXPECT_NEAR(y[i], linear(path[i]), 1e-9 * solver.size());
+        }
+        sampleCount += path.size();
+    }
+    EXPECT_GT(sampleCount, 1u);
+}
+
 INSTANTIATE_TEST_SUITE_P(Models, PathTest, testing::Values("bracket", "cube_static", "beam_binary"),
                          [](const auto& test) { return std::string(test.param); });
 
