@@ -68,7 +68,7 @@ function(orv_add_tests name)
     target_compile_options(${name}Tests PRIVATE -O0)
   endif()
   gtest_discover_tests(${name}Tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "${ORV_TEST_ENVIRONMENT}")
+    PROPERTIES TIMEOUT 120)
 endfunction()
 
 # orv_add_benchmark(NAME FLOOR files...): a Google Benchmark program that may look inside FLOOR.
