@@ -1,6 +1,7 @@
 // Any text as an expression: understood, put together on a model with a result of each kind, and computed. What the
 // expression asks for may be refused, but no operator may be given what it does not take: it would assert.
 
+#include "Fuzz/Fuzzing.h"
 #include "OrvApp/OrvApp.h"
 #include "Tests/Support/MemoryModels.h"
 #include "Tests/Tools/ExpressionPrinter.h"
@@ -10,19 +11,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace orv;
+using orvfuzz::expect;
 
 namespace {
 
 constexpr std::size_t MOST_NODES = 500; // more of them show nothing new, and computing takes long
-
-void expect(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 const orvtest::MemoryModel& currentModel() {
     static const orvtest::MemoryModel memory;

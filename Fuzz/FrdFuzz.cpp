@@ -1,5 +1,6 @@
 // Any bytes as a CalculiX file: opened, and everything in it loaded.
 
+#include "Fuzz/Fuzzing.h"
 #include "OrvImportCae/FrdReader.h"
 #include "OrvUnstructGrid/DataResultGroup.h"
 #include "OrvUnstructGrid/DataState.h"
@@ -7,36 +8,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <span>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 using namespace orv;
 using namespace orv::imp::cae;
+using orvfuzz::expect;
+using orvfuzz::makeMemoryFile;
 
 namespace {
-
-/// A file in memory. The descriptor is the reader's to close.
-int makeFile(const std::uint8_t* data, std::size_t size) {
-    const int descriptor = ::memfd_create("fuzz", MFD_CLOEXEC);
-    for (std::size_t done = 0; done < size;) {
-        const ssize_t written = ::write(descriptor, data + done, size - done);
-        if (written <= 0) {
-            std::abort();
-        }
-        done += std::size_t(written);
-    }
-    return descriptor;
-}
-
-void expect(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// Single values, where they can be read, are those of the whole result.
 void readSingles(FrdReader& reader, const ug::ResultInfo& info, ug::DataState& state) {
@@ -74,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FrdReader reader;
     CaeContents contents;
     ug::Error error;
-    const bool isOpen = reader.openDescriptor(makeFile(data, size), "fuzz.frd", &contents, &error);
+    const bool isOpen = reader.openDescriptor(makeMemoryFile({reinterpret_cast<const char*>(data), size}), "fuzz.frd",
+                                              &contents, &error);
     expect(isOpen == error.isEmpty());
     if (isOpen) {
         for (std::size_t i = 0; i < contents.geometry->partCount(); ++i) {

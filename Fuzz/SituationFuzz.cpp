@@ -1,5 +1,6 @@
 // Any bytes as the text of a situation: read, written, read again, and applied to a model and a view.
 
+#include "Fuzz/Fuzzing.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/SituationXml_p.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
@@ -9,18 +10,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 using namespace orv;
+using orvfuzz::expect;
 
 namespace {
-
-void expect(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// Null when it is refused.
 PtrRef<ug::Situation> readFrom(std::string text) {

@@ -1,23 +1,19 @@
 // Any bytes as a zip file: opened, and every entry extracted, with its own name and with another.
 
+#include "Fuzz/Fuzzing.h"
 #include "OrvUnstructGrid/CZipArchive.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace {
+using orvfuzz::expect;
 
-void expect(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
+namespace {
 
 /// A folder to extract to, between two others that stay as they are. Gone at the end of the process.
 class Target {

@@ -1,52 +1,19 @@
 // Any bytes as a .ztf file: opened, and everything in it loaded.
 
+#include "Fuzz/Fuzzing.h"
 #include "OrvUnstructGrid/DataSourceZTF.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 using namespace orv;
+using orvfuzz::expect;
+using orvfuzz::MemoryFile;
 
 namespace {
-
-void expect(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-/// A file in memory that has a name.
-class MemoryFile {
-public:
-    MemoryFile(const std::uint8_t* data, std::size_t size) : m_descriptor(::memfd_create("fuzz", MFD_CLOEXEC)) {
-        for (std::size_t done = 0; done < size;) {
-            const ssize_t written = ::write(m_descriptor, data + done, size - done);
-            expect(written > 0);
-            done += std::size_t(written);
-        }
-    }
-
-    ~MemoryFile() {
-        ::close(m_descriptor);
-    }
-
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    Str name() const {
-        return "/proc/self/fd/" + std::to_string(m_descriptor);
-    }
-
-private:
-    int m_descriptor;
-};
 
 void loadEverything(ug::DataSourceZTF* source) {
     const ug::DataSourceDirectory& directory = *source->directory();
@@ -82,7 +49,7 @@ void checkMeshes(ug::DataSourceZTF* source) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const MemoryFile file(data, size);
+    const MemoryFile file({reinterpret_cast<const char*>(data), size});
     const PtrRef<ug::DataSourceZTF> source(new ug::DataSourceZTF(1));
     ug::Error error;
     const bool isOpen = source->openFile(file.name(), &error);

@@ -1,6 +1,7 @@
 // Any bytes as a ZTFx file, or, where they are no zip container, as the index of one whose arrays are good: opened, and
 // everything in it loaded.
 
+#include "Fuzz/Fuzzing.h"
 #include "OrvUnstructGrid/DataSourceMemory.h"
 #include "OrvUnstructGrid/DataSourceZTFx.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
@@ -13,49 +14,17 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include <sys/mman.h>
 #include <unistd.h>
 
 using namespace orv;
+using orvfuzz::expect;
+using orvfuzz::MemoryFile;
 
 namespace {
-
-void expect(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-/// A file in memory that has a name.
-class MemoryFile {
-public:
-    explicit MemoryFile(std::string_view bytes) : m_descriptor(::memfd_create("fuzz", MFD_CLOEXEC)) {
-        while (!bytes.empty()) {
-            const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
-            expect(written > 0);
-            bytes.remove_prefix(std::size_t(written));
-        }
-    }
-
-    ~MemoryFile() {
-        ::close(m_descriptor);
-    }
-
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    std::string name() const {
-        return "/proc/self/fd/" + std::to_string(m_descriptor);
-    }
-
-private:
-    int m_descriptor;
-};
 
 struct Entry {
     std::string name;
