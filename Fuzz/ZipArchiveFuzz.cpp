@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <string>
 
-#include <sys/mman.h>
 #include <unistd.h>
 
 using orvfuzz::expect;
+using orvfuzz::MemoryFile;
 
 namespace {
 
@@ -70,10 +70,9 @@ void extract(CZipArchive* archive, unsigned long long index, bool fullPath, cons
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const int descriptor = ::memfd_create("fuzz", MFD_CLOEXEC);
-    expect(::write(descriptor, data, size) == static_cast<ssize_t>(size));
+    const MemoryFile file({reinterpret_cast<const char*>(data), size});
     CZipArchive archive;
-    if (archive.Open(("/proc/self/fd/" + std::to_string(descriptor)).c_str(), CZipArchive::READ, 0)) {
+    if (archive.Open(file.name().c_str(), CZipArchive::READ, 0)) {
         const unsigned long long count = archive.GetCount();
         for (unsigned long long i = 0; i < count && i < 10; ++i) {
             extract(&archive, i, false, "plain");
@@ -83,6 +82,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         expect(!archive.ExtractFile(count, nullptr, false, "beyond", 65536));
         expect(!archive.Close(0, false).empty());
     }
-    ::close(descriptor);
     return 0;
 }
