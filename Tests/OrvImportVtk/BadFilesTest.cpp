@@ -10,34 +10,36 @@
 
 using namespace orv;
 using orvtest::ScratchFolder;
-using orvtest::vtkFile;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace {
 
 struct Sample {
+    const char* folder; ///< Of Tests/data.
     const char* name;
     std::vector<const char*> companions; ///< That it names.
 };
 
 const std::vector<Sample>& samples() {
     static const std::vector<Sample> all = {
-        {"zoo_ascii.vtu", {}},
-        {"zoo_binary.vtu", {}},
-        {"zoo_raw.vtu", {}},
-        {"surface.vtp", {}},
-        {"row.pvtu", {"row_0.vtu", "row_1.vtu"}},
-        {"blocks.vtm", {"blocks/blocks_0.vtu", "blocks/blocks_1.vtu", "blocks/blocks_2.vtu"}},
-        {"series.pvd", {"series_a0.vtu", "series_a1.vtu", "series_b.vtu"}},
-        {"zoo_ascii.vtk", {}},
-        {"zoo_binary.vtk", {}},
-        {"bar.ex2", {}},
-        {"frame.case",
+        {"vtk", "zoo_ascii.vtu", {}},
+        {"vtk", "zoo_binary.vtu", {}},
+        {"vtk", "zoo_raw.vtu", {}},
+        {"vtk", "surface.vtp", {}},
+        {"vtk", "row.pvtu", {"row_0.vtu", "row_1.vtu"}},
+        {"vtk", "blocks.vtm", {"blocks/blocks_0.vtu", "blocks/blocks_1.vtu", "blocks/blocks_2.vtu"}},
+        {"vtk", "series.pvd", {"series_a0.vtu", "series_a1.vtu", "series_b.vtu"}},
+        {"vtk", "zoo_ascii.vtk", {}},
+        {"vtk", "zoo_binary.vtk", {}},
+        {"vtk", "bar.ex2", {}},
+        {"vtk",
+         "frame.case",
          {"frame.geo", "frame_Temp.0", "frame_Temp.1", "frame_Displacement.0", "frame_Displacement.1", "frame_Stress.0",
           "frame_Stress.1", "frame_Flux.0", "frame_Flux.1", "frame_Strain.0", "frame_Strain.1", "frame_Damage.0",
           "frame_Damage.1"}},
-        {"binary.0.case",
+        {"vtk",
+         "binary.0.case",
          {"binary.0.00000.geo", "binary.0.00000_n.p", "binary.0.00000_n.Velocity", "binary.0.00000_c.Damage"}},
     };
     return all;
@@ -53,10 +55,14 @@ std::string contentsOf(const std::string& path) {
 class BadFiles : public testing::TestWithParam<Sample> {
 protected:
     void SetUp() override {
-        std::filesystem::create_directory(m_folder.path() + "/blocks");
         for (const char* companion : GetParam().companions) {
-            std::filesystem::copy(vtkFile(companion), m_folder.path() + "/" + companion);
+            std::filesystem::create_directories(std::filesystem::path(m_folder.path() + "/" + companion).parent_path());
+            std::filesystem::copy(original(companion), m_folder.path() + "/" + companion);
         }
+    }
+
+    std::string original(const std::string& name) const {
+        return orvtest::testDataFolder() + "/" + GetParam().folder + "/" + name;
     }
 
     std::string path() const {
@@ -103,7 +109,7 @@ private:
 };
 
 TEST_P(BadFiles, WholeOnesAreRead) {
-    write(contentsOf(vtkFile(GetParam().name)));
+    write(contentsOf(original(GetParam().name)));
     EXPECT_EQ(readAll(), "");
 }
 
@@ -120,7 +126,7 @@ TEST_P(BadFiles, MissingEmptyAndMislabelledOnesAreRefused) {
 // What is cut off may be no more than an end mark, so not each cut is an error. Of a legacy file VTK takes what is
 // there.
 TEST_P(BadFiles, CutOnesNeverCrash) {
-    const std::string whole = contentsOf(vtkFile(GetParam().name));
+    const std::string whole = contentsOf(original(GetParam().name));
     std::size_t refused = 0;
     constexpr std::size_t CUTS = 12;
     for (std::size_t i = 1; i <= CUTS; ++i) {
@@ -132,7 +138,7 @@ TEST_P(BadFiles, CutOnesNeverCrash) {
 
 // VTK's reader of Exodus does not survive damage in the first half of this file, where the index is.
 TEST_P(BadFiles, DamagedOnesNeverCrash) {
-    const std::string whole = contentsOf(vtkFile(GetParam().name));
+    const std::string whole = contentsOf(original(GetParam().name));
     const std::size_t begin = path().ends_with(".ex2") ? whole.size() / 2 : 0;
     for (std::size_t i = 0; i < 24; ++i) {
         std::string damaged = whole;
@@ -143,17 +149,17 @@ TEST_P(BadFiles, DamagedOnesNeverCrash) {
 }
 
 TEST_P(BadFiles, WithoutWhatTheyNameAreRefused) {
-    write(contentsOf(vtkFile(GetParam().name)));
+    write(contentsOf(original(GetParam().name)));
     for (const char* companion : GetParam().companions) {
         std::filesystem::remove(m_folder.path() + "/" + companion);
         EXPECT_NE(readAll(), "") << companion;
-        std::filesystem::copy(vtkFile(companion), m_folder.path() + "/" + companion);
+        std::filesystem::copy(original(companion), m_folder.path() + "/" + companion);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, BadFiles, testing::ValuesIn(samples()),
                          [](const testing::TestParamInfo<Sample>& sample) {
-                             std::string name = sample.param.name;
+                             std::string name = std::string(sample.param.folder) + '_' + sample.param.name;
                              std::replace(name.begin(), name.end(), '.', '_');
                              return name;
                          });

@@ -12,14 +12,25 @@
 
 using namespace orv;
 using Json = nlohmann::json;
-using orvtest::vtkFile;
+using orvtest::testDataFolder;
 
 namespace {
 
-const Json& expectedFiles() {
-    static const Json all = [] {
-        std::ifstream file(vtkFile("expected.json"));
-        return Json::parse(file);
+// Of Tests/data; each has its expected.json, and the script that wrote it.
+constexpr const char* FOLDERS[] = {"vtk"};
+
+/// What is expected of each file, by its path in Tests/data.
+const std::map<std::string, Json>& expectedFiles() {
+    static const std::map<std::string, Json> all = [] {
+        std::map<std::string, Json> files;
+        for (const std::string folder : FOLDERS) {
+            std::ifstream file(testDataFolder() + "/" + folder + "/expected.json");
+            const Json entries = Json::parse(file);
+            for (const auto& [name, states] : entries.items()) {
+                files[folder + "/" + name] = states.is_string() ? entries[states.get<std::string>()] : states;
+            }
+        }
+        return files;
     }();
     return all;
 }
@@ -92,9 +103,9 @@ protected:
 };
 
 TEST_P(ExpectedFiles, HoldWhatAnotherReaderFinds) {
-    const Json& entry = expectedFiles()[GetParam()];
-    const Json& states = entry.is_string() ? expectedFiles()[entry.get<std::string>()] : entry;
-    const auto source = orvtest::openVtk(vtkFile(GetParam()));
+    const Json& states = expectedFiles().at(GetParam());
+    const std::string nameOfFile = GetParam().substr(GetParam().find('/') + 1);
+    const auto source = orvtest::openVtk(testDataFolder() + "/" + GetParam());
     ASSERT_EQ(source->stateCount(), states.size());
     for (std::size_t s = 0; s < states.size(); ++s) {
         const ug::StateInfo info = source->directory()->stateInfo(s);
@@ -105,7 +116,7 @@ TEST_P(ExpectedFiles, HoldWhatAnotherReaderFinds) {
         const ug::DataGeometry* geometry = source->state(s)->geometry(0);
         ASSERT_EQ(geometry->partCount(), parts.size()) << stateText;
         for (std::size_t p = 0; p < parts.size(); ++p) {
-            const std::string name = entry.is_string() ? GetParam() : parts[p]["name"].get<std::string>();
+            const std::string name = parts[p]["name"] == "" ? nameOfFile : parts[p]["name"].get<std::string>();
             EXPECT_EQ(source->directory()->partInfos(0)[p].name(), Str(name));
             ug::Error error;
             ASSERT_TRUE(geometry->part(p)->read(&error)) << error.message();
@@ -118,7 +129,7 @@ TEST_P(ExpectedFiles, HoldWhatAnotherReaderFinds) {
 
 std::vector<std::string> fileNames() {
     std::vector<std::string> names;
-    for (const auto& [name, states] : expectedFiles().items()) {
+    for (const auto& [name, states] : expectedFiles()) {
         names.push_back(name);
     }
     return names;
@@ -127,7 +138,8 @@ std::vector<std::string> fileNames() {
 INSTANTIATE_TEST_SUITE_P(Each, ExpectedFiles, testing::ValuesIn(fileNames()),
                          [](const testing::TestParamInfo<std::string>& file) {
                              std::string name = file.param;
-                             std::replace(name.begin(), name.end(), '.', '_');
+                             std::replace_if(
+                                 name.begin(), name.end(), [](char c) { return c == '.' || c == '/'; }, '_');
                              return name;
                          });
 

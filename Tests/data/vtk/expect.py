@@ -3,7 +3,8 @@
 (python3-netcdf4), EnSight and legacy files as what they are, lists of numbers.
 
 For each file its states; for each state its time and parts; for each part the name, nodes, elements as type and nodes,
-and results as [type, mapping, values], null being undefined. The name of another file stands for the same contents.
+and results as [type, mapping, values], null being undefined. A part without a name is called as its file. The name of
+another file stands for the same contents.
 """
 import json
 import math
@@ -65,14 +66,14 @@ def numbers(array):
     return np.array(values).reshape(-1, int(array.get("NumberOfComponents", 1)))
 
 
-def vtu(path, name=None):
+def vtu(path, name=""):
     piece = ElementTree.parse(path).getroot().find("UnstructuredGrid/Piece")
     data = [{a.get("Name"): numbers(a) for a in piece.find(tag) or [] if a.tag == "DataArray" and a.get("type") != "String"}
             for tag in ("PointData", "CellData")]
     cells = {a.get("Name"): [int(w) for w in a.text.split()] for a in piece.find("Cells") if a.get("Name") in ("connectivity", "offsets", "types")}
     points = numbers(piece.find("Points/DataArray"))
     elements = elements_of(cells["types"], cells["connectivity"], cells["offsets"])
-    return part(path if name is None else name, points, elements, results(*data)), data
+    return part(name, points, elements, results(*data)), data
 
 
 def without(one, ghosts):
@@ -127,7 +128,7 @@ def legacy(path):
                 next(words)
                 target[name] = np.array([float(next(words)) for _ in range(components * tuples)]).reshape(tuples, components)
     elements = elements_of(types, cells["CONNECTIVITY"], cells["OFFSETS"][1:])
-    return part(path, points, elements, results(arrays["POINT_DATA"], arrays["CELL_DATA"]))
+    return part("", points, elements, results(arrays["POINT_DATA"], arrays["CELL_DATA"]))
 
 
 NODAL = {"DISPL": ("displacement", ["DISPLX", "DISPLY", "DISPLZ"]), "s": ("tensor", ["sxx", "syy", "szz", "sxy", "syz", "szx"]),
