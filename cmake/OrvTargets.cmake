@@ -58,15 +58,16 @@ function(orv_add_shared_library)
     SOVERSION ${PROJECT_VERSION_MAJOR})
 endfunction()
 
+# The optimiser gains nothing on test bodies, and takes long for them.
+set(ORV_TEST_OPTIONS -O0)
+
 # orv_add_tests(NAME files...): the tests of floor NAME, in the folder Tests/NAME.
 function(orv_add_tests name)
   add_executable(${name}Tests ${ARGN})
   set_target_properties(${name}Tests PROPERTIES CXX_EXTENSIONS OFF)
   target_link_libraries(${name}Tests PRIVATE ${name} orv_test_paths GTest::gmock_main)
-  # The sanitizers' code makes the optimiser slow on test bodies, where it gains nothing.
-  if(ORV_SANITIZE)
-    target_compile_options(${name}Tests PRIVATE -O0)
-  endif()
+  target_compile_options(${name}Tests PRIVATE ${ORV_TEST_OPTIONS})
+  target_precompile_headers(${name}Tests REUSE_FROM orv_test_headers)
   gtest_discover_tests(${name}Tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 120)
 endfunction()

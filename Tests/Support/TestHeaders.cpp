@@ -1,0 +1,1 @@
+// Nothing but the headers that Tests/CMakeLists.txt precompiles for all tests.
