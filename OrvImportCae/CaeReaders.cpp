@@ -42,6 +42,9 @@ constexpr CaeReaderEntry READERS[] = {
     {"VTK XML collections", "VTK XML collections", "pvd vtm pvtu pvtp",
      "files, blocks and pieces as parts; times as states, each with its mesh; arrays of points and cells", nullptr,
      &VTK_MODULE},
+    {"VTKHDF", "VTKHDF files", "vtkhdf hdf",
+     "one part, of an unstructured grid or an image; arrays of points and cells, of 1, 3, 6 and 9 components", nullptr,
+     &VTK_MODULE},
     {"VTK legacy", "VTK legacy files", "vtk", "one part; arrays of points and cells, of 1, 3, 6 and 9 components",
      nullptr, &VTK_MODULE},
 };

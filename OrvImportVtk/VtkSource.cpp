@@ -3,6 +3,7 @@
 #include "OrvImportVtk/CollectionSource.h"
 #include "OrvImportVtk/EnSightSource.h"
 #include "OrvImportVtk/ExodusSource.h"
+#include "OrvImportVtk/HdfSource.h"
 #include "OrvImportVtk/LegacySource.h"
 #include "OrvImportVtk/VtkMessages.h"
 #include "OrvImportVtk/VtkPieces.h"
@@ -35,7 +36,7 @@ struct Format {
 constexpr Format FORMATS[] = {
     {"VTK XML", create<XmlSource>},          {"VTK XML collections", create<CollectionSource>},
     {"VTK legacy", create<LegacySource>},    {"Exodus II", create<ExodusSource>},
-    {"EnSight Gold", create<EnSightSource>},
+    {"EnSight Gold", create<EnSightSource>}, {"VTKHDF", create<HdfSource>},
 };
 
 std::string shortText(double number) {

@@ -25,7 +25,7 @@ inline const std::string SUPPORTED_FORMATS =
     "supported are .frd (CalculiX results), .msh (Gmsh meshes and results), "
     ".med .rmed (MED files of code_aster and Salome), .e .ex2 .exo .exii .g (Exodus II results), "
     ".case (EnSight Gold cases), .vtu .vtp (VTK XML files), .pvd .vtm .pvtu .pvtp (VTK XML collections), "
-    ".vtk (VTK legacy files)";
+    ".vtkhdf .hdf (VTKHDF files), .vtk (VTK legacy files)";
 
 /// A text without the folder's name, which differs from run to run.
 inline std::string without(const ScratchFolder& folder, const orv::Str& text) {

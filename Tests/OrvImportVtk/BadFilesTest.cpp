@@ -41,6 +41,10 @@ const std::vector<Sample>& samples() {
         {"vtk",
          "binary.0.case",
          {"binary.0.00000.geo", "binary.0.00000_n.p", "binary.0.00000_n.Velocity", "binary.0.00000_c.Damage"}},
+        {"vtkhdf", "zoo.vtkhdf", {}},
+        {"vtkhdf", "pieces.vtkhdf", {}},
+        {"vtkhdf", "image.vtkhdf", {}},
+        {"vtkhdf", "flat.hdf", {}},
     };
     return all;
 }

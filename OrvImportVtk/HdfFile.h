@@ -1,0 +1,63 @@
+#pragma once
+
+#include "OrvUnstructGrid/Error.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace orv::imp::cae {
+
+/// What a data set of an HDF5 file holds.
+struct HdfShape {
+    std::vector<std::uint64_t> sizes; ///< The slowest index first; empty for a single value.
+    bool isNumeric = false;           ///< Whole numbers or reals.
+    bool isFloat = false;             ///< Reals of 32 bits.
+    bool isThere = false;             ///< The file is large enough for the values and has them itself.
+};
+
+/// An HDF5 file that is read. Nothing of what HDF5 has to say goes to the console. Objects go by their paths.
+class HdfFile {
+public:
+    HdfFile() = default;
+    ~HdfFile();
+
+    HdfFile(const HdfFile&) = delete;
+    HdfFile& operator=(const HdfFile&) = delete;
+
+    /// Once per object.
+    bool open(const std::string& filename, ug::Error* error);
+
+    bool hasGroup(const std::string& path) const;
+
+    /// The data sets of a group by name, without the way to it. What is kept in other files is not among them.
+    std::vector<std::string> dataSets(const std::string& group) const;
+
+    /// Null when there is no such data set.
+    std::optional<HdfShape> shape(const std::string& path) const;
+
+    /// A text of fixed length. Null when the object has none of that name.
+    std::optional<std::string> text(const std::string& object, const char* attribute) const;
+
+    /// Numbers of an attribute; false when the object has not exactly so many there.
+    bool numbers(const std::string& object, const char* attribute, std::span<double> values) const;
+
+    /// All values of a data set, whatever kind of numbers they are in the file. There must be exactly so many.
+    /// @{
+    bool read(const std::string& path, std::span<float> values, ug::Error* error) const;
+    bool read(const std::string& path, std::span<double> values, ug::Error* error) const;
+    bool read(const std::string& path, std::span<long long> values, ug::Error* error) const;
+    bool read(const std::string& path, std::span<unsigned char> values, ug::Error* error) const;
+    /// @}
+
+private:
+    bool readValues(const std::string& path, std::int64_t type, std::size_t count, void* values,
+                    ug::Error* error) const;
+
+    std::int64_t m_id = -1;
+    std::uint64_t m_size = 0;
+};
+
+} // namespace orv::imp::cae
