@@ -37,6 +37,11 @@ constexpr CaeReaderEntry READERS[] = {
     {"EnSight Gold", "EnSight Gold cases", "case",
      "parts; times as states, with meshes that change if they do; scalars, vectors and tensors of nodes and elements",
      nullptr, &VTK_MODULE},
+    {"OpenFOAM", "OpenFOAM cases", "foam openfoam",
+     "mesh and patches as parts; folders of times as states, with meshes that change if they do; volume fields of "
+     "cells "
+     "and patches, point fields of nodes",
+     nullptr, &VTK_MODULE},
     {"VTK XML", "VTK XML files", "vtu vtp", "one part; arrays of points and cells, of 1, 3, 6 and 9 components",
      nullptr, &VTK_MODULE},
     {"VTK XML collections", "VTK XML collections", "pvd vtm pvtu pvtp",

@@ -39,7 +39,8 @@ bool isSameKind(const Scalar& a, const Scalar& b) {
 
 Scalar* findFree(std::vector<Scalar>* scalars, const Scalar& like, const std::string& name) {
     const auto found = std::find_if(scalars->begin(), scalars->end(), [&](const Scalar& scalar) {
-        return !scalar.isTaken && scalar.name == name && isSameKind(scalar, like);
+        return !scalar.isTaken && scalar.name == name && isSameKind(scalar, like) &&
+               scalar.array->type == ug::NO_RESULT_TYPE;
     });
     return found == scalars->end() ? nullptr : &*found;
 }
@@ -145,7 +146,8 @@ private:
 
     void addArray(std::size_t a) {
         const VtkArray& array = m_arrays[a];
-        const ug::ResultType type = vtkResultType(array.componentCount, array.name);
+        const ug::ResultType type =
+            array.type == ug::NO_RESULT_TYPE ? vtkResultType(array.componentCount, array.name) : array.type;
         if (type == ug::NO_RESULT_TYPE) {
             m_warnings->push_back("array '" + array.name + "' is left out: " +
                                   (array.componentCount == 0

@@ -17,6 +17,9 @@ struct VtkArray {
     std::vector<std::string> componentNames = {}; ///< When they are scalars of the file that VTK put together.
     std::vector<std::size_t> steps = {};          ///< That have it, ascending; all when empty.
     VtkOrder symmetricOrder = VTK_SAME_ORDER;     ///< Of an item of six components.
+
+    /// What it is when the format tells. It is not put together with others then, and its name says nothing.
+    ug::ResultType type = ug::NO_RESULT_TYPE;
 };
 
 /// One number of a result's item: a component of an array, by the array's index.

@@ -3,6 +3,7 @@
 #include "OrvImportVtk/CollectionSource.h"
 #include "OrvImportVtk/EnSightSource.h"
 #include "OrvImportVtk/ExodusSource.h"
+#include "OrvImportVtk/FoamSource.h"
 #include "OrvImportVtk/HdfSource.h"
 #include "OrvImportVtk/LegacySource.h"
 #include "OrvImportVtk/VtkMessages.h"
@@ -37,6 +38,7 @@ constexpr Format FORMATS[] = {
     {"VTK XML", create<XmlSource>},          {"VTK XML collections", create<CollectionSource>},
     {"VTK legacy", create<LegacySource>},    {"Exodus II", create<ExodusSource>},
     {"EnSight Gold", create<EnSightSource>}, {"VTKHDF", create<HdfSource>},
+    {"OpenFOAM", create<FoamSource>},
 };
 
 std::string shortText(double number) {

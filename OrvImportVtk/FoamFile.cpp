@@ -1,0 +1,471 @@
+#include "OrvImportVtk/FoamFile.h"
+
+#include <vtk_zlib.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <utility>
+
+namespace orv::imp::cae {
+namespace {
+
+constexpr std::size_t LONGEST_WORD = 1023; // VTK takes no more.
+
+constexpr std::int64_t MOST_REPETITIONS = 1'000'000;
+
+constexpr FoamListType LIST_TYPES[] = {
+    {"List<bool>", FoamListType::BOOL, 0},     {"List<label>", FoamListType::LABEL, 0},
+    {"List<scalar>", FoamListType::SCALAR, 0}, {"List<sphericalTensor>", FoamListType::SCALAR, 1},
+    {"List<vector>", FoamListType::SCALAR, 3}, {"List<symmTensor>", FoamListType::SCALAR, 6},
+    {"List<tensor>", FoamListType::SCALAR, 9},
+};
+
+bool isBlank(int c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isDigit(int c) {
+    return c >= '0' && c <= '9';
+}
+
+bool isPartOfNumbers(int c) {
+    return isDigit(c) || isBlank(c) || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
+}
+
+bool isPacked(const std::string& bytes) {
+    return bytes.starts_with("\x1f\x8b");
+}
+
+} // namespace
+
+const FoamListType* findFoamListType(std::string_view word) {
+    const auto found = std::find_if(std::begin(LIST_TYPES), std::end(LIST_TYPES),
+                                    [word](const FoamListType& type) { return word == type.name; });
+    return found == std::end(LIST_TYPES) ? nullptr : found;
+}
+
+FoamFile::FoamFile(std::string folder) : m_folder(std::move(folder)) {}
+
+bool FoamFile::open(const std::string& name, ug::Error* error, std::size_t mostBytes) {
+    m_name = name;
+    std::ifstream file(m_folder + name, std::ios::binary | std::ios::ate);
+    if (!file) {
+        m_name += ".gz";
+        file.open(m_folder + m_name, std::ios::binary | std::ios::ate);
+    }
+    const std::streamoff size = file ? std::streamoff(file.tellg()) : -1;
+    if (size < 0) {
+        return ug::fail(error, Str(name + " cannot be opened"));
+    }
+    m_bytes.resize(std::min(std::size_t(size), mostBytes));
+    file.seekg(0);
+    if (!file.read(m_bytes.data(), std::streamsize(m_bytes.size()))) {
+        return ug::fail(error, Str(m_name + " cannot be read"));
+    }
+    return !isPacked(m_bytes) || unpack(mostBytes, error);
+}
+
+bool FoamFile::unpack(std::size_t mostBytes, ug::Error* error) {
+    z_stream stream = {};
+    stream.next_in = reinterpret_cast<Bytef*>(m_bytes.data());
+    constexpr int GZIP_OR_ZLIB = 15 + 32;
+    int status = inflateInit2(&stream, GZIP_OR_ZLIB);
+    std::string unpacked;
+    std::size_t inputLeft = m_bytes.size();
+    constexpr std::size_t STEP = 1 << 20;
+    while (status == Z_OK && unpacked.size() < mostBytes) {
+        const std::size_t before = unpacked.size();
+        unpacked.resize(before + STEP);
+        if (stream.avail_in == 0) {
+            stream.avail_in = uInt(std::min<std::size_t>(inputLeft, STEP));
+            inputLeft -= stream.avail_in;
+        }
+        stream.next_out = reinterpret_cast<Bytef*>(&unpacked[before]);
+        stream.avail_out = uInt(STEP);
+        status = inflate(&stream, Z_NO_FLUSH);
+        unpacked.resize(before + STEP - stream.avail_out);
+    }
+    inflateEnd(&stream);
+    const bool isPart = mostBytes != std::numeric_limits<std::size_t>::max();
+    m_bytes = std::move(unpacked);
+    return status == Z_STREAM_END || isPart ||
+           ug::fail(error, Str(m_name + " cannot be unpacked: its gzip data are damaged or end too early"));
+}
+
+bool FoamFile::hasHeader() {
+    const std::size_t begin = m_at;
+    FoamToken token;
+    const bool isThere = next(&token, nullptr) && token.kind == FoamToken::WORD && token.text == "FoamFile";
+    m_at = begin;
+    return isThere;
+}
+
+// Single words and numbers between keys and semicolons, nothing else. What VTK misses in it is an error as well.
+bool FoamFile::readHeader(ug::Error* error) {
+    FoamToken token;
+    if (!hasHeader() || !next(&token, error) || !expect('{', error)) {
+        return fail(error, "expected the dictionary FoamFile that begins OpenFOAM's files");
+    }
+    std::string format;
+    while (next(&token, error) && token.kind == FoamToken::WORD) {
+        const std::string key = token.text;
+        if (!next(&token, error) || token.kind < FoamToken::LABEL || token.kind > FoamToken::STRING ||
+            !expect(';', error)) {
+            return fail(error, "expected one value of " + key + " in the dictionary FoamFile");
+        }
+        if (key == "class") {
+            m_class = token.text;
+        } else if (key == "object") {
+            m_object = token.text;
+        } else if (key == "format") {
+            format = token.text;
+        } else if (key == "arch") {
+            m_labelSize = token.text.find("label=64") == std::string::npos ? 4 : 8;
+            m_scalarSize = token.text.find("scalar=32") == std::string::npos ? 8 : 4;
+        }
+    }
+    m_isBinary = format == "binary";
+    if (!token.is('}') || m_class.empty() || m_object.empty() || (format != "ascii" && format != "binary")) {
+        return fail(error, "expected class, object and format (ascii or binary) in the dictionary FoamFile");
+    }
+    return true;
+}
+
+bool FoamFile::next(FoamToken* token, ug::Error* error) {
+    skipBlanks();
+    *token = {};
+    const int c = peek();
+    if (c < 0) {
+        return true;
+    }
+    if (std::strchr("();{}[]:,=+*/", c) && c != 0) {
+        *token = {FoamToken::PUNCTUATION, std::string(1, char(c))};
+        ++m_at;
+        return true;
+    }
+    if (isDigit(c) || c == '-' || c == '.') {
+        readNumber(token);
+    } else if (c == '"') {
+        return readString(token, error);
+    } else if (c == '$' || c == '#') {
+        ++m_at;
+        FoamToken name;
+        const bool isCode = next(&name, error) && c == '#' && name.is('{');
+        if (name.kind != FoamToken::WORD && !isCode) {
+            return fail(error, std::string("expected a name behind ") + char(c));
+        }
+        *token = {c == '$' ? FoamToken::IDENTIFIER : FoamToken::DIRECTIVE, name.text};
+    } else {
+        readWord(token);
+    }
+    return token->text.size() <= LONGEST_WORD || fail(error, "a word has more than 1023 characters");
+}
+
+// As far as a number goes for VTK: "1e" is one, and "-" a label.
+void FoamFile::readNumber(FoamToken* token) {
+    const std::size_t begin = m_at;
+    const auto skipDigits = [this] {
+        while (isDigit(peek())) {
+            ++m_at;
+        }
+    };
+    m_at += peek() == '-';
+    skipDigits();
+    token->kind = FoamToken::LABEL;
+    if (peek() == '.') {
+        token->kind = FoamToken::SCALAR;
+        ++m_at;
+        skipDigits();
+    }
+    if (peek() == 'e' || peek() == 'E') {
+        token->kind = FoamToken::SCALAR;
+        ++m_at;
+        m_at += peek() == '+' || peek() == '-';
+        skipDigits();
+    }
+    token->text = m_bytes.substr(begin, m_at - begin);
+    token->label = std::strtoll(token->text.c_str(), nullptr, 10);
+}
+
+bool FoamFile::readString(FoamToken* token, ug::Error* error) {
+    token->kind = FoamToken::STRING;
+    bool isEscaped = false;
+    for (++m_at; peek() >= 0; ++m_at) {
+        const char c = char(peek());
+        if (c == '\\' && !isEscaped) {
+            isEscaped = true;
+            continue;
+        }
+        if (c == '"' && !isEscaped) {
+            ++m_at;
+            return true;
+        }
+        if ((c == '\n' && !isEscaped) || token->text.size() > LONGEST_WORD) {
+            break;
+        }
+        token->text += c;
+        isEscaped = false;
+    }
+    return fail(error, "a text in quotes has no end");
+}
+
+void FoamFile::readWord(FoamToken* token) {
+    const std::size_t begin = m_at;
+    int depth = 0;
+    for (int c = peek(); c >= 0 && !isBlank(c) && !std::strchr("\"/;{}", c); c = peek()) {
+        depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        if (depth < 0) {
+            break;
+        }
+        ++m_at;
+    }
+    m_at = std::max(m_at, begin + 1); // A zero byte is a word, too.
+    *token = {FoamToken::WORD, m_bytes.substr(begin, m_at - begin)};
+}
+
+// Blanks and comments.
+void FoamFile::skipBlanks() {
+    while (true) {
+        while (isBlank(peek())) {
+            ++m_at;
+        }
+        const std::string_view rest = std::string_view(m_bytes).substr(m_at, 2);
+        if (rest != "//" && rest != "/*") {
+            return;
+        }
+        const std::string_view end = rest == "//" ? "\n" : "*/";
+        const std::size_t found = m_bytes.find(end, m_at + 2);
+        m_at = found == std::string::npos ? m_bytes.size() : found + end.size();
+    }
+}
+
+bool FoamFile::expect(char punctuation, ug::Error* error) {
+    skipBlanks();
+    if (peek() != punctuation) {
+        return fail(error, std::string("expected '") + punctuation + "'");
+    }
+    ++m_at;
+    return true;
+}
+
+bool FoamFile::skipCode(ug::Error* error) {
+    while (true) {
+        skipBlanks();
+        if (peek() < 0) {
+            return fail(error, "code has no end");
+        }
+        const bool isHash = peek() == '#';
+        ++m_at;
+        if (isHash && peek() >= 0 && peek() != '/' && m_bytes[m_at++] == '}') {
+            return true;
+        }
+    }
+}
+
+bool FoamFile::checkCount(std::int64_t count, std::size_t bytesOfItem, ug::Error* error) const {
+    return (count >= 0 && std::uint64_t(count) <= bytesLeft() / bytesOfItem) ||
+           fail(error, "a list of " + std::to_string(count) + " items has no room in the file");
+}
+
+// Of one value, "5{0}", which takes no room in the file.
+bool FoamFile::checkRepetitions(std::int64_t count, ug::Error* error) const {
+    return (count >= 0 && count <= MOST_REPETITIONS) ||
+           fail(error, "a list repeats its value " + std::to_string(count) + " times");
+}
+
+bool FoamFile::skipList(const FoamListType& type, ug::Error* error) {
+    const int depth = type.componentCount == 0 ? 1 : 2;
+    FoamToken count;
+    if (!next(&count, error)) {
+        return false;
+    }
+    if (count.is('(')) {
+        return skipNumbers(depth, error);
+    }
+    if (count.kind != FoamToken::LABEL) {
+        return fail(error, "expected the count of a list");
+    }
+    const auto components = std::size_t(std::max(type.componentCount, 1));
+    if (m_isBinary) {
+        const std::size_t sizes[] = {1, m_labelSize, m_scalarSize};
+        const std::size_t bytes = components * sizes[type.number];
+        if (count.label == 0) {
+            return true;
+        }
+        if (!expect('(', error) || !checkCount(count.label, bytes, error)) {
+            return false;
+        }
+        m_at += std::size_t(count.label) * bytes;
+        return expect(')', error);
+    }
+    skipBlanks();
+    if (peek() == '{') {
+        ++m_at;
+        return checkRepetitions(count.label, error) && (depth == 1 || expect('(', error)) && skipNumbers(0, error) &&
+               (depth == 1 || expect(')', error)) && expect('}', error);
+    }
+    return expect('(', error) && checkCount(count.label, 2 * components, error) && skipNumbers(depth, error);
+}
+
+// To the end of the brackets that are open, which are no more than that at any time.
+bool FoamFile::skipNumbers(int depth, ug::Error* error) {
+    int open = std::min(depth, 1);
+    const std::size_t size = m_bytes.size();
+    for (; m_at < size; ++m_at) {
+        const char c = m_bytes[m_at];
+        if (isPartOfNumbers(c)) {
+            continue;
+        }
+        open += c == '(' ? 1 : c == ')' ? -1 : 0;
+        if (open == 0 && c == ')') {
+            ++m_at;
+            return true;
+        }
+        if (open < 0 || open > depth || (c != '(' && c != ')')) {
+            break;
+        }
+    }
+    return depth == 0 || fail(error, "expected numbers");
+}
+
+bool FoamFile::readLabel(std::int64_t* label, ug::Error* error) {
+    skipBlanks();
+    constexpr std::int64_t LARGEST = std::numeric_limits<std::int32_t>::max();
+    const bool isNegative = peek() == '-';
+    m_at += isNegative;
+    if (!isDigit(peek())) {
+        return fail(error, "expected a whole number");
+    }
+    std::int64_t value = 0;
+    const std::size_t size = m_bytes.size();
+    for (; m_at < size && isDigit(m_bytes[m_at]) && value <= LARGEST; ++m_at) {
+        value = 10 * value + (m_bytes[m_at] - '0');
+    }
+    *label = isNegative ? -value : value;
+    return value <= LARGEST || fail(error, "a number is too large");
+}
+
+std::int64_t FoamFile::binaryLabel(std::size_t index) const {
+    std::int64_t label = 0;
+    if (m_labelSize == 8) {
+        std::memcpy(&label, &m_bytes[m_at + 8 * index], 8);
+        return label;
+    }
+    std::int32_t shortLabel = 0;
+    std::memcpy(&shortLabel, &m_bytes[m_at + 4 * index], 4);
+    return shortLabel;
+}
+
+// Stays at the first one. Without any, there are no brackets.
+bool FoamFile::beginBinaryLabels(std::int64_t* count, ug::Error* error) {
+    return readLabel(count, error) && (*count == 0 || expect('(', error)) && checkCount(*count, m_labelSize, error);
+}
+
+bool FoamFile::readLabels(std::uint64_t* count, std::int64_t* largest, ug::Error* error) {
+    *largest = -1;
+    std::int64_t items = 0;
+    if (m_isBinary) {
+        if (!beginBinaryLabels(&items, error)) {
+            return false;
+        }
+        for (std::size_t i = 0; i < std::size_t(items); ++i) {
+            *largest = std::max(*largest, binaryLabel(i));
+        }
+        m_at += std::size_t(items) * m_labelSize;
+        *count = std::uint64_t(items);
+        return items == 0 || expect(')', error);
+    }
+    if (!readLabel(&items, error)) {
+        return false;
+    }
+    *count = std::uint64_t(items);
+    skipBlanks();
+    if (peek() == '{') {
+        ++m_at;
+        return checkRepetitions(items, error) && readLabel(largest, error) && expect('}', error);
+    }
+    if (!expect('(', error) || !checkCount(items, 2, error)) {
+        return false;
+    }
+    for (std::int64_t i = 0; i < items; ++i) {
+        std::int64_t label = 0;
+        if (!readLabel(&label, error)) {
+            return false;
+        }
+        *largest = std::max(*largest, label);
+    }
+    return expect(')', error);
+}
+
+bool FoamFile::skipFaces(std::uint64_t* count, ug::Error* error) {
+    if (m_isBinary) {
+        return skipBinaryFaces(count, error);
+    }
+    std::int64_t faces = 0;
+    if (!readLabel(&faces, error) || !expect('(', error) || !checkCount(faces, 3, error)) {
+        return false;
+    }
+    *count = std::uint64_t(faces);
+    for (std::int64_t i = 0; i < faces; ++i) {
+        std::int64_t points = 0;
+        if (!readLabel(&points, error) || !expect('(', error) || !checkCount(points, 2, error) ||
+            !skipNumbers(1, error)) {
+            return false;
+        }
+    }
+    return expect(')', error);
+}
+
+// Either the beginning of each face among all points and then those, or face by face.
+bool FoamFile::skipBinaryFaces(std::uint64_t* count, ug::Error* error) {
+    std::int64_t items = 0;
+    if (m_class != "faceCompactList") {
+        if (!readLabel(&items, error) || !expect('(', error) || !checkCount(items, 3, error)) {
+            return false;
+        }
+        *count = std::uint64_t(items);
+        for (std::int64_t i = 0; i < items; ++i) {
+            std::int64_t points = 0;
+            if (!beginBinaryLabels(&points, error)) {
+                return false;
+            }
+            m_at += std::size_t(points) * m_labelSize;
+            if (points > 0 && !expect(')', error)) {
+                return false;
+            }
+        }
+        return expect(')', error);
+    }
+    if (!beginBinaryLabels(&items, error)) {
+        return false;
+    }
+    std::int64_t end = 0;
+    for (std::size_t i = 0; i < std::size_t(items); ++i) {
+        const std::int64_t begin = binaryLabel(i);
+        if (begin < end || (i == 0 && begin != 0)) {
+            return fail(error, "the faces do not begin one behind the other");
+        }
+        end = begin;
+    }
+    m_at += std::size_t(items) * m_labelSize;
+    *count = items == 0 ? 0 : std::uint64_t(items - 1);
+    std::int64_t points = 0;
+    if ((items > 0 && !expect(')', error)) || !beginBinaryLabels(&points, error)) {
+        return false;
+    }
+    m_at += std::size_t(points) * m_labelSize;
+    return (points == end && items > 0 && (points == 0 || expect(')', error))) ||
+           fail(error, "the faces do not have the points that they count");
+}
+
+bool FoamFile::fail(ug::Error* error, const std::string& text) const {
+    if (error && !error->isEmpty()) {
+        return false; // What went wrong before is the reason.
+    }
+    const auto lines = 1 + std::count(m_bytes.begin(), m_bytes.begin() + std::ptrdiff_t(m_at), '\n');
+    return ug::fail(error, Str(m_name + ", line " + std::to_string(lines) + ": " + text));
+}
+
+} // namespace orv::imp::cae
