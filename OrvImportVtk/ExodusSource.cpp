@@ -1,257 +1,369 @@
 #include "OrvImportVtk/ExodusSource.h"
 
-#include <vtk_netcdf.h>
-#include <vtkCompositeDataPipeline.h>
-#include <vtkExodusIIReader.h>
-#include <vtkExodusIIReaderPrivate.h>
+#include "OrvImportVtk/VtkPieces.h"
+
+#include <vtkCellArray.h>
+#include <vtkCellData.h>
+#include <vtkCompositeDataSet.h>
+#include <vtkDoubleArray.h>
+#include <vtkIdTypeArray.h>
 #include <vtkInformation.h>
 #include <vtkMultiBlockDataSet.h>
-#include <vtkObjectFactory.h>
+#include <vtkNew.h>
+#include <vtkPointData.h>
+#include <vtkPoints.h>
+#include <vtkTypeInt32Array.h>
+#include <vtkUnstructuredGrid.h>
 
-#include <cstdint>
-#include <cstring>
-#include <filesystem>
-#include <set>
+#include <algorithm>
+#include <limits>
+#include <numeric>
 
 namespace orv::imp::cae {
 namespace {
 
-/// VTK puts variables together by their names, and not always those that belong together. This tells their own names.
-struct Names : vtkExodusIIReaderPrivate {
-    static const std::vector<ArrayInfoType>& arrays(vtkExodusIIReaderPrivate* file, int objectType) {
-        return (file->*&Names::ArrayInfo)[objectType];
-    }
-};
+constexpr std::size_t MOST = std::numeric_limits<int>::max();
 
-constexpr int OBJECT_TYPES[] = {vtkExodusIIReader::NODAL, vtkExodusIIReader::ELEM_BLOCK};
-
-ug::ResultMapping mappingOf(int objectType) {
-    return objectType == vtkExodusIIReader::NODAL ? ug::PER_NODE : ug::PER_ELEMENT;
+std::string inQuotes(const std::string& text) {
+    return "'" + text + "'";
 }
 
-/// VTK believes that a file's index is whole, does not survive one that is not, and tells of it on the console.
-class Index {
-public:
-    explicit Index(const std::string& filename)
-        : m_filename(filename), m_status(nc_open(filename.c_str(), NC_NOWRITE, &m_file)) {}
-
-    ~Index() {
-        if (m_status == NC_NOERR) {
-            nc_close(m_file);
+// Indexes from 0, ascending, of numbers from 1. Small lists of far-away nodes are sorted, others are marked.
+std::vector<int> nodesOf(const std::vector<int>& connectivity) {
+    const auto [first, last] = std::minmax_element(connectivity.begin(), connectivity.end());
+    const auto range = std::size_t(*last - *first) + 1;
+    std::vector<int> nodes;
+    if (range > 16 * connectivity.size()) {
+        nodes = connectivity;
+        std::sort(nodes.begin(), nodes.end());
+        nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+        std::for_each(nodes.begin(), nodes.end(), [](int& node) { --node; });
+        return nodes;
+    }
+    std::vector<char> isThere(range, 0);
+    for (const int number : connectivity) {
+        isThere[std::size_t(number - *first)] = 1;
+    }
+    for (std::size_t i = 0; i < range; ++i) {
+        if (isThere[i]) {
+            nodes.push_back(int(i) + *first - 1);
         }
     }
+    return nodes;
+}
 
-    Index(const Index&) = delete;
-    Index& operator=(const Index&) = delete;
-
-    bool check(ug::Error* error) const {
-        if (m_status != NC_NOERR) {
-            return ug::fail(error, Str(std::string("cannot be opened as an Exodus II file: ") + nc_strerror(m_status)));
+vtkSmartPointer<vtkPoints> pointsOf(const std::vector<int>& nodes, const std::vector<double>* axes) {
+    const auto points = vtkSmartPointer<vtkPoints>::New();
+    points->SetDataTypeToDouble();
+    points->SetNumberOfPoints(vtkIdType(nodes.size()));
+    auto* to = static_cast<double*>(points->GetVoidPointer(0));
+    for (const int node : nodes) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            *to++ = axes[axis].empty() ? 0.0 : axes[axis][std::size_t(node)];
         }
-        std::error_code failed;
-        const std::uintmax_t size = std::filesystem::file_size(m_filename, failed);
-        if (failed || (isClassic() && size < classicSize())) {
-            return ug::fail(error, "ends too early");
-        }
-        return isWhole() || ug::fail(error, "is no Exodus II file, or has no whole index of its blocks of elements");
     }
+    return points;
+}
 
-private:
-    bool isWhole() const {
-        const std::size_t blocks = length("num_el_blk");
-        if (blocks == 0 || length("num_nodes") == 0 || blocks > length("num_elem") || !hasAttributes() ||
-            !(has("coordx") || has("coord")) || !has("eb_prop1")) {
-            return false;
-        }
-        std::vector<int> ids(blocks);
-        int variable = 0;
-        nc_inq_varid(m_file, "eb_prop1", &variable);
-        if (nc_get_var_int(m_file, variable, ids.data()) != NC_NOERR ||
-            std::set<int>(ids.begin(), ids.end()).size() != blocks) {
-            return false;
-        }
-        for (std::size_t b = 1; b <= blocks; ++b) {
-            const std::string number = std::to_string(b);
-            if (length("num_el_in_blk" + number) > 0 &&
-                (nc_inq_varid(m_file, ("connect" + number).c_str(), &variable) != NC_NOERR ||
-                 nc_inq_att(m_file, variable, "elem_type", nullptr, nullptr) != NC_NOERR ||
-                 length("num_nod_per_el" + number) == 0)) {
-                return false;
-            }
-        }
-        return hasValues("num_nod_var", "name_nod_var") && hasValues("num_elem_var", "name_elem_var");
-    }
+vtkSmartPointer<vtkDoubleArray> makeArray(const std::string& name, std::size_t itemCount) {
+    auto array = vtkSmartPointer<vtkDoubleArray>::New();
+    array->SetName(name.c_str());
+    array->SetNumberOfValues(vtkIdType(itemCount));
+    return array;
+}
 
-    bool hasAttributes() const {
-        for (const char* name : {"version", "api_version", "floating_point_word_size"}) {
-            if (nc_inq_att(m_file, NC_GLOBAL, name, nullptr, nullptr) != NC_NOERR) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    bool hasValues(const char* countName, const char* namesName) const {
-        return length(countName) == 0 || has(namesName);
-    }
-
-    bool has(const std::string& variable) const {
-        int id = 0;
-        return nc_inq_varid(m_file, variable.c_str(), &id) == NC_NOERR;
-    }
-
-    std::size_t length(const std::string& dimension) const {
-        int id = 0;
-        std::size_t count = 0;
-        return nc_inq_dimid(m_file, dimension.c_str(), &id) == NC_NOERR && nc_inq_dimlen(m_file, id, &count) == NC_NOERR
-                   ? count
-                   : 0;
-    }
-
-    bool isClassic() const {
-        int format = 0;
-        return nc_inq_format(m_file, &format) == NC_NOERR &&
-               (format == NC_FORMAT_CLASSIC || format == NC_FORMAT_64BIT_OFFSET);
-    }
-
-    // The bytes that header and values take at least; NetCDF reads zeros behind the end of such a file.
-    std::uintmax_t classicSize() const {
-        int dimensions = 0;
-        int variables = 0;
-        int attributes = 0;
-        nc_inq(m_file, &dimensions, &variables, &attributes, nullptr);
-        std::uintmax_t size = 32 + attributesSize(NC_GLOBAL, attributes);
-        char name[NC_MAX_NAME + 1] = "";
-        for (int d = 0; d < dimensions; ++d) {
-            nc_inq_dimname(m_file, d, name);
-            size += 8 + paddedLength(name);
-        }
-        for (int v = 0; v < variables; ++v) {
-            size += variableSize(v);
-        }
-        return size;
-    }
-
-    std::uintmax_t variableSize(int variable) const {
-        char name[NC_MAX_NAME + 1] = "";
-        nc_type type = NC_NAT;
-        int rank = 0;
-        int dimensions[NC_MAX_VAR_DIMS] = {};
-        int attributes = 0;
-        nc_inq_var(m_file, variable, name, &type, &rank, dimensions, &attributes);
-        std::uintmax_t values = typeSize(type);
-        for (int d = 0; d < rank; ++d) {
-            std::size_t count = 0;
-            nc_inq_dimlen(m_file, dimensions[d], &count);
-            values *= count;
-        }
-        return 28 + paddedLength(name) + 4 * std::uintmax_t(rank) + attributesSize(variable, attributes) + values;
-    }
-
-    std::uintmax_t attributesSize(int variable, int attributeCount) const {
-        std::uintmax_t size = 0;
-        for (int a = 0; a < attributeCount; ++a) {
-            char name[NC_MAX_NAME + 1] = "";
-            nc_type type = NC_NAT;
-            std::size_t count = 0;
-            nc_inq_attname(m_file, variable, a, name);
-            nc_inq_att(m_file, variable, name, &type, &count);
-            size += 12 + paddedLength(name) + count * typeSize(type);
-        }
-        return size;
-    }
-
-    std::uintmax_t typeSize(nc_type type) const {
-        std::size_t size = 0;
-        nc_inq_type(m_file, type, nullptr, &size);
-        return size;
-    }
-
-    static std::uintmax_t paddedLength(const char* name) {
-        return (std::strlen(name) + 3) / 4 * 4;
-    }
-
-    std::string m_filename;
-    int m_file = -1;
-    int m_status;
-};
+void setIds(vtkDataSetAttributes* attributes, const std::vector<int>& items, const std::vector<long long>& ids) {
+    vtkNew<vtkIdTypeArray> array;
+    array->SetName("ids");
+    array->SetNumberOfValues(vtkIdType(items.size()));
+    std::transform(items.begin(), items.end(), array->GetPointer(0),
+                   [&](int item) { return ids.empty() ? vtkIdType(item) + 1 : vtkIdType(ids[std::size_t(item)]); });
+    attributes->SetGlobalIds(array);
+}
 
 } // namespace
 
-class ExodusSource::Reader : public vtkExodusIIReader {
-public:
-    static Reader* New();
-    vtkTypeMacro(Reader, vtkExodusIIReader)
-
-        void listArrays(int objectType, std::vector<VtkArray>* arrays) {
-        for (const auto& info : Names::arrays(Metadata, objectType)) {
-            VtkArray array{info.Name, mappingOf(objectType), info.Components};
-            array.componentNames.assign(info.OriginalNames.begin(), info.OriginalNames.end());
-            arrays->push_back(std::move(array));
-        }
-    }
-};
-
-vtkStandardNewMacro(ExodusSource::Reader);
-
-ExodusSource::ExodusSource() = default;
-ExodusSource::~ExodusSource() = default;
-
 bool ExodusSource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
-    if (!Index(filename).check(error)) {
+    if (!m_file.open(filename, error)) {
         return false;
     }
-    m_reader = vtkSmartPointer<Reader>::New();
-    m_reader->SetFileName(filename.c_str());
-    m_reader->ApplyDisplacementsOff();
-    m_reader->GenerateObjectIdCellArrayOff();
-    m_reader->GenerateGlobalElementIdArrayOn();
-    m_reader->GenerateGlobalNodeIdArrayOn();
-    if (!updateVtk([this] { m_reader->UpdateInformation(); }, error)) {
+    m_nodeCount = m_file.length("num_nodes");
+    m_elementCount = m_file.length("num_elem");
+    if (m_nodeCount == 0 || !(m_file.has("coordx") || m_file.has("coord"))) {
+        return ug::fail(error, "is no Exodus II file, or has no nodes");
+    }
+    if (m_nodeCount > MOST || m_elementCount > MOST) {
+        return ug::fail(error, "has more than 2147483647 nodes or elements");
+    }
+    if (!listBlocks(contents, error) || !listSteps(contents, error) || !listVariables(ug::PER_NODE, contents, error) ||
+        !listVariables(ug::PER_ELEMENT, contents, error)) {
         return false;
     }
-    for (int i = 0; i < m_reader->GetNumberOfObjects(vtkExodusIIReader::ELEM_BLOCK); ++i) {
-        const char* name = m_reader->GetObjectName(vtkExodusIIReader::ELEM_BLOCK, i);
-        m_reader->SetObjectStatus(vtkExodusIIReader::ELEM_BLOCK, i, 1);
-        contents->parts.push_back(name);
-    }
-    vtkInformation* info = m_reader->GetOutputInformation(0);
-    if (info->Has(vtkCompositeDataPipeline::TIME_STEPS())) {
-        const double* times = info->Get(vtkCompositeDataPipeline::TIME_STEPS());
-        m_times.assign(times, times + info->Length(vtkCompositeDataPipeline::TIME_STEPS()));
-    }
-    contents->title = m_reader->GetTitle();
-    contents->title.erase(contents->title.find_last_not_of(" \n") + 1); // npos + 1 is 0.
-    contents->steps = m_times.empty() ? std::vector{vtkOnlyStep()} : vtkTimeSteps(m_times);
-    for (const int objectType : OBJECT_TYPES) {
-        m_reader->listArrays(objectType, &m_arrays);
-    }
-    contents->arrays = m_arrays;
+    contents->title = m_file.text("", "title");
+    m_arrays = contents->arrays;
     return true;
 }
 
 vtkSmartPointer<vtkDataObject> ExodusSource::read(std::size_t step, std::span<const std::size_t> arrays,
                                                   ug::Error* error) {
-    for (const int objectType : OBJECT_TYPES) {
-        for (int i = 0; i < m_reader->GetNumberOfObjectArrays(objectType); ++i) {
-            m_reader->SetObjectArrayStatus(objectType, m_reader->GetObjectArrayName(objectType, i), 0);
-        }
-        for (const std::size_t array : arrays) {
-            if (m_arrays[array].mapping == mappingOf(objectType)) {
-                m_reader->SetObjectArrayStatus(objectType, m_arrays[array].name.c_str(), 1);
-            }
-        }
-    }
-    const auto update = [&] { m_times.empty() ? m_reader->Update() : void(m_reader->UpdateTimeStep(m_times[step])); };
-    if (!updateVtk(update, error)) {
+    std::vector<Piece> pieces;
+    if (!readMesh(&pieces, error)) {
         return nullptr;
     }
-    auto* output = vtkMultiBlockDataSet::SafeDownCast(m_reader->GetOutputDataObject(0));
-    return output && output->GetNumberOfBlocks() > 0 ? output->GetBlock(0) : nullptr;
+    for (const std::size_t array : arrays) {
+        if (!(m_arrays[array].mapping == ug::PER_NODE ? addNodeValues(step, array, pieces, error)
+                                                      : addElementValues(step, array, pieces, error))) {
+            return nullptr;
+        }
+    }
+    auto output = vtkSmartPointer<vtkMultiBlockDataSet>::New();
+    output->SetNumberOfBlocks(unsigned(pieces.size()));
+    for (unsigned b = 0; b < pieces.size(); ++b) {
+        output->SetBlock(b, pieces[b].grid);
+        output->GetMetaData(b)->Set(vtkCompositeDataSet::NAME(), m_blocks[b].name.c_str());
+    }
+    return output;
 }
 
-void ExodusSource::release() {
-    m_reader->GetOutputDataObject(0)->ReleaseData();
+// Nothing is kept.
+void ExodusSource::release() {}
+
+// The parts are in the order of the blocks' ids, and the elements are numbered in the order of the file.
+bool ExodusSource::listBlocks(VtkContents* contents, ug::Error* error) {
+    const std::size_t count = m_file.length("num_el_blk");
+    std::vector<long long> ids;
+    if (count == 0 || !isPlausible(count) || !m_file.read("eb_prop1", {}, {count}, &ids)) {
+        return ug::fail(error, "is no Exodus II file, or has no whole index of its blocks of elements");
+    }
+    const std::vector<std::string> names = m_file.readTexts("eb_names", count);
+    std::size_t elementCount = 0;
+    for (std::size_t b = 0; b < count; ++b) {
+        Block block;
+        block.number = std::to_string(b + 1);
+        block.id = ids[b];
+        block.name = names.empty() || names[b].empty() ? "Unnamed block ID: " + std::to_string(ids[b]) : names[b];
+        block.firstElement = elementCount;
+        block.elementCount = m_file.length("num_el_in_blk" + block.number);
+        if (block.elementCount > m_elementCount - elementCount) {
+            return ug::fail(error, Str("has more elements in its blocks than the " + std::to_string(m_elementCount) +
+                                       " that it tells of"));
+        }
+        elementCount += block.elementCount;
+        if (!describeCells(&block, contents, error)) {
+            return false;
+        }
+        m_blocks.push_back(std::move(block));
+    }
+    std::stable_sort(m_blocks.begin(), m_blocks.end(), [](const Block& a, const Block& b) { return a.id < b.id; });
+    VtkNames unique;
+    for (Block& block : m_blocks) {
+        block.name = unique.makeUnique(block.name);
+        contents->parts.push_back(block.name);
+    }
+    return true;
+}
+
+bool ExodusSource::describeCells(Block* block, VtkContents* contents, ug::Error* error) const {
+    if (block->elementCount == 0) {
+        return true;
+    }
+    const bool hasFaces = m_file.has("facconn" + block->number);
+    const std::string connect = (hasFaces ? "facconn" : "connect") + block->number;
+    const std::string type = m_file.text(connect, "elem_type");
+    block->shape = m_file.shape(connect);
+    const std::size_t rank = block->shape.size();
+    if (rank == 0 || rank > 2 || (rank == 2 && block->shape[0] != block->elementCount)) {
+        return ug::fail(error, Str("block " + inQuotes(block->name) + " does not tell the nodes of its " +
+                                   std::to_string(block->elementCount) + " elements"));
+    }
+    const std::size_t nodeCount = rank == 2 ? block->shape[1] : 0;
+    if (hasFaces || !findExodusCells(type, nodeCount, &block->cells)) {
+        contents->warnings.push_back("block " + inQuotes(block->name) + " is left out: its " +
+                                     std::to_string(block->elementCount) + " elements are of type " + inQuotes(type) +
+                                     (nodeCount > 0 ? " with " + std::to_string(nodeCount) + " nodes" : ""));
+        block->elementCount = 0;
+    }
+    return true;
+}
+
+bool ExodusSource::listSteps(VtkContents* contents, ug::Error* error) {
+    m_stepCount = m_file.length("time_step");
+    if (m_stepCount == 0) {
+        contents->steps = {vtkOnlyStep()};
+        return true;
+    }
+    std::vector<double> times;
+    if (!isPlausible(m_stepCount) || !m_file.read("time_whole", {}, {m_stepCount}, &times)) {
+        return ug::fail(error, Str("does not tell the times of its " + std::to_string(m_stepCount) + " steps"));
+    }
+    contents->steps = vtkTimeSteps(times);
+    return true;
+}
+
+bool ExodusSource::listVariables(ug::ResultMapping mapping, VtkContents* contents, ug::Error* error) {
+    const bool isNodal = mapping == ug::PER_NODE;
+    const std::size_t count = m_stepCount == 0 ? 0 : m_file.length(isNodal ? "num_nod_var" : "num_elem_var");
+    if (count == 0) {
+        return true;
+    }
+    const std::vector<std::string> names = isPlausible(count)
+                                               ? m_file.readTexts(isNodal ? "name_nod_var" : "name_elem_var", count)
+                                               : std::vector<std::string>();
+    if (names.empty()) {
+        return ug::fail(error, Str("does not tell the names of its " + std::to_string(count) + " variables of " +
+                                   (isNodal ? "nodes" : "elements")));
+    }
+    VtkNames unique;
+    for (std::size_t v = 0; v < count; ++v) {
+        contents->arrays.push_back({unique.makeUnique(names[v]), mapping, 1});
+        m_variables.push_back(v);
+    }
+    return true;
+}
+
+// What takes no less than so many numbers of four bytes, as nothing makes them smaller.
+bool ExodusSource::isPlausible(std::size_t count) const {
+    return count <= m_file.size() / 4;
+}
+
+bool ExodusSource::readMesh(std::vector<Piece>* pieces, ug::Error* error) const {
+    std::vector<double> axes[3];
+    if (!readCoordinates(axes, error)) {
+        return false;
+    }
+    const std::vector<long long> nodeIds = readIds("node_num_map", m_nodeCount);
+    const std::vector<long long> elementIds = readIds("elem_num_map", m_elementCount);
+    std::vector<int> indexes(m_nodeCount, 0);
+    for (const Block& block : m_blocks) {
+        Piece& piece = pieces->emplace_back();
+        piece.grid = vtkSmartPointer<vtkUnstructuredGrid>::New();
+        Connectivity nodes;
+        if (block.elementCount == 0) {
+            continue;
+        }
+        if (!readConnectivity(block, &nodes, error)) {
+            return false;
+        }
+        piece.nodes = nodesOf(nodes.numbers);
+        for (std::size_t i = 0; i < piece.nodes.size(); ++i) {
+            indexes[std::size_t(piece.nodes[i])] = int(i);
+        }
+        setCells(block, nodes, indexes, piece.grid);
+        piece.grid->SetPoints(pointsOf(piece.nodes, axes));
+        setIds(piece.grid->GetPointData(), piece.nodes, nodeIds);
+        std::vector<int> elements(block.elementCount);
+        std::iota(elements.begin(), elements.end(), int(block.firstElement));
+        setIds(piece.grid->GetCellData(), elements, elementIds);
+    }
+    return true;
+}
+
+bool ExodusSource::readCoordinates(std::vector<double>* axes, ug::Error* error) const {
+    const std::size_t dimension = m_file.length("num_dim");
+    if (dimension == 0 || dimension > 3) {
+        return ug::fail(error, Str("has coordinates of " + std::to_string(dimension) + " dimensions"));
+    }
+    for (std::size_t axis = 0; axis < dimension; ++axis) {
+        if (!m_file.read(
+                std::string("coord") + "xyz" [axis], {}, {m_nodeCount}, &axes[axis]) &&
+            !m_file.read("coord", {axis}, {m_nodeCount}, &axes[axis])) {
+            return ug::fail(error, Str("has no coordinates of its " + std::to_string(m_nodeCount) + " nodes"));
+        }
+    }
+    return true;
+}
+
+bool ExodusSource::readConnectivity(const Block& block, Connectivity* nodes, ug::Error* error) const {
+    if (!m_file.read("connect" + block.number, {}, block.shape, &nodes->numbers) || nodes->numbers.size() > MOST) {
+        return ug::fail(error, Str("the nodes of the elements of block " + inQuotes(block.name) + " cannot be read"));
+    }
+    const auto isOther = [this](int number) { return number < 1 || std::size_t(number) > m_nodeCount; };
+    const auto other = std::find_if(nodes->numbers.begin(), nodes->numbers.end(), isOther);
+    if (other != nodes->numbers.end()) {
+        return ug::fail(error, Str("an element of block " + inQuotes(block.name) + " has the node " +
+                                   std::to_string(*other) + ", but there are " + std::to_string(m_nodeCount)));
+    }
+    if (block.shape.size() == 2) {
+        return true;
+    }
+    const bool isRead = m_file.read("ebepecnt" + block.number, {}, {block.elementCount}, &nodes->counts) &&
+                        std::all_of(nodes->counts.begin(), nodes->counts.end(), [](int count) { return count > 0; });
+    return (isRead &&
+            std::accumulate(nodes->counts.begin(), nodes->counts.end(), std::size_t(0)) == nodes->numbers.size()) ||
+           ug::fail(error, Str("block " + inQuotes(block.name) + " does not tell how many nodes each element has"));
+}
+
+bool ExodusSource::addNodeValues(std::size_t step, std::size_t array, std::span<const Piece> pieces,
+                                 ug::Error* error) const {
+    const std::string& name = m_arrays[array].name;
+    const std::size_t variable = m_variables[array];
+    std::vector<double> values;
+    if (!m_file.read("vals_nod_var" + std::to_string(variable + 1), {step}, {m_nodeCount}, &values) &&
+        !m_file.read("vals_nod_var", {step, variable}, {m_nodeCount}, &values)) {
+        return ug::fail(
+            error, Str("has no values of " + inQuotes(name) + " for its " + std::to_string(m_nodeCount) + " nodes"));
+    }
+    for (const Piece& piece : pieces) {
+        const vtkSmartPointer<vtkDoubleArray> own = makeArray(name, piece.nodes.size());
+        std::transform(piece.nodes.begin(), piece.nodes.end(), own->GetPointer(0),
+                       [&](int node) { return values[std::size_t(node)]; });
+        piece.grid->GetPointData()->AddArray(own);
+    }
+    return true;
+}
+
+// Not all blocks have all variables.
+bool ExodusSource::addElementValues(std::size_t step, std::size_t array, std::span<const Piece> pieces,
+                                    ug::Error* error) const {
+    const std::string& name = m_arrays[array].name;
+    for (std::size_t b = 0; b < m_blocks.size(); ++b) {
+        const Block& block = m_blocks[b];
+        const std::string variable = "vals_elem_var" + std::to_string(m_variables[array] + 1) + "eb" + block.number;
+        if (block.elementCount == 0 || !m_file.has(variable)) {
+            continue;
+        }
+        std::vector<double> values;
+        if (!m_file.read(variable, {step}, {block.elementCount}, &values)) {
+            return ug::fail(error,
+                            Str("has no values of " + inQuotes(name) + " for the " +
+                                std::to_string(block.elementCount) + " elements of block " + inQuotes(block.name)));
+        }
+        const vtkSmartPointer<vtkDoubleArray> own = makeArray(name, values.size());
+        std::copy(values.begin(), values.end(), own->GetPointer(0));
+        pieces[b].grid->GetCellData()->AddArray(own);
+    }
+    return true;
+}
+
+// None when there are none; the items are numbered in the order of the file then.
+std::vector<long long> ExodusSource::readIds(const char* variable, std::size_t count) const {
+    std::vector<long long> ids;
+    return m_file.read(variable, {}, {count}, &ids) ? ids : std::vector<long long>();
+}
+
+void ExodusSource::setCells(const Block& block, const Connectivity& nodes, const std::vector<int>& indexes,
+                            vtkUnstructuredGrid* grid) {
+    const ExodusCells& cells = block.cells;
+    const std::size_t stride = nodes.numbers.size() / block.elementCount;
+    const std::size_t pointCount = cells.pointCount > 0 ? cells.pointCount : stride;
+    vtkNew<vtkTypeInt32Array> offsets;
+    vtkNew<vtkTypeInt32Array> points;
+    offsets->SetNumberOfValues(vtkIdType(block.elementCount) + 1);
+    points->SetNumberOfValues(vtkIdType(nodes.counts.empty() ? block.elementCount * pointCount : nodes.numbers.size()));
+    int* to = points->GetPointer(0);
+    const int* from = nodes.numbers.data();
+    for (std::size_t e = 0; e < block.elementCount; ++e) {
+        offsets->SetValue(vtkIdType(e), int(to - points->GetPointer(0)));
+        const std::size_t own = nodes.counts.empty() ? pointCount : std::size_t(nodes.counts[e]);
+        for (std::size_t p = 0; p < own; ++p) {
+            *to++ = indexes[std::size_t(from[cells.order ? cells.order[p] : p] - 1)];
+        }
+        from += nodes.counts.empty() ? stride : own;
+    }
+    offsets->SetValue(vtkIdType(block.elementCount), int(to - points->GetPointer(0)));
+    vtkNew<vtkCellArray> array;
+    array->SetData(offsets.Get(), points.Get());
+    grid->SetCells(cells.cellType, array);
 }
 
 } // namespace orv::imp::cae

@@ -1,29 +1,70 @@
 #pragma once
 
+#include "OrvImportVtk/ExodusCells.h"
+#include "OrvImportVtk/NetCdfFile.h"
 #include "OrvImportVtk/VtkSource.h"
 
-class vtkExodusIIReader;
+class vtkUnstructuredGrid;
 
 namespace orv::imp::cae {
 
-/// Exodus II: blocks of elements as parts, variables of nodes and elements, time steps. Points are where the file has
-/// them, displacements are not added. Sets are left out.
+/// Exodus II: blocks of elements as parts, by their ids, variables of nodes and elements, time steps. Points are where
+/// the file has them, displacements are not added. Sets are left out, and so are elements that no cell is made of.
+///
+/// Goes by NetCDF itself, as VTK's own reader believes whatever a file tells it.
 class ExodusSource : public VtkSource {
 public:
-    ExodusSource();
-    ~ExodusSource() override;
-
     bool open(const std::string& filename, VtkContents* contents, ug::Error* error) override;
     vtkSmartPointer<vtkDataObject> read(std::size_t step, std::span<const std::size_t> arrays,
                                         ug::Error* error) override;
     void release() override;
 
 private:
-    class Reader;
+    struct Block {
+        std::string number; ///< What its variables are called by.
+        std::string name;
+        long long id = 0;
+        std::size_t firstElement = 0;
+        std::size_t elementCount = 0; ///< 0 when its elements are left out.
+        NetCdfFile::Shape shape;      ///< Of its connectivity: elements and nodes of each, or nodes of all.
+        ExodusCells cells;
+    };
 
-    vtkSmartPointer<Reader> m_reader;
+    /// What becomes of a block.
+    struct Piece {
+        vtkSmartPointer<vtkUnstructuredGrid> grid;
+        std::vector<int> nodes; ///< Of its points, from 0.
+    };
+
+    /// The nodes of a block's elements.
+    struct Connectivity {
+        std::vector<int> numbers; ///< From 1.
+        std::vector<int> counts;  ///< Of each element, when they differ.
+    };
+
+    bool listBlocks(VtkContents* contents, ug::Error* error);
+    bool describeCells(Block* block, VtkContents* contents, ug::Error* error) const;
+    bool listSteps(VtkContents* contents, ug::Error* error);
+    bool listVariables(ug::ResultMapping mapping, VtkContents* contents, ug::Error* error);
+    bool isPlausible(std::size_t count) const;
+
+    bool readMesh(std::vector<Piece>* pieces, ug::Error* error) const;
+    bool readCoordinates(std::vector<double>* axes, ug::Error* error) const;
+    bool readConnectivity(const Block& block, Connectivity* nodes, ug::Error* error) const;
+    bool addNodeValues(std::size_t step, std::size_t array, std::span<const Piece> pieces, ug::Error* error) const;
+    bool addElementValues(std::size_t step, std::size_t array, std::span<const Piece> pieces, ug::Error* error) const;
+    std::vector<long long> readIds(const char* variable, std::size_t count) const;
+
+    static void setCells(const Block& block, const Connectivity& nodes, const std::vector<int>& indexes,
+                         vtkUnstructuredGrid* grid);
+
+    NetCdfFile m_file;
+    std::size_t m_nodeCount = 0;
+    std::size_t m_elementCount = 0;
+    std::size_t m_stepCount = 0; ///< That the file has.
+    std::vector<Block> m_blocks;
     std::vector<VtkArray> m_arrays;
-    std::vector<double> m_times; ///< None when the file has no step.
+    std::vector<std::size_t> m_variables; ///< The number in the file of each array, from 0.
 };
 
 } // namespace orv::imp::cae
