@@ -126,8 +126,10 @@ private:
         }
     }
 
-    bool readNodes() {
-        CaeIdFinder finder(m_mesh->nodeIds);
+    /// Reads all items, and stores those whose tags are known: `place` gets the index of the id and the values.
+    template <class Place>
+    bool readItems(const CaeIds& ids, Place place) {
+        CaeIdFinder finder(ids);
         Components values;
         std::int64_t tag = 0;
         for (std::int64_t i = 0; i < m_section.itemCount; ++i) {
@@ -138,45 +140,34 @@ private:
             if (!readItem(values.data())) {
                 return false;
             }
-            const std::uint32_t node = finder.find(int(tag));
-            if (node == CaeIds::NONE) {
+            const std::uint32_t index = finder.find(int(tag));
+            if (index == CaeIds::NONE) {
                 noteLeftOut(tag, offset);
                 continue;
             }
             convert(&values);
-            if (m_mesh->nodePlaces.isIdentity()) {
-                store(values, 0, node);
-                continue;
-            }
-            for (const CaeNodePlaces::Place& place : m_mesh->nodePlaces.of(node)) {
-                store(values, place.part, place.node);
-            }
+            place(index, values);
         }
         return true;
     }
 
-    bool readElements() {
-        CaeIdFinder finder(m_mesh->elementIds);
-        Components values;
-        std::int64_t tag = 0;
-        for (std::int64_t i = 0; i < m_section.itemCount; ++i) {
-            if (!readTag(&tag)) {
-                return false;
-            }
-            const std::int64_t offset = m_input.lastOffset();
-            if (!readItem(values.data())) {
-                return false;
-            }
-            const std::uint32_t element = finder.find(int(tag));
-            if (element == CaeIds::NONE) {
-                noteLeftOut(tag, offset);
-                continue;
-            }
-            const MshParts::Place& place = m_mesh->elementPlaces[element];
-            convert(&values);
-            store(values, place.part, place.element);
+    bool readNodes() {
+        if (m_mesh->nodePlaces.isIdentity()) {
+            return readItems(m_mesh->nodeIds,
+                             [this](std::uint32_t node, const Components& values) { store(values, 0, node); });
         }
-        return true;
+        return readItems(m_mesh->nodeIds, [this](std::uint32_t node, const Components& values) {
+            for (const CaeNodePlaces::Place& place : m_mesh->nodePlaces.of(node)) {
+                store(values, place.part, place.node);
+            }
+        });
+    }
+
+    bool readElements() {
+        return readItems(m_mesh->elementIds, [this](std::uint32_t element, const Components& values) {
+            const MshParts::Place& place = m_mesh->elementPlaces[element];
+            store(values, place.part, place.element);
+        });
     }
 
     bool readElementNodes() {
