@@ -11,11 +11,13 @@
 ///   through internal::PimplPointerHolder.
 /// - Properties: a PropertySetCollection is a list of PropertySet.
 /// - Start-up: an Instance carries InitializationOptions; CoreComponent holds the LogManager.
+/// - editDistance() tells how far two words are apart, for "did you mean".
 /// - Convert carries texts to and from the core.
 
 #include "OrvCore/Convert.h"
 #include "OrvCore/CoreComponent.h"
 #include "OrvCore/Defines.h"
+#include "OrvCore/EditDistance.h"
 #include "OrvCore/InitializationOptions.h"
 #include "OrvCore/Instance.h"
 #include "OrvCore/LogManager.h"

@@ -1,12 +1,11 @@
 #include "OrvImportCae/CaeReaders.h"
 
+#include "OrvCore/EditDistance.h"
 #include "OrvImportCae/CaeModule.h"
 #include "OrvImportCae/FrdReader.h"
 #include "OrvImportCae/MshReader.h"
 
-#include <algorithm>
 #include <sstream>
-#include <string_view>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -61,25 +60,6 @@ std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {
         extensions.push_back(word);
     }
     return extensions;
-}
-
-// The single characters to add, drop, replace or swap with a neighbour that make one word the other.
-std::size_t editDistance(std::string_view a, std::string_view b) {
-    std::vector<std::vector<std::size_t>> cost(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-    for (std::size_t i = 0; i <= a.size(); ++i) {
-        for (std::size_t j = 0; j <= b.size(); ++j) {
-            if (i == 0 || j == 0) {
-                cost[i][j] = i + j;
-                continue;
-            }
-            cost[i][j] =
-                std::min({cost[i - 1][j] + 1, cost[i][j - 1] + 1, cost[i - 1][j - 1] + (a[i - 1] != b[j - 1])});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-                cost[i][j] = std::min(cost[i][j], cost[i - 2][j - 2] + 1);
-            }
-        }
-    }
-    return cost[a.size()][b.size()];
 }
 
 // The known extension that is one slip away from what stands there; empty when there is none.

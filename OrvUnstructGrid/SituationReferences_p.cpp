@@ -1,8 +1,8 @@
 #include "OrvUnstructGrid/SituationReferences_p.h"
 
 #include "OrvUnstructGrid/DataSourceDirectory.h"
+#include "OrvUnstructGrid/XmlAttributes_p.h"
 #include "OrvUnstructGrid/ZtfReader_p.h"
-#include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <iterator>
 #include <vector>
@@ -23,11 +23,11 @@ constexpr const char* PART_ID = "partId";
 constexpr const char* PART_NAME = "partName";
 
 Str referenceWordOf(const StateInfo& info) {
-    return ZtfxWords(ZTF_REFERENCES, StateInfo::TIME).wordOf(info.referenceType());
+    return EnumWords(ZTF_REFERENCES, StateInfo::TIME).wordOf(info.referenceType());
 }
 
 Str mappingWordOf(const ResultInfo& info) {
-    return ZtfxWords(ZTF_MAPPINGS, PER_NODE).wordOf(info.resultMapping());
+    return EnumWords(ZTF_MAPPINGS, PER_NODE).wordOf(info.resultMapping());
 }
 
 /// The id of the only one that fits; -1 when there is none or there are several.

@@ -2,8 +2,8 @@
 
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/SituationXml_p.h"
+#include "OrvUnstructGrid/XmlAttributes_p.h"
 #include "OrvUnstructGrid/ZtfWords_p.h"
-#include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <algorithm>
 #include <array>
@@ -99,7 +99,7 @@ void addUnknown(pugi::xml_node from, pugi::xml_node to) {
 /// Stops at what a situation never has.
 class ShapeCheck : public pugi::xml_tree_walker {
 public:
-    ShapeCheck(const ZtfxXmlReader& xml, Error* error) : m_xml(xml), m_error(error) {}
+    ShapeCheck(const XmlAttributeReader& xml, Error* error) : m_xml(xml), m_error(error) {}
 
     bool for_each(pugi::xml_node& node) override {
         if (node.type() == pugi::node_doctype) {
@@ -128,7 +128,7 @@ private:
                           m_error);
     }
 
-    const ZtfxXmlReader& m_xml;
+    const XmlAttributeReader& m_xml;
     Error* m_error;
 };
 
@@ -143,7 +143,7 @@ bool readFormat(std::string_view text, int* major, int* minor) {
     return secondProblem == std::errc() && stop == end && *major >= 0 && *minor >= 0;
 }
 
-bool checkFormat(const ZtfxXmlReader& xml, pugi::xml_node root, Error* error) {
+bool checkFormat(const XmlAttributeReader& xml, pugi::xml_node root, Error* error) {
     std::string text;
     int major = 0;
     int minor = 0;
@@ -162,7 +162,7 @@ constexpr unsigned int PARSE_OPTIONS = pugi::parse_cdata | pugi::parse_ws_pcdata
 
 } // namespace
 
-bool parseSituationXml(const ZtfxXmlReader& xml, std::string& text, pugi::xml_document* document, Error* error) {
+bool parseSituationXml(const XmlAttributeReader& xml, std::string& text, pugi::xml_document* document, Error* error) {
     ShapeCheck check(xml, error);
     return xml.parse(text, "situation", document, error, PARSE_OPTIONS) && document->traverse(check) &&
            checkFormat(xml, document->document_element(), error);

@@ -7,7 +7,7 @@
 namespace orv::ug {
 
 class Error;
-class ZtfxXmlReader;
+class XmlAttributeReader;
 
 // What is in the XML of a situation that this version does not know, and how it comes through a reading and a writing.
 // An element belongs to the one that it stands in: it comes back in the element that has the same name and key, or goes
@@ -15,7 +15,7 @@ class ZtfxXmlReader;
 
 /// Parses a text, which is changed. False when it is no well-formed XML, is no situation, is nested too deeply, names
 /// an attribute twice, has a document type, or is of a later major format.
-bool parseSituationXml(const ZtfxXmlReader& xml, std::string& text, pugi::xml_document* document, Error* error);
+bool parseSituationXml(const XmlAttributeReader& xml, std::string& text, pugi::xml_document* document, Error* error);
 
 /// Whether this version knows such an element in its parent.
 bool isKnownSituationElement(pugi::xml_node node);

@@ -4,8 +4,8 @@
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/Situation.h"
 #include "OrvUnstructGrid/SituationUnknown_p.h"
+#include "OrvUnstructGrid/XmlAttributes_p.h"
 #include "OrvUnstructGrid/ZtfWords_p.h"
-#include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <algorithm>
 #include <limits>
@@ -18,7 +18,7 @@ namespace orv::ug {
 namespace {
 
 constexpr const char* FALSE_OR_TRUE[] = {"false", "true"};
-const ZtfxWords BOOLEANS(FALSE_OR_TRUE, 0);
+const EnumWords BOOLEANS(FALSE_OR_TRUE, 0);
 
 // Writing.
 
@@ -104,14 +104,14 @@ bool checkSize(std::string_view text, const Str& path, Error* error) {
 
 // Reading.
 
-bool readEscaped(const ZtfxXmlReader& xml, pugi::xml_node node, const char* name, Str* text, Error* error) {
+bool readEscaped(const XmlAttributeReader& xml, pugi::xml_node node, const char* name, Str* text, Error* error) {
     std::string escaped;
     return xml.readText(node, name, &escaped, error) &&
            (readZtfText(escaped, text) ||
             xml.fail(node, name, escaped, "a text whose backslashes are \"\\\\\" or begin \"\\u{...}\"", error));
 }
 
-bool readProperty(const ZtfxXmlReader& xml, pugi::xml_node node, PropertyValue* value, Error* error) {
+bool readProperty(const XmlAttributeReader& xml, pugi::xml_node node, PropertyValue* value, Error* error) {
     const std::string_view kind = node.name();
     if (kind == "int") {
         return xml.readNumber(node, "value", std::numeric_limits<int>::min(), std::numeric_limits<int>::max(),
@@ -131,18 +131,19 @@ bool readProperty(const ZtfxXmlReader& xml, pugi::xml_node node, PropertyValue* 
     }
     std::vector<double> numbers;
     if (kind == "numbers") {
-        return xml.readReals(node, "value", ZtfxXmlReader::ANY_COUNT, &value->emplace<std::vector<double>>(), error);
+        return xml.readReals(node, "value", XmlAttributeReader::ANY_COUNT, &value->emplace<std::vector<double>>(),
+                             error);
     }
     const bool isRead = xml.readReals(node, "value", 3, &numbers, error);
     *value = isRead ? Vec3d(numbers[0], numbers[1], numbers[2]) : Vec3d();
     return isRead;
 }
 
-bool failForTwo(const ZtfxXmlReader& xml, pugi::xml_node node, const char* name, Error* error) {
+bool failForTwo(const XmlAttributeReader& xml, pugi::xml_node node, const char* name, Error* error) {
     return xml.fail(node, name, node.attribute(name).value(), "one that has not been there before", error);
 }
 
-bool readSet(const ZtfxXmlReader& xml, pugi::xml_node node, PropertySetCollection* collection, Error* error) {
+bool readSet(const XmlAttributeReader& xml, pugi::xml_node node, PropertySetCollection* collection, Error* error) {
     Str classType;
     if (!readEscaped(xml, node, "classType", &classType, error)) {
         return false;
@@ -166,7 +167,8 @@ bool readSet(const ZtfxXmlReader& xml, pugi::xml_node node, PropertySetCollectio
     return true;
 }
 
-bool readProperties(const ZtfxXmlReader& xml, pugi::xml_node node, PropertySetCollection* collection, Error* error) {
+bool readProperties(const XmlAttributeReader& xml, pugi::xml_node node, PropertySetCollection* collection,
+                    Error* error) {
     for (const pugi::xml_node child : node.children("set")) {
         if (!readSet(xml, child, collection, error)) {
             return false;
@@ -175,7 +177,7 @@ bool readProperties(const ZtfxXmlReader& xml, pugi::xml_node node, PropertySetCo
     return true;
 }
 
-bool readUserData(const ZtfxXmlReader& xml, pugi::xml_node node, std::map<Str, Str>* data, Error* error) {
+bool readUserData(const XmlAttributeReader& xml, pugi::xml_node node, std::map<Str, Str>* data, Error* error) {
     for (const pugi::xml_node child : node.children("entry")) {
         Str key;
         Str value;
@@ -191,7 +193,7 @@ bool readUserData(const ZtfxXmlReader& xml, pugi::xml_node node, std::map<Str, S
 
 /// Reads the first child of that name. True when there is none.
 template <class Read>
-bool readOnly(const ZtfxXmlReader& xml, pugi::xml_node root, const char* name, Error* error, Read read) {
+bool readOnly(const XmlAttributeReader& xml, pugi::xml_node root, const char* name, Error* error, Read read) {
     const pugi::xml_node node = root.child(name);
     if (const pugi::xml_node second = node.next_sibling(name)) {
         return xml.fail(second, " for the second time, expected once", error);
@@ -218,7 +220,7 @@ bool writeSituationXml(const Situation& situation, const Str& path, std::string*
 }
 
 bool readSituationXml(std::string& text, const Str& path, Situation* situation, Error* error) {
-    const ZtfxXmlReader xml(path);
+    const XmlAttributeReader xml(path);
     pugi::xml_document document;
     if (!checkSize(text, path, error) || !parseSituationXml(xml, text, &document, error)) {
         return false;

@@ -1,7 +1,7 @@
 #include "OrvUnstructGrid/ZtfxIndex_p.h"
 
+#include "OrvUnstructGrid/XmlAttributes_p.h"
 #include "OrvUnstructGrid/ZtfReader_p.h"
-#include "OrvUnstructGrid/ZtfxXml_p.h"
 
 #include <pugixml.hpp>
 
@@ -19,11 +19,11 @@ constexpr std::int64_t LARGEST_INT = std::numeric_limits<int>::max();
 /// So that no count of bytes overflows.
 constexpr std::int64_t LARGEST_COUNT = std::int64_t(1) << 48;
 
-const ZtfxWords RESULT_TYPES(ZTF_TYPES, SCALAR);
-const ZtfxWords MAPPINGS(ZTF_MAPPINGS, PER_NODE);
-const ZtfxWords REFERENCES(ZTF_REFERENCES, StateInfo::TIME);
+const EnumWords RESULT_TYPES(ZTF_TYPES, SCALAR);
+const EnumWords MAPPINGS(ZTF_MAPPINGS, PER_NODE);
+const EnumWords REFERENCES(ZTF_REFERENCES, StateInfo::TIME);
 constexpr const char* ENCRYPTION_WORDS[] = {"none", "aes256"};
-const ZtfxWords ENCRYPTIONS(ENCRYPTION_WORDS, 0);
+const EnumWords ENCRYPTIONS(ENCRYPTION_WORDS, 0);
 
 // Writing.
 
@@ -120,7 +120,7 @@ void append(pugi::xml_node parent, const ZtfxCase& contents) {
 
 // Reading.
 
-bool readArray(const ZtfxXmlReader& xml, pugi::xml_node node, ZtfxArray* array, Error* error) {
+bool readArray(const XmlAttributeReader& xml, pugi::xml_node node, ZtfxArray* array, Error* error) {
     std::string type, checksum;
     if (!xml.readNumber(node, "id", 1, LARGEST_COUNT, &array->id, error) || !xml.readText(node, "type", &type, error) ||
         !xml.readNumber(node, "items", 1, LARGEST_COUNT, &array->items, error) ||
@@ -136,7 +136,7 @@ bool readArray(const ZtfxXmlReader& xml, pugi::xml_node node, ZtfxArray* array, 
            (knownChecksum || xml.fail(node, "checksum", checksum, "32 hexadecimal digits", error));
 }
 
-bool readPart(const ZtfxXmlReader& xml, pugi::xml_node node, ZtfxPart* part, Error* error) {
+bool readPart(const XmlAttributeReader& xml, pugi::xml_node node, ZtfxPart* part, Error* error) {
     for (const auto& [name, array] :
          {std::pair("coordinates", &part->coordinates), std::pair("nodeIds", &part->nodeIds),
           std::pair("elementTypes", &part->elementTypes), std::pair("connectivity", &part->connectivity),
@@ -148,7 +148,7 @@ bool readPart(const ZtfxXmlReader& xml, pugi::xml_node node, ZtfxPart* part, Err
     return true;
 }
 
-bool readMesh(const ZtfxXmlReader& xml, pugi::xml_node node, ZtfxMesh* mesh, Error* error) {
+bool readMesh(const XmlAttributeReader& xml, pugi::xml_node node, ZtfxMesh* mesh, Error* error) {
     for (const pugi::xml_node part : node.children("part")) {
         if (!readPart(xml, part, &mesh->emplace_back(), error)) {
             return false;
@@ -157,7 +157,7 @@ bool readMesh(const ZtfxXmlReader& xml, pugi::xml_node node, ZtfxMesh* mesh, Err
     return true;
 }
 
-bool readGeometry(const ZtfxXmlReader& xml, pugi::xml_node node, std::vector<PartInfo>* parts, Error* error) {
+bool readGeometry(const XmlAttributeReader& xml, pugi::xml_node node, std::vector<PartInfo>* parts, Error* error) {
     for (const pugi::xml_node part : node.children("part")) {
         int id = 0;
         std::string name;
@@ -170,7 +170,7 @@ bool readGeometry(const ZtfxXmlReader& xml, pugi::xml_node node, std::vector<Par
     return true;
 }
 
-bool readResult(const ZtfxXmlReader& xml, pugi::xml_node node, ResultInfo* result, Error* error) {
+bool readResult(const XmlAttributeReader& xml, pugi::xml_node node, ResultInfo* result, Error* error) {
     int type = 0, id = 0, mapping = 0;
     std::string name;
     if (!xml.readWord(node, "type", RESULT_TYPES, &type, error) ||
@@ -191,7 +191,7 @@ bool readResult(const ZtfxXmlReader& xml, pugi::xml_node node, ResultInfo* resul
     return true;
 }
 
-bool readResults(const ZtfxXmlReader& xml, pugi::xml_node parent, std::vector<ResultInfo>* results, Error* error) {
+bool readResults(const XmlAttributeReader& xml, pugi::xml_node parent, std::vector<ResultInfo>* results, Error* error) {
     std::set<std::pair<ResultType, int>> ids;
     for (const pugi::xml_node node : parent.children("result")) {
         ResultInfo result;
@@ -207,7 +207,7 @@ bool readResults(const ZtfxXmlReader& xml, pugi::xml_node parent, std::vector<Re
     return true;
 }
 
-bool readStateInfo(const ZtfxXmlReader& xml, pugi::xml_node node, StateInfo* info, Error* error) {
+bool readStateInfo(const XmlAttributeReader& xml, pugi::xml_node node, StateInfo* info, Error* error) {
     int id = 0, reference = 0;
     std::string name;
     double value = 0;
@@ -220,7 +220,7 @@ bool readStateInfo(const ZtfxXmlReader& xml, pugi::xml_node node, StateInfo* inf
     return true;
 }
 
-bool readFields(const ZtfxXmlReader& xml, pugi::xml_node parent, const ZtfxCase& contents,
+bool readFields(const XmlAttributeReader& xml, pugi::xml_node parent, const ZtfxCase& contents,
                 std::vector<ZtfxField>* fields, Error* error) {
     for (const pugi::xml_node node : parent.children("field")) {
         ZtfxField& field = fields->emplace_back();
@@ -233,7 +233,7 @@ bool readFields(const ZtfxXmlReader& xml, pugi::xml_node parent, const ZtfxCase&
     return true;
 }
 
-bool readState(const ZtfxXmlReader& xml, pugi::xml_node node, const ZtfxCase& contents, ZtfxState* state,
+bool readState(const XmlAttributeReader& xml, pugi::xml_node node, const ZtfxCase& contents, ZtfxState* state,
                Error* error) {
     const std::int64_t lastMesh = static_cast<std::int64_t>(contents.meshes.size()) - 1;
     if (!readStateInfo(xml, node, &state->info, error) ||
@@ -249,7 +249,8 @@ bool readState(const ZtfxXmlReader& xml, pugi::xml_node node, const ZtfxCase& co
     return readFields(xml, node, contents, &state->fields, error);
 }
 
-bool readStates(const ZtfxXmlReader& xml, pugi::xml_node parent, ZtfxCase* contents, std::set<int>* ids, Error* error) {
+bool readStates(const XmlAttributeReader& xml, pugi::xml_node parent, ZtfxCase* contents, std::set<int>* ids,
+                Error* error) {
     for (const pugi::xml_node node : parent.children("state")) {
         ZtfxState& state = contents->states.emplace_back();
         if (!readState(xml, node, *contents, &state, error)) {
@@ -262,11 +263,11 @@ bool readStates(const ZtfxXmlReader& xml, pugi::xml_node parent, ZtfxCase* conte
     return true;
 }
 
-bool readGroups(const ZtfxXmlReader& xml, pugi::xml_node parent, const std::set<int>& stateIds,
+bool readGroups(const XmlAttributeReader& xml, pugi::xml_node parent, const std::set<int>& stateIds,
                 std::vector<StateGroupInfo>* groups, Error* error) {
     for (const pugi::xml_node node : parent.children("group")) {
         std::vector<int> ids;
-        if (!xml.readNumbers(node, "states", ZtfxXmlReader::ANY_COUNT, LARGEST_INT, &ids, error)) {
+        if (!xml.readNumbers(node, "states", XmlAttributeReader::ANY_COUNT, LARGEST_INT, &ids, error)) {
             return false;
         }
         for (const int id : ids) {
@@ -279,7 +280,7 @@ bool readGroups(const ZtfxXmlReader& xml, pugi::xml_node parent, const std::set<
     return true;
 }
 
-bool readCaseInfo(const ZtfxXmlReader& xml, pugi::xml_node node, ZTFxCaseInfo* info, Error* error) {
+bool readCaseInfo(const XmlAttributeReader& xml, pugi::xml_node node, ZTFxCaseInfo* info, Error* error) {
     std::string name, file, title;
     const pugi::xml_node simulation = node.child("simulation");
     if (!xml.readNumber(node, "id", 0, LARGEST_INT, &info->id, error) || !xml.readText(node, "name", &name, error) ||
@@ -314,7 +315,7 @@ std::string makeZtfxIndex(const ZtfxIndex& index) {
 
 bool parseZtfxHeader(std::string text, const Str& path, bool* isEncrypted, Error* error) {
     pugi::xml_document document;
-    const ZtfxXmlReader xml(path, ZTFX_HEADER_NAME);
+    const XmlAttributeReader xml(path, ZTFX_HEADER_NAME);
     int format = 0, encryption = 0;
     if (!xml.parse(text, "ztfx", &document, error) ||
         !xml.readNumber(document.first_child(), "format", 1, LARGEST_INT, &format, error)) {
@@ -335,7 +336,7 @@ bool parseZtfxHeader(std::string text, const Str& path, bool* isEncrypted, Error
 struct ZtfxIndexParser::Document {
     explicit Document(const Str& path) : xml(path, ZTFX_INDEX_NAME) {}
 
-    ZtfxXmlReader xml;
+    XmlAttributeReader xml;
     std::string text; ///< What the nodes point into.
     pugi::xml_document document;
     std::vector<pugi::xml_node> cases;
@@ -346,7 +347,7 @@ ZtfxIndexParser::ZtfxIndexParser(const Str& path) : m_document(std::make_unique<
 ZtfxIndexParser::~ZtfxIndexParser() = default;
 
 bool ZtfxIndexParser::parse(std::string text, Error* error) {
-    const ZtfxXmlReader& xml = m_document->xml;
+    const XmlAttributeReader& xml = m_document->xml;
     m_document->text = std::move(text);
     if (!xml.parse(m_document->text, "index", &m_document->document, error)) {
         return false;
@@ -371,7 +372,7 @@ const std::vector<ZTFxCaseInfo>& ZtfxIndexParser::cases() const {
 }
 
 bool ZtfxIndexParser::readArrays(std::vector<ZtfxArray>* arrays, Error* error) const {
-    const ZtfxXmlReader& xml = m_document->xml;
+    const XmlAttributeReader& xml = m_document->xml;
     for (const pugi::xml_node node : m_document->document.first_child().children("array")) {
         ZtfxArray array;
         if (!readArray(xml, node, &array, error)) {
@@ -386,7 +387,7 @@ bool ZtfxIndexParser::readArrays(std::vector<ZtfxArray>* arrays, Error* error) c
 }
 
 bool ZtfxIndexParser::readCase(std::size_t caseIndex, ZtfxCase* contents, Error* error) const {
-    const ZtfxXmlReader& xml = m_document->xml;
+    const XmlAttributeReader& xml = m_document->xml;
     const pugi::xml_node node = m_document->cases[caseIndex];
     contents->info = m_cases[caseIndex];
     for (const pugi::xml_node warning : node.children("warning")) {

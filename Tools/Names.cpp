@@ -1,9 +1,9 @@
 #include "Tools/Names.h"
 
+#include "OrvCore/EditDistance.h"
 #include "OrvCore/Str.h"
 
 #include <algorithm>
-#include <numeric>
 #include <unordered_set>
 #include <utility>
 
@@ -29,23 +29,6 @@ std::string lowerCase(std::string_view text) {
     return lower;
 }
 
-/// The letters to insert, delete, replace or swap with their neighbour to get from one text to the other.
-std::size_t editDistance(const std::string& a, const std::string& b) {
-    std::vector<std::size_t> beforeLast, last, row(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        beforeLast = std::exchange(last, row);
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-                row[j] = std::min(row[j], beforeLast[j - 2] + 1);
-            }
-        }
-    }
-    return row[b.size()];
-}
-
 } // namespace
 
 std::vector<std::size_t> selectNames(const std::vector<std::string>& names, const std::string& pattern) {
@@ -62,7 +45,7 @@ std::string nearestName(const std::vector<std::string>& names, std::string_view 
     std::size_t least = std::max<std::size_t>(1, wanted.size() / 3) + 1;
     std::string nearest;
     for (const std::string& name : names) {
-        const std::size_t distance = editDistance(lowerCase(name), wanted);
+        const std::size_t distance = orv::editDistance(lowerCase(name), wanted);
         if (distance < least) {
             least = distance;
             nearest = name;

@@ -10,15 +10,16 @@
 #include <limits>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orv::ug {
 
 /// The words for the values of an enumeration that has no gaps.
-class ZtfxWords {
+class EnumWords {
 public:
     /// @param first the value of the first word
-    ZtfxWords(std::span<const char* const> words, int first);
+    EnumWords(std::span<const char* const> words, int first);
 
     /// The word of a value; the last one when there is none.
     std::string wordOf(int value) const;
@@ -55,14 +56,14 @@ std::string textOf(const pugi::xml_document& document);
 
 /// Reads attributes of one text, and tells what is wrong with them: file, entry, byte, element, attribute, value and
 /// what was expected.
-class ZtfxXmlReader {
+class XmlAttributeReader {
 public:
     static constexpr std::size_t ANY_COUNT = std::numeric_limits<std::size_t>::max();
 
     /// Of an entry in a container.
-    ZtfxXmlReader(const Str& path, const char* entry);
+    XmlAttributeReader(const Str& path, const char* entry);
     /// Of a file that is XML itself.
-    explicit ZtfxXmlReader(const Str& path);
+    explicit XmlAttributeReader(const Str& path);
 
     /// The nodes keep their texts in `text`, which is changed. False when it is no XML or has another root.
     /// @param options what pugixml is to keep besides elements and attributes
@@ -72,7 +73,7 @@ public:
     bool readText(pugi::xml_node node, const char* name, std::string* text, Error* error) const;
 
     /// The number of the word.
-    bool readWord(pugi::xml_node node, const char* name, const ZtfxWords& words, int* value, Error* error) const;
+    bool readWord(pugi::xml_node node, const char* name, const EnumWords& words, int* value, Error* error) const;
 
     bool readReal(pugi::xml_node node, const char* name, double* value, Error* error) const;
 
@@ -109,6 +110,9 @@ public:
     bool fail(pugi::xml_node node, const std::string& problem, Error* error) const;
 
 private:
+    /// The words of an attribute, which point into `text`.
+    bool readList(pugi::xml_node node, const char* name, std::size_t count, std::string* text,
+                  std::vector<std::string_view>* words, Error* error) const;
     bool readWide(pugi::xml_node node, const char* name, std::int64_t lowest, std::int64_t highest,
                   std::int64_t* number, Error* error) const;
     bool readWides(pugi::xml_node node, const char* name, std::size_t count, std::int64_t highest,

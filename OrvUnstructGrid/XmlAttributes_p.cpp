@@ -1,4 +1,4 @@
-#include "OrvUnstructGrid/ZtfxXml_p.h"
+#include "OrvUnstructGrid/XmlAttributes_p.h"
 
 #include "OrvUnstructGrid/ZtfWords_p.h"
 
@@ -35,20 +35,20 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
 
 } // namespace
 
-ZtfxWords::ZtfxWords(std::span<const char* const> words, int first) : m_words(words), m_first(first) {}
+EnumWords::EnumWords(std::span<const char* const> words, int first) : m_words(words), m_first(first) {}
 
-std::string ZtfxWords::wordOf(int value) const {
+std::string EnumWords::wordOf(int value) const {
     const auto index = static_cast<std::size_t>(value - m_first);
     return index < m_words.size() ? m_words[index] : m_words.back();
 }
 
-bool ZtfxWords::findValue(const std::string& word, int* value) const {
+bool EnumWords::findValue(const std::string& word, int* value) const {
     const auto found = std::find(m_words.begin(), m_words.end(), word);
     *value = m_first + static_cast<int>(found - m_words.begin());
     return found != m_words.end();
 }
 
-std::string ZtfxWords::list() const {
+std::string EnumWords::list() const {
     std::string text;
     for (const char* word : m_words) {
         text += (text.empty() ? "" : ", ") + std::string(word);
@@ -85,12 +85,13 @@ std::string textOf(const pugi::xml_document& document) {
     return out.str();
 }
 
-ZtfxXmlReader::ZtfxXmlReader(const Str& path, const char* entry) : m_place(path + ", entry '" + entry + "'") {}
+XmlAttributeReader::XmlAttributeReader(const Str& path, const char* entry)
+    : m_place(path + ", entry '" + entry + "'") {}
 
-ZtfxXmlReader::ZtfxXmlReader(const Str& path) : m_place(path) {}
+XmlAttributeReader::XmlAttributeReader(const Str& path) : m_place(path) {}
 
-bool ZtfxXmlReader::parse(std::string& text, const char* root, pugi::xml_document* document, Error* error,
-                          unsigned int options) const {
+bool XmlAttributeReader::parse(std::string& text, const char* root, pugi::xml_document* document, Error* error,
+                               unsigned int options) const {
     // Texts come back as they were written: without the parser's own changes to line ends and blanks.
     const pugi::xml_parse_result result =
         document->load_buffer_inplace(text.data(), text.size(), options | pugi::parse_escapes, pugi::encoding_utf8);
@@ -103,34 +104,31 @@ bool ZtfxXmlReader::parse(std::string& text, const char* root, pugi::xml_documen
                                                 ">, expected <" + root + ">");
 }
 
-bool ZtfxXmlReader::readText(pugi::xml_node node, const char* name, std::string* text, Error* error) const {
+bool XmlAttributeReader::readText(pugi::xml_node node, const char* name, std::string* text, Error* error) const {
     const pugi::xml_attribute attribute = node.attribute(name);
     *text = attribute.value();
     return attribute || fail(node, " without the attribute '" + std::string(name) + "'", error);
 }
 
-bool ZtfxXmlReader::readWord(pugi::xml_node node, const char* name, const ZtfxWords& words, int* value,
-                             Error* error) const {
+bool XmlAttributeReader::readWord(pugi::xml_node node, const char* name, const EnumWords& words, int* value,
+                                  Error* error) const {
     std::string word;
     return readText(node, name, &word, error) &&
            (words.findValue(word, value) || fail(node, name, word, "one of " + words.list(), error));
 }
 
-bool ZtfxXmlReader::readReal(pugi::xml_node node, const char* name, double* value, Error* error) const {
+bool XmlAttributeReader::readReal(pugi::xml_node node, const char* name, double* value, Error* error) const {
     std::string text;
     return readText(node, name, &text, error) &&
            (readZtfNumber(text, value) || fail(node, name, text, "a number", error));
 }
 
-bool ZtfxXmlReader::readReals(pugi::xml_node node, const char* name, std::size_t count, std::vector<double>* values,
-                              Error* error) const {
+bool XmlAttributeReader::readReals(pugi::xml_node node, const char* name, std::size_t count,
+                                   std::vector<double>* values, Error* error) const {
     std::string text;
-    if (!readText(node, name, &text, error)) {
+    std::vector<std::string_view> words;
+    if (!readList(node, name, count, &text, &words, error)) {
         return false;
-    }
-    const std::vector<std::string_view> words = wordsOf(text);
-    if (count != ANY_COUNT && words.size() != count) {
-        return fail(node, name, text, std::to_string(count) + " numbers", error);
     }
     for (const std::string_view word : words) {
         if (!readZtfNumber(word, &values->emplace_back())) {
@@ -140,19 +138,29 @@ bool ZtfxXmlReader::readReals(pugi::xml_node node, const char* name, std::size_t
     return true;
 }
 
-bool ZtfxXmlReader::fail(pugi::xml_node node, const char* name, const std::string& value,
-                         const std::string& expectation, Error* error) const {
+bool XmlAttributeReader::fail(pugi::xml_node node, const char* name, const std::string& value,
+                              const std::string& expectation, Error* error) const {
     const std::string shown = value.size() > LONGEST_QUOTE ? value.substr(0, LONGEST_QUOTE) + "..." : value;
     return fail(node, " has the " + std::string(name) + " '" + shown + "', expected " + expectation, error);
 }
 
-bool ZtfxXmlReader::fail(pugi::xml_node node, const std::string& problem, Error* error) const {
+bool XmlAttributeReader::fail(pugi::xml_node node, const std::string& problem, Error* error) const {
     return ug::fail(error, m_place + ", byte " + std::to_string(node.offset_debug()) + ": <" +
                                std::string(node.name()).substr(0, LONGEST_QUOTE) + ">" + problem);
 }
 
-bool ZtfxXmlReader::readWide(pugi::xml_node node, const char* name, std::int64_t lowest, std::int64_t highest,
-                             std::int64_t* number, Error* error) const {
+bool XmlAttributeReader::readList(pugi::xml_node node, const char* name, std::size_t count, std::string* text,
+                                  std::vector<std::string_view>* words, Error* error) const {
+    if (!readText(node, name, text, error)) {
+        return false;
+    }
+    *words = wordsOf(*text);
+    return count == ANY_COUNT || words->size() == count ||
+           fail(node, name, *text, std::to_string(count) + " numbers", error);
+}
+
+bool XmlAttributeReader::readWide(pugi::xml_node node, const char* name, std::int64_t lowest, std::int64_t highest,
+                                  std::int64_t* number, Error* error) const {
     std::string text;
     if (!readText(node, name, &text, error)) {
         return false;
@@ -161,15 +169,12 @@ bool ZtfxXmlReader::readWide(pugi::xml_node node, const char* name, std::int64_t
     return isGood || fail(node, name, text, rangeText(lowest, highest), error);
 }
 
-bool ZtfxXmlReader::readWides(pugi::xml_node node, const char* name, std::size_t count, std::int64_t highest,
-                              std::vector<std::int64_t>* numbers, Error* error) const {
+bool XmlAttributeReader::readWides(pugi::xml_node node, const char* name, std::size_t count, std::int64_t highest,
+                                   std::vector<std::int64_t>* numbers, Error* error) const {
     std::string text;
-    if (!readText(node, name, &text, error)) {
+    std::vector<std::string_view> words;
+    if (!readList(node, name, count, &text, &words, error)) {
         return false;
-    }
-    const std::vector<std::string_view> words = wordsOf(text);
-    if (count != ANY_COUNT && words.size() != count) {
-        return fail(node, name, text, std::to_string(count) + " numbers", error);
     }
     for (const std::string_view word : words) {
         std::int64_t number = 0;
