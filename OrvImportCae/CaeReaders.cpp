@@ -36,6 +36,9 @@ constexpr CaeReaderEntry READERS[] = {
     {"EnSight Gold", "EnSight Gold cases", "case",
      "parts; times as states, with meshes that change if they do; scalars, vectors and tensors of nodes and elements",
      nullptr, &VTK_MODULE},
+    {"CGNS", "CGNS files", "cgns",
+     "zones as parts; times as states, with meshes that change if they do; solutions at vertices and cell centres",
+     nullptr, &VTK_MODULE},
     {"OpenFOAM", "OpenFOAM cases", "foam openfoam",
      "mesh and patches as parts; folders of times as states, with meshes that change if they do; volume fields of "
      "cells "

@@ -5,6 +5,7 @@
 #include <vtkOutputWindow.h>
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -12,10 +13,12 @@ namespace {
 
 constexpr std::size_t MOST_MESSAGES = 3; // The first ones tell the cause, the others what follows from it.
 
-// VTK's texts: "ERROR: In file, line 5\nvtkSomething (0x55d0): What is wrong.\n\n"
+// VTK's texts: "ERROR: In file, line 5\nvtkSomething (0x55d0): What is wrong.\n\n" Generic ones name nothing.
 std::string essence(const std::string& message) {
-    const std::size_t header = message.find("): ");
-    std::string text = header == std::string::npos ? message : message.substr(header + 3);
+    constexpr std::string_view GENERIC = "Generic Warning: In ";
+    const std::size_t header = message.starts_with(GENERIC) ? message.find('\n') : message.find("): ");
+    const std::size_t length = message.starts_with(GENERIC) ? 1 : 3;
+    std::string text = header == std::string::npos ? message : message.substr(header + length);
     std::replace(text.begin(), text.end(), '\n', ' ');
     text.erase(text.find_last_not_of(" .") + 1);
     return text;
@@ -47,7 +50,10 @@ public:
         }
     }
 
-    void DisplayGenericWarningText(const char*) override {}
+    void DisplayGenericWarningText(const char* text) override {
+        DisplayWarningText(text);
+    }
+
     void DisplayDebugText(const char*) override {}
 
     void takeWarningsForErrors() {

@@ -1,5 +1,6 @@
 #include "OrvImportVtk/VtkSource.h"
 
+#include "OrvImportVtk/CgnsSource.h"
 #include "OrvImportVtk/CollectionSource.h"
 #include "OrvImportVtk/EnSightSource.h"
 #include "OrvImportVtk/ExodusSource.h"
@@ -38,7 +39,7 @@ constexpr Format FORMATS[] = {
     {"VTK XML", create<XmlSource>},          {"VTK XML collections", create<CollectionSource>},
     {"VTK legacy", create<LegacySource>},    {"Exodus II", create<ExodusSource>},
     {"EnSight Gold", create<EnSightSource>}, {"VTKHDF", create<HdfSource>},
-    {"OpenFOAM", create<FoamSource>},
+    {"OpenFOAM", create<FoamSource>},        {"CGNS", create<CgnsSource>},
 };
 
 std::string shortText(double number) {

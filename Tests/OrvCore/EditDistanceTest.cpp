@@ -28,9 +28,9 @@ INSTANTIATE_TEST_SUITE_P(Each, EditDistance,
                                          Pair{"stress", "stness", 1},                  // One to replace.
                                          Pair{"frd", "fdr", 1},                        // One pair to swap.
                                          Pair{"ab", "ba", 1},                          // At the beginning, too.
-                                         Pair{"ca", "abc", 3},        // The swapped pair may not be parted again.
+                                         Pair{"ca", "abc", 3},         // The swapped pair may not be parted again.
                                          Pair{"kitten", "sitting", 3}, // k-s, e-i, g.
-                                         Pair{"Stress", "stress", 1}, // Letters of another size are others.
-                                         Pair{"abcd", "badc", 2}));   // Two pairs.
+                                         Pair{"Stress", "stress", 1},  // Letters of another size are others.
+                                         Pair{"abcd", "badc", 2}));    // Two pairs.
 
 } // namespace

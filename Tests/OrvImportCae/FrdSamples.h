@@ -24,7 +24,7 @@ inline std::string solverFile(const std::string& name) {
 inline const std::string SUPPORTED_FORMATS =
     "supported are .frd (CalculiX results), .msh (Gmsh meshes and results), "
     ".med .rmed (MED files of code_aster and Salome), .e .ex2 .exo .exii .g (Exodus II results), "
-    ".case (EnSight Gold cases), .foam .openfoam (OpenFOAM cases), "
+    ".case (EnSight Gold cases), .cgns (CGNS files), .foam .openfoam (OpenFOAM cases), "
     ".vtu .vtp (VTK XML files), .pvd .vtm .pvtu .pvtp (VTK XML collections), "
     ".vtkhdf .hdf (VTKHDF files), .vtk (VTK legacy files)";
 

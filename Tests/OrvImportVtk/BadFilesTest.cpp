@@ -23,6 +23,8 @@ struct Sample {
 
 const std::vector<Sample>& samples() {
     static const std::vector<Sample> all = {
+        {"cgns", "states.cgns", {}},
+        {"cgns", "states_adf.cgns", {}},
         {"vtk", "zoo_ascii.vtu", {}},
         {"vtk", "zoo_binary.vtu", {}},
         {"vtk", "zoo_raw.vtu", {}},

@@ -82,7 +82,8 @@ TEST_F(XmlAttributes, WhatIsPutComesBack) {
 TEST_F(XmlAttributes, WhatIsNoXmlIsTold) {
     m_text = "<list><item>";
     EXPECT_FALSE(m_reader.parse(m_text, "list", &m_document, &m_error));
-    EXPECT_THAT(m_error.message().toStdString(), testing::MatchesRegex("/a/b.xml, byte [0-9]+: not well-formed XML: .+"));
+    EXPECT_THAT(m_error.message().toStdString(),
+                testing::MatchesRegex("/a/b.xml, byte [0-9]+: not well-formed XML: .+"));
     m_text = "<html/>";
     const XmlAttributeReader ofEntry(Str("/a/b.zip"), "c.xml");
     EXPECT_FALSE(ofEntry.parse(m_text, "list", &m_document, &m_error));

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "OrvUnstructGrid/Error.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace orv::imp::cae {
+
+/// A node of a CGNS file, with what it says of itself. It must not outlive its tree.
+class CgnsNode {
+public:
+    CgnsNode() = default;
+    ~CgnsNode();
+
+    CgnsNode(CgnsNode&& other) noexcept;
+    CgnsNode& operator=(CgnsNode&& other) noexcept;
+
+    /// The items of its data, all dimensions multiplied; 0 when it has none.
+    std::int64_t itemCount() const;
+
+    std::string name;
+    std::string label; ///< Its kind, "Zone_t".
+    std::string type;  ///< Of the items: "I4", "I8", "R4", "R8" and "C1"; "MT" without data.
+    std::vector<std::int64_t> sizes;
+
+private:
+    friend class CgnsTree;
+
+    int m_file = 0;
+    double m_id = 0;
+};
+
+/// The tree of nodes that a CGNS file is, HDF5 or ADF, through the library that VTK's reader uses. Nodes are looked at
+/// when they are asked for, and all that VTK would stumble over in a node by itself is an error here.
+class CgnsTree {
+public:
+    CgnsTree() = default;
+    ~CgnsTree();
+
+    CgnsTree(const CgnsTree&) = delete;
+    CgnsTree& operator=(const CgnsTree&) = delete;
+
+    bool open(const std::string& filename, ug::Error* error);
+
+    /// The children of the outermost node, which has neither name nor data.
+    bool readRoot(std::vector<CgnsNode>* children, ug::Error* error) const;
+    bool readChildren(const CgnsNode& parent, std::vector<CgnsNode>* children, ug::Error* error) const;
+
+    /// Items of one of the types "I4" and "I8", "R4" and "R8", "C1".
+    /// @{
+    bool readIntegers(const CgnsNode& node, std::vector<std::int64_t>* items, ug::Error* error) const;
+    bool readReals(const CgnsNode& node, std::vector<double>* items, ug::Error* error) const;
+    bool readText(const CgnsNode& node, std::string* text, ug::Error* error) const;
+    /// @}
+
+private:
+    bool look(CgnsNode* node, ug::Error* error) const;
+    bool readChildrenOf(double id, const std::string& name, std::vector<CgnsNode>* children, ug::Error* error) const;
+    bool areCalledSo(double parent, const std::vector<CgnsNode>& children, ug::Error* error) const;
+    bool readItems(const CgnsNode& node, void* items, ug::Error* error) const;
+
+    int m_file = 0; ///< Of the library; 0 while none is open.
+    std::int64_t m_mostBytes = 0;
+};
+
+} // namespace orv::imp::cae
