@@ -42,7 +42,11 @@ MedSilence::MedSilence() : m_nowhere(std::fopen("/dev/null", "w")), m_stderr(std
     }
 }
 
+// HDF5 loses memory over damaged headers of objects, and complains of it at the end of the process if errors are to be
+// told. It asks that by the second form of this function, which fails where libmedc has used the first one, and then
+// goes by what happens to be on the stack.
 MedSilence::~MedSilence() {
+    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
     stderr = m_stderr;
     if (m_nowhere) {
         std::fclose(m_nowhere);

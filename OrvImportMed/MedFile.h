@@ -15,6 +15,8 @@ namespace orv::imp::cae {
 
 /// Keeps off the console, while it lives, what libmedc prints: it tells each failure on `stderr`, and cannot be told
 /// not to. What the whole process writes to that stream of C meanwhile is lost, what it writes to std::cerr is not.
+/// HDF5 tells errors no more from then on, which is libmedc's doing, not even those that it finds when the process
+/// ends.
 class MedSilence {
 public:
     MedSilence();
