@@ -5,7 +5,7 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::uint8_t SAME[] = {0, 1, 2, 3, 4, 5, 6, 7};
+constexpr std::uint8_t SAME[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19};
 constexpr std::uint8_t TETRAHEDRON_ORDER[] = {0, 2, 1, 3, 6, 5, 4, 7, 9, 8};
 constexpr std::uint8_t PYRAMID_ORDER[] = {0, 3, 2, 1, 4, 8, 7, 6, 5, 9, 12, 11, 10};
 constexpr std::uint8_t WEDGE_ORDER[] = {0, 2, 1, 3, 5, 4, 8, 7, 6, 11, 10, 9, 12, 14, 13};
@@ -33,10 +33,44 @@ constexpr MedCell CELLS[] = {
     {MED_HEXA27, "H27", ug::HEXAHEDRON_20, HEXAHEDRON_ORDER},
 };
 
+// Of the volume just the sign is right: twice the area of the base, by its diagonals, times the way from the centre of
+// the base to that of the top.
+double orientedVolume(const double* const* corners, std::size_t cornerCount) {
+    const std::size_t baseCount = cornerCount == 4 || cornerCount == 6 ? 3 : 4;
+    double first[3];
+    double second[3];
+    double up[3];
+    for (std::size_t k = 0; k < 3; ++k) {
+        first[k] = corners[2][k] - corners[0][k];
+        second[k] = corners[3 % baseCount][k] - corners[1][k];
+        double base = 0.0;
+        double top = 0.0;
+        for (std::size_t i = 0; i < cornerCount; ++i) {
+            (i < baseCount ? base : top) += corners[i][k];
+        }
+        up[k] = top / double(cornerCount - baseCount) - base / double(baseCount);
+    }
+    return up[0] * (first[1] * second[2] - first[2] * second[1]) +
+           up[1] * (first[2] * second[0] - first[0] * second[2]) +
+           up[2] * (first[0] * second[1] - first[1] * second[0]);
+}
+
 } // namespace
 
 std::span<const MedCell> medCells() {
     return CELLS;
+}
+
+const std::uint8_t* medNodeOrder(const MedCell& cell, const double* coordinates, const int* nodes) {
+    const ug::ElementTypeInfo& info = ug::elementTypeInfo(cell.elementType);
+    if (info.dimension < 3) {
+        return cell.order;
+    }
+    const double* corners[8];
+    for (std::size_t i = 0; i < info.cornerCount; ++i) {
+        corners[i] = coordinates + 3 * std::size_t(nodes[cell.order[i]] - 1);
+    }
+    return orientedVolume(corners, info.cornerCount) < 0.0 ? SAME : cell.order;
 }
 
 } // namespace orv::imp::cae

@@ -101,13 +101,15 @@ public:
             }
             for (const std::uint32_t element : elements) {
                 const med_int* nodes = block->nodes.data() + element * cell.nodeCount();
+                const std::uint8_t* order =
+                    m_dimension == 3 ? medNodeOrder(cell, m_coordinates.data(), nodes) : cell.order;
                 for (std::size_t i = 0; i < used; ++i) {
-                    connectivity.push_back(nodeInPart(std::uint32_t(nodes[cell.order[i]] - 1), places));
+                    connectivity.push_back(nodeInPart(std::uint32_t(nodes[order[i]] - 1), places));
                 }
                 types.push_back(cell.elementType);
                 ids.push_back(block->numbers.empty() ? int(block->firstNumber + element) : block->numbers[element]);
+                addToRun(cell, order, element, &places->runs);
             }
-            places->runs.push_back({&cell, elements});
         }
         setNodes(*places, part->nodes());
         part->elements()->set(std::move(types), std::move(connectivity), std::move(ids));
@@ -298,6 +300,14 @@ private:
             }
             plan.runs.back().second.push_back(std::uint32_t(i));
         }
+    }
+
+    static void addToRun(const MedCell& cell, const std::uint8_t* order, std::uint32_t element,
+                         std::vector<MedRun>* runs) {
+        if (runs->empty() || runs->back().cell != &cell || runs->back().order != order) {
+            runs->push_back({&cell, order, {}});
+        }
+        runs->back().elements.push_back(element);
     }
 
     std::uint32_t nodeInPart(std::uint32_t node, MedPart* places) {

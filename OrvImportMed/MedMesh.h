@@ -22,9 +22,10 @@ struct MedMesh {
     std::size_t cellCount(int type) const;
 };
 
-/// Elements that follow each other in a part, all of one type.
+/// Elements that follow each other in a part, all of one type and one order of nodes.
 struct MedRun {
     const MedCell* cell;
+    const std::uint8_t* order;           ///< For each node of an element its place in the cell, from 0.
     std::vector<std::uint32_t> elements; ///< For each element which of its type's in the mesh it is, from 0.
 };
 

@@ -123,7 +123,7 @@ void copyRun(const Table& table, const MedRun& run, const Layout& layout, bool i
         if (const std::uint32_t row = table.rows[element]; row != NO_ROW) {
             const double* points = &table.values[row * layout.rowSize];
             for (std::size_t i = 0; i < perElement; ++i) {
-                const std::size_t point = isPerElementNode ? run.cell->order[i] : 0;
+                const std::size_t point = isPerElementNode ? run.order[i] : 0;
                 copyPoint(points + point * layout.componentCount, layout.columns, item + i * layout.columns.size());
             }
         }

@@ -1,53 +1,18 @@
 #include "OrvImportMed/MedCells.h"
 
 #include "Tests/OrvImportMed/MedSamples.h"
+#include "Tests/OrvImportMed/MedShapes.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <map>
 #include <set>
 
 using namespace orv;
+using orvtest::expectNodesInTheMiddleOfEdges;
 using orvtest::medFile;
 using orvtest::openMed;
-
-namespace {
-
-using Point = std::array<double, 3>;
-
-Point pointOf(const ug::DataNodes& nodes, std::uint32_t index) {
-    const double* xyz = nodes.coordinates().data() + 3 * index;
-    return {xyz[0], xyz[1], xyz[2]};
-}
-
-Point difference(const Point& a, const Point& b) {
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
-double tripleProduct(const Point& a, const Point& b, const Point& c) {
-    return a[0] * (b[1] * c[2] - b[2] * c[1]) + a[1] * (b[2] * c[0] - b[0] * c[2]) + a[2] * (b[0] * c[1] - b[1] * c[0]);
-}
-
-// By its surfaces, whose normals point outward: a third of the cone over each triangle, from the first corner.
-double volume(const ug::DataNodes& nodes, ug::ElementType type, std::span<const std::uint32_t> element) {
-    const Point apex = pointOf(nodes, element[0]);
-    double sixfold = 0.0;
-    for (std::size_t s = 0; s < ug::elementTypeInfo(type).surfaceCount; ++s) {
-        const std::span<const std::uint8_t> surface = ug::elementSurface(type, s);
-        const std::size_t corners = ug::elementTypeInfo(type).isQuadratic ? surface.size() / 2 : surface.size();
-        for (std::size_t i = 2; i < corners; ++i) {
-            sixfold += tripleProduct(difference(pointOf(nodes, element[surface[0]]), apex),
-                                     difference(pointOf(nodes, element[surface[i - 1]]), apex),
-                                     difference(pointOf(nodes, element[surface[i]]), apex));
-        }
-    }
-    return sixfold / 6.0;
-}
-
-} // namespace
+using orvtest::volume;
 
 TEST(MedCells, OrdersNameEachNodeOnceAndAreWithinTheCell) {
     std::set<ug::ElementType> made;
@@ -103,12 +68,36 @@ TEST(MedCells, ElementsHavePositiveVolumesAndNodesInTheMiddleOfEdges) {
         if (const auto found = volumes.find(type); found != volumes.end()) {
             EXPECT_NEAR(volume(*part.nodes(), type, nodes), found->second, 1e-12);
         }
-        for (std::size_t e = 0; ug::elementTypeInfo(type).isQuadratic && e < ug::elementTypeInfo(type).edgeCount; ++e) {
-            const std::span<const std::uint8_t> edge = ug::elementEdge(type, e);
-            for (int k = 0; k < 3; ++k) {
-                const auto axis = [&](std::uint8_t n) { return pointOf(*part.nodes(), nodes[n])[std::size_t(k)]; };
-                EXPECT_DOUBLE_EQ(axis(edge[2]), (axis(edge[0]) + axis(edge[1])) / 2.0) << "edge " << e;
-            }
+        expectNodesInTheMiddleOfEdges(*part.nodes(), type, nodes);
+    }
+}
+
+// Nodes of the file in our order: the first one is in our first place.
+TEST(MedCells, VolumesThatMedsOrderWouldTurnInsideOutKeepTheirOwn) {
+    const auto source = openMed(medFile("cells.med"));
+    const ug::DataPart& part = *source->state(0)->geometry(0)->part(0);
+    std::size_t volumeCount = 0;
+    for (std::size_t i = 0; i < part.elements()->elementCount(); ++i) {
+        const imp::cae::MedCell& cell = imp::cae::medCells()[i];
+        SCOPED_TRACE(cell.name);
+        const std::span<const std::uint32_t> nodes = part.elements()->nodeIndexes(i);
+        std::vector<int> ours(nodes.size());
+        std::vector<int> asMed(nodes.size());
+        for (std::size_t n = 0; n < nodes.size(); ++n) {
+            ours[n] = int(nodes[n]) + 1;
+            asMed[cell.order[n]] = int(nodes[n]) + 1;
+        }
+        const double* coordinates = part.nodes()->coordinates().data();
+        EXPECT_EQ(imp::cae::medNodeOrder(cell, coordinates, asMed.data()), cell.order);
+        const std::uint8_t* order = imp::cae::medNodeOrder(cell, coordinates, ours.data());
+        for (std::size_t n = 0; n < nodes.size(); ++n) {
+            EXPECT_EQ(order[n], n);
+        }
+        if (ug::elementTypeInfo(cell.elementType).dimension == 3) {
+            ++volumeCount;
+            const std::vector<double> flat(3 * part.nodes()->nodeCount(), 1.0);
+            EXPECT_EQ(imp::cae::medNodeOrder(cell, flat.data(), ours.data()), cell.order);
         }
     }
+    EXPECT_EQ(volumeCount, 10u);
 }

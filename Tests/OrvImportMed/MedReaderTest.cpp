@@ -5,12 +5,13 @@
 
 #include "OrvCore/Defines.h"
 #include "Tests/OrvImportMed/MedSamples.h"
+#include "Tests/OrvImportMed/MedShapes.h"
 #include "Tests/Support/DescribeSource.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -18,15 +19,12 @@
 using namespace orv;
 using nlohmann::json;
 using orvtest::allResults;
+using orvtest::expectedOf;
 using orvtest::loadMed;
 using orvtest::medFile;
 using orvtest::openMed;
 
 namespace {
-
-json expectedOf(const std::string& file) {
-    return json::parse(orvtest::readWholeFile(medFile(file.substr(0, file.find('.')) + ".json")));
-}
 
 const char* mappingText(ug::ResultMapping mapping) {
     switch (mapping) {
@@ -166,6 +164,37 @@ TEST(MedReader, AgreesWithAnIndependentReader) {
     expectAgreement("beam.rmed");
     expectAgreement("planes.med");
     expectAgreement("meshio.med");
+    expectAgreement("saturne.med");
+}
+
+// The second brick of the file has the nodes 5 8 7 6 9 12 11 10. Here it has them in our order, not in that of MED.
+TEST(MedReader, ValuesFollowTheNodesOfVolumesThatAreNotTurned) {
+    const orvtest::ScratchFolder folder;
+    const std::string path = folder.write("a.rmed", orvtest::readWholeFile(medFile("beam.rmed")));
+    const hid_t file = H5Fopen(path.c_str(), H5F_ACC_RDWR, H5P_DEFAULT);
+    const hid_t set = H5Dopen2(file, "/ENS_MAA/BEAM/-0000000000000000001-0000000000000000001/MAI/HE8/NOD", H5P_DEFAULT);
+    const int nodes[] = {1, 5, 4, 6, 3, 7, 2, 8, 5, 9, 8, 10, 7, 11, 6, 12}; // Both first ones, both second ones, ...
+    ASSERT_GE(H5Dwrite(set, H5T_NATIVE_INT, H5S_ALL, H5S_ALL, H5P_DEFAULT, nodes), 0);
+    H5Dclose(set);
+    H5Fclose(file);
+    const auto source = openMed(path);
+    ug::DataState& state = *source->state(1);
+    const ug::DataResult* result =
+        loadMed(*source, state, source->directory()->resultInfos(ug::SYMMETRIC_TENSOR).at(0), nullptr);
+    ASSERT_TRUE(result);
+    // SIXX of node after node of brick after brick in the file is 1200 and 0.6 more each time.
+    const std::vector<std::vector<int>> inFile = {{101, 104, 103, 102, 105, 108, 107, 106},
+                                                  {105, 106, 107, 108, 109, 110, 111, 112}};
+    for (std::size_t brick = 0; brick < 2; ++brick) {
+        const ug::DataPart& part = *state.geometry(0)->part(2 + brick);
+        const std::span<const std::uint32_t> element = part.elements()->nodeIndexes(0);
+        EXPECT_GT(orvtest::volume(*part.nodes(), ug::HEXAHEDRON, element), 0.0);
+        for (std::size_t i = 0; i < 8; ++i) {
+            const auto place = std::find(inFile[brick].begin(), inFile[brick].end(), part.nodes()->nodeId(element[i]));
+            EXPECT_NEAR(result->values(2 + brick)->values()[6 * i],
+                        1200.0 + 0.6 * double(8 * brick + std::size_t(place - inFile[brick].begin())), 1e-9);
+        }
+    }
 }
 
 TEST(MedReader, CellsOfTheSameGroupsAreAPart) {

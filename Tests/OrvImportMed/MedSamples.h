@@ -4,9 +4,11 @@
 #include "OrvUnstructGrid/DataResultGroup.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
 #include "OrvUnstructGrid/Error.h"
+#include "Tests/Support/ScratchFolder.h"
 #include "Tests/Support/TestPaths.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <string>
 #include <vector>
@@ -16,6 +18,11 @@ namespace orvtest {
 /// Tests/data/make_med.sh writes them.
 inline std::string medFile(const std::string& name) {
     return testDataFolder() + "/med/" + name;
+}
+
+/// What an independent reader finds in a file of these.
+inline nlohmann::json expectedOf(const std::string& file) {
+    return nlohmann::json::parse(readWholeFile(medFile(file.substr(0, file.find('.')) + ".json")));
 }
 
 inline orv::PtrRef<orv::imp::cae::DataSourceCae> openMed(const std::string& path) {

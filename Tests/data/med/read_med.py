@@ -37,6 +37,8 @@ RESULTS = {
     "moved": {"moved": "#0 #1 #2"},
     "heat": {"heat": "#0"},
     "load": {"load": "#0"},
+    "Velocity": {"Velocity": "#0 #1 #2"},
+    "Pressure": {"Pressure": "#0"},
 }
 
 
