@@ -68,8 +68,14 @@ function(orv_add_tests name)
   target_link_libraries(${name}Tests PRIVATE ${name} orv_test_paths GTest::gmock_main)
   target_compile_options(${name}Tests PRIVATE ${ORV_TEST_OPTIONS})
   target_precompile_headers(${name}Tests REUSE_FROM orv_test_headers)
-  gtest_discover_tests(${name}Tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 120)
+  if(ORV_SANITIZE)
+    # Each process of its own would take longer to start than the test takes.
+    add_test(NAME ${name} COMMAND ${name}Tests --gtest_brief=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 1200)
+  else()
+    gtest_discover_tests(${name}Tests TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
+      PROPERTIES TIMEOUT 120)
+  endif()
 endfunction()
 
 # orv_add_benchmark(NAME FLOOR files...): a Google Benchmark program that may look inside FLOOR.
