@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <map>
 #include <utility>
 
@@ -67,12 +68,22 @@ bool isReadable(const std::string& className, FoamFieldFile* field) {
     return false;
 }
 
+// Fields of a mesh that nothing is made of.
+bool isOfOtherPlaces(const std::string& className) {
+    return className.ends_with("Field") && (className.starts_with("surface") || className.starts_with("area") ||
+                                            className.starts_with("vol") || className.starts_with("point"));
+}
+
 std::string inFolder(const std::string& folder, const std::string& name) {
     return name.empty() ? folder : folder + "/" + name;
 }
 
-bool isLabel(const FoamEntry* entry) {
-    return entry && entry->kind == FoamEntry::OTHER && entry->value.kind == FoamToken::LABEL;
+// One that counts faces.
+bool readNumber(const FoamEntry* entry, std::int64_t* number) {
+    const bool isThere = entry && entry->kind == FoamEntry::OTHER && entry->value.kind == FoamToken::LABEL &&
+                         entry->value.label >= 0 && entry->value.label <= std::numeric_limits<std::int32_t>::max();
+    *number = isThere ? entry->value.label : 0;
+    return isThere;
 }
 
 bool checkBoundaryField(const FoamFile& file, const FoamEntries& patches, ug::Error* error) {
@@ -156,7 +167,7 @@ bool FoamCase::listFields(FoamTime* time, const std::string& path, std::size_t r
         FoamFieldFile field{path + "/" + name, file.objectName(), region, ug::PER_ELEMENT, 0, false};
         if (isReadable(file.className(), &field)) {
             time->fields.push_back(std::move(field));
-        } else if (file.className().ends_with("Field") && m_told.insert(field.object).second) {
+        } else if (isOfOtherPlaces(file.className()) && m_told.insert(field.object).second) {
             warn("'" + field.object + "' is left out: it is a " + file.className());
         }
     }
@@ -204,7 +215,8 @@ bool FoamCase::readBoundaries(ug::Error* error) {
             folders.insert(meshFolder(t, region, "faces"));
         }
         for (const std::string& folder : folders) {
-            if (!readBoundary(folder, &region, error)) {
+            std::int64_t endFace = 0;
+            if (!readBoundary(folder, &region, &endFace, error)) {
                 return false;
             }
         }
@@ -212,7 +224,10 @@ bool FoamCase::readBoundaries(ug::Error* error) {
     return true;
 }
 
-bool FoamCase::readBoundary(const std::string& meshFolder, FoamRegion* region, ug::Error* error) const {
+// The patches have their faces one behind the other.
+bool FoamCase::readBoundary(const std::string& meshFolder, FoamRegion* region, std::int64_t* endFace,
+                            ug::Error* error) const {
+    *endFace = 0;
     if (!isFile(meshFolder + "/polyMesh/boundary")) {
         return true;
     }
@@ -223,14 +238,21 @@ bool FoamCase::readBoundary(const std::string& meshFolder, FoamRegion* region, u
         return false;
     }
     for (const FoamEntry& patch : patches) {
-        const FoamEntry* faceCount = findFoamEntry(patch.entries, "nFaces");
-        if (patch.kind != FoamEntry::DICTIONARY || !findFoamEntry(patch.entries, "type") || !isLabel(faceCount) ||
-            !isLabel(findFoamEntry(patch.entries, "startFace"))) {
-            return file.fail(error, "expected type, nFaces and startFace of the patch " + patch.key);
+        std::int64_t start = 0;
+        std::int64_t count = 0;
+        if (patch.kind != FoamEntry::DICTIONARY || !findFoamEntry(patch.entries, "type") ||
+            !readNumber(findFoamEntry(patch.entries, "startFace"), &start) ||
+            !readNumber(findFoamEntry(patch.entries, "nFaces"), &count)) {
+            return file.fail(error, "expected type, nFaces and startFace of the patch '" + patch.key + "'");
         }
+        if (&patch != &patches.front() && start != *endFace) {
+            return file.fail(error, "the patch '" + patch.key + "' begins with the face " + std::to_string(start) +
+                                        ", expected " + std::to_string(*endFace));
+        }
+        *endFace = start + count;
         const bool isKnown =
             std::find(region->patches.begin(), region->patches.end(), patch.key) != region->patches.end();
-        if (faceCount->value.label > 0 && !isKnown) {
+        if (count > 0 && !isKnown) {
             region->patches.push_back(patch.key);
         }
     }
@@ -238,33 +260,28 @@ bool FoamCase::readBoundary(const std::string& meshFolder, FoamRegion* region, u
 }
 
 bool FoamCase::checkMeshes(std::size_t time, ug::Error* error) const {
-    for (FoamRegion region : m_regions) { // A copy, which may get more patches.
-        const std::string facesFolder = meshFolder(time, region, "faces");
-        if (!readBoundary(facesFolder, &region, error) ||
-            !checkMesh(facesFolder, meshFolder(time, region, "points"), error)) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(m_regions.begin(), m_regions.end(),
+                       [&](const FoamRegion& region) { return checkMesh(time, region, error); });
 }
 
 // VTK makes as many cells as the largest number says, and wants memory for as many items as counts say.
-bool FoamCase::checkMesh(const std::string& facesFolder, const std::string& pointsFolder, ug::Error* error) const {
+bool FoamCase::checkMesh(std::size_t time, const FoamRegion& region, ug::Error* error) const {
     FoamFile points(m_folder);
-    if (!openChecked(pointsFolder + "/polyMesh/points", &points, error) ||
+    if (!openChecked(meshFolder(time, region, "points") + "/polyMesh/points", &points, error) ||
         !points.skipList(*findFoamListType("List<vector>"), error)) {
         return false;
     }
+    const std::string folder = meshFolder(time, region, "faces");
     FoamFile faces(m_folder);
     std::uint64_t faceCount = 0;
-    if (!openChecked(facesFolder + "/polyMesh/faces", &faces, error) || !faces.skipFaces(&faceCount, error)) {
+    if (!openChecked(folder + "/polyMesh/faces", &faces, error) || !faces.skipFaces(&faceCount, error)) {
         return false;
     }
     for (const char* name : {"/polyMesh/owner", "/polyMesh/neighbour"}) {
         FoamFile file(m_folder);
         std::uint64_t count = 0;
         std::int64_t largest = -1;
-        if (!openChecked(facesFolder + name, &file, error) || !file.readLabels(&count, &largest, error)) {
+        if (!openChecked(folder + name, &file, error) || !file.readLabels(&count, &largest, error)) {
             return false;
         }
         constexpr std::uint64_t CELLS_OF_FACE = 2;
@@ -273,7 +290,12 @@ bool FoamCase::checkMesh(const std::string& facesFolder, const std::string& poin
                                         ", but the mesh has " + std::to_string(faceCount) + " faces");
         }
     }
-    return true;
+    FoamRegion ignored;
+    std::int64_t endFace = 0;
+    return readBoundary(folder, &ignored, &endFace, error) &&
+           (std::uint64_t(endFace) <= faceCount ||
+            ug::fail(error, Str(folder + "/polyMesh/boundary has " + std::to_string(endFace) +
+                                " faces, but the mesh has " + std::to_string(faceCount))));
 }
 
 bool FoamCase::checkField(const FoamFieldFile& field, std::set<std::string>* uniform, ug::Error* error) const {

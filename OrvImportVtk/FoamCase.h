@@ -76,8 +76,8 @@ private:
     bool listClouds(const FoamTime& time, const FoamRegion& region, ug::Error* error);
     void dropDoubles(FoamTime* time);
     bool readBoundaries(ug::Error* error);
-    bool readBoundary(const std::string& meshFolder, FoamRegion* region, ug::Error* error) const;
-    bool checkMesh(const std::string& facesFolder, const std::string& pointsFolder, ug::Error* error) const;
+    bool readBoundary(const std::string& meshFolder, FoamRegion* region, std::int64_t* endFace, ug::Error* error) const;
+    bool checkMesh(std::size_t time, const FoamRegion& region, ug::Error* error) const;
     bool openChecked(const std::string& path, FoamFile* file, ug::Error* error) const;
     std::string meshFolder(std::size_t time, const FoamRegion& region, const std::string& file) const;
     bool isFile(const std::string& path) const;

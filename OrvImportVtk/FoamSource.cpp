@@ -78,14 +78,15 @@ bool FoamSource::open(const std::string& filename, VtkContents* contents, ug::Er
     listSteps(contents);
     listArrays(contents);
     contents->warnings = m_case.warnings();
-    makeReader(filename);
+    m_filename = filename;
+    makeReader();
     return true;
 }
 
-// VTK may look for files in order to know what there is, so this happens with the first read.
-void FoamSource::makeReader(const std::string& filename) {
+// Which looks at nothing before the first read.
+void FoamSource::makeReader() {
     m_reader = vtkSmartPointer<vtkOpenFOAMReader>::New();
-    m_reader->SetFileName(filename.c_str());
+    m_reader->SetFileName(m_filename.c_str());
     m_reader->CreateCellToPointOff();
     m_reader->CacheMeshOff();
     m_reader->DecomposePolyhedraOn();
@@ -150,6 +151,7 @@ vtkSmartPointer<vtkDataObject> FoamSource::read(std::size_t step, std::span<cons
     }
     m_reader->Modified();
     if (!updateVtk([&] { time ? void(m_reader->UpdateTimeStep(time->value)) : m_reader->Update(); }, error)) {
+        makeReader(); // As the old one keeps what it could not finish.
         return nullptr;
     }
     vtkDataObject* output = m_reader->GetOutputDataObject(0);

@@ -21,13 +21,14 @@ public:
     void release() override;
 
 private:
-    void makeReader(const std::string& filename);
+    void makeReader();
     void listSteps(VtkContents* contents);
     void listArrays(VtkContents* contents);
     void select(const VtkArray& array, bool isWanted);
     bool checkArray(const VtkArray& array, const FoamTime& time, std::set<std::string>* uniform,
                     ug::Error* error) const;
 
+    std::string m_filename;
     FoamCase m_case;
     vtkSmartPointer<vtkOpenFOAMReader> m_reader;
     std::vector<VtkArray> m_arrays;

@@ -222,7 +222,7 @@ bool VtkReader::readPart(std::size_t mesh, std::size_t part, ug::DataNodes* node
                          ug::Error* error) {
     const bool isFirst = !m_isLoading && !m_output.object;
     const std::size_t step = m_isLoading && m_meshes.size() == 1 ? m_loadStep : m_meshes[mesh].step;
-    const bool isRead = fetch(step, {}, error) && fillPart(mesh, part, nodes, elements, error);
+    const bool isRead = fetchMesh(step, error) && fillPart(mesh, part, nodes, elements, error);
     if (isFirst) {
         if (isRead) {
             m_meshes[mesh].geometry->read(nullptr);
@@ -249,6 +249,16 @@ bool VtkReader::fillPart(std::size_t mesh, std::size_t part, ug::DataNodes* node
                                      vtkCellTypeText(cellType) + " are left out"));
     }
     return true;
+}
+
+// A part that could not be read stays so, and values that cannot be read are not to take it along: they are told when
+// they are to be copied.
+bool VtkReader::fetchMesh(std::size_t step, ug::Error* error) {
+    if (!m_loadArrays.empty() && fetch(step, {}, nullptr)) {
+        return true;
+    }
+    m_loadArrays.clear();
+    return fetch(step, {}, error);
 }
 
 // During a load all that the load is about.

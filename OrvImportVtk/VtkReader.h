@@ -47,6 +47,7 @@ private:
                   ug::Error* error);
     bool fillPart(std::size_t mesh, std::size_t part, ug::DataNodes* nodes, ug::DataElements* elements,
                   ug::Error* error);
+    bool fetchMesh(std::size_t step, ug::Error* error);
     bool fetch(std::size_t step, std::span<const std::size_t> arrays, ug::Error* error);
     void drop();
     bool copyField(const VtkField& field, const VtkPartMap& map, vtkDataSet* piece, ug::DataPartValues* values,
