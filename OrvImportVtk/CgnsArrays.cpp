@@ -86,9 +86,11 @@ bool joinCgnsArrays(const std::vector<CgnsArray>& arrays, ug::ResultMapping mapp
         for (int d = 0; d < physicalDimension; ++d) {
             const std::size_t component = vector.components[std::size_t(d)];
             isTaken[component] = true;
-            if (physicalDimension == 3) { // Otherwise the third one has no name.
-                array.componentNames.push_back(arrays[component].name);
-            }
+            array.componentNames.push_back(arrays[component].name);
+        }
+        std::string stem = vector.name;
+        if (physicalDimension == 2 && takeComponent(&stem) == 0) { // A row of a tensor is not a vector.
+            array.componentNames.clear();
         }
         joined->push_back(std::move(array));
     }

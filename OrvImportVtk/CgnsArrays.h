@@ -14,7 +14,8 @@ struct CgnsArray {
     std::string type;
 };
 
-/// The arrays that VTK makes of those of one solution: it puts together what has the endings X, Y and Z, or _x, _y and
+/// The arrays that VTK makes of those of one solution, with the names of their components if they may be other than
+/// those of a vector: it puts together what has the endings X, Y and Z, or _x, _y and
 /// _z, in flat bases X and Y, filled up with zeros; unless one is missing, they are not of the same type, or there is
 /// an array with the name that is left. Of flat bases it loses what else ends in Z. An error where it would put
 /// together what is not there.

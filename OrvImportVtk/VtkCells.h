@@ -20,6 +20,13 @@ struct VtkCell {
     /// The same for a cell that is the other way around, as programs do not agree on which way wedges go. Null where
     /// they do.
     const std::uint8_t* turnedOrder = nullptr;
+
+    /// How many points the cell may have, too, in files of programs that VTK reads; 0 when there is no such number.
+    std::uint8_t otherPointCount = 0;
+
+    bool mayHave(std::int64_t points) const {
+        return points == pointCount || (points == otherPointCount && otherPointCount != 0);
+    }
 };
 
 /// The cells with a fixed number of points. Null for a type that is not among them.

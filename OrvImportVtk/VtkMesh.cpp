@@ -142,14 +142,14 @@ private:
             m_lastType = cellType;
             m_lastCell = findVtkCell(cellType);
         }
-        if (const VtkCell* known = m_lastCell; known && known->pointCount == count) {
+        if (const VtkCell* known = m_lastCell; known && known->mayHave(count)) {
             const bool isTurned = known->turnedOrder && !isUpright(points, known->order);
             addElement(cell, known->elementType, points, isTurned ? known->turnedOrder : known->order);
         } else if (splitVtkCell(cellType, std::size_t(count), &m_pieces)) {
             for (const VtkCellPiece& piece : m_pieces) {
                 addElement(cell, piece.elementType, points, piece.points.data());
             }
-        } else if (cellType != VTK_EMPTY_CELL) {
+        } else if (cellType != VTK_EMPTY_CELL || count > 0) {
             ++(*m_unknown)[cellType];
         }
     }

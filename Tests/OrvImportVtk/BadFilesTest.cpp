@@ -40,8 +40,14 @@ Sample foamSample(const std::string& foamCase, const std::string& name, const st
 
 const std::vector<Sample>& samples() {
     static const std::vector<Sample> all = {
+        {"cgns", "cells.cgns", {}},
+        {"cgns", "moving.cgns", {}},
+        {"cgns", "plane.cgns", {}},
+        {"cgns", "polygons.cgns", {}},
+        {"cgns", "saturne.cgns", {}},
         {"cgns", "states.cgns", {}},
         {"cgns", "states_adf.cgns", {}},
+        {"cgns", "structured.cgns", {}},
         {"vtk", "zoo_ascii.vtu", {}},
         {"vtk", "zoo_binary.vtu", {}},
         {"vtk", "zoo_raw.vtu", {}},

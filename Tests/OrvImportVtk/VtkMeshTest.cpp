@@ -150,6 +150,17 @@ TEST_F(VtkMesh, UnknownCellsAreCounted) {
     EXPECT_EQ(vtkCellTypeText(VTK_PENTAGONAL_PRISM), "VTK cell type 15 (vtkPentagonalPrism)");
 }
 
+// As CGNS has them, with a node in the middle of the base; and what VTK's reader has no name for.
+TEST_F(VtkMesh, PyramidsMayHaveOnePointMore) {
+    addCell(VTK_QUADRATIC_PYRAMID, {0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4, 5, 0, 1});
+    addCell(VTK_QUADRATIC_PYRAMID, {0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4, 5, 0, 1, 2});
+    addCell(VTK_EMPTY_CELL, {0, 1});
+    ASSERT_TRUE(fill(grid));
+    ASSERT_EQ(elements.elementCount(), 1u);
+    EXPECT_EQ(nodesOf(0), (Nodes{0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4, 5, 0}));
+    EXPECT_EQ(unknown, (VtkUnknownCells{{VTK_QUADRATIC_PYRAMID, 1}, {VTK_EMPTY_CELL, 1}}));
+}
+
 TEST_F(VtkMesh, PointsThatAreNotThereAreRefused) {
     for (const vtkIdType bad : {vtkIdType(6), vtkIdType(-1)}) {
         grid->Reset();

@@ -87,8 +87,8 @@ def join(arrays, mapping):
 
 
 def flat(arrays):
-    """Vectors of two components get a third one."""
-    for name in [n for n in arrays if n.endswith("X") and n[:-1] + "Y" in arrays and len(n) > 1]:
+    """Vectors of two components get a third one. Rows of tensors are none."""
+    for name in [n for n in arrays if re.fullmatch(".*[^XY]X", n) and n[:-1] + "Y" in arrays]:
         arrays.setdefault(name[:-1] + "Z", np.zeros(len(arrays[name])))
     return arrays
 
@@ -100,19 +100,18 @@ def sections(zone, cells):
         kind = section.data()[0]
         begin, end = section.child("ElementRange").data()
         nodes = [int(n) for n in section.child("ElementConnectivity").data()]
-        at = 0
-        for number in range(begin, end + 1):
+        starts = section.child("ElementStartOffset")
+        starts = starts and list(starts.data())
+        for i in range(end - begin + 1):
+            first = starts[i] if starts else i * TYPES[kind][0]
+            own = nodes[first] if kind == MIXED else kind
+            first += kind == MIXED
             if kind == NGON:
-                count = nodes[at]
-                at += 1
-                one = [n - 1 for n in nodes[at:at + count]]
-                elements[number] = [["triangle", "quadrilateral"][count - 3]] + one
+                count = starts[i + 1] - first
+                elements[begin + i] = [{3: "triangle", 4: "quadrilateral"}[count]] + [n - 1 for n in nodes[first:first + count]]
             else:
-                own = nodes[at] if kind == MIXED else kind
-                at += kind == MIXED
                 count, name, order = TYPES[own]
-                elements[number] = [name] + [nodes[at + i] - 1 for i in order]
-            at += count
+                elements[begin + i] = [name] + [nodes[first + n] - 1 for n in order]
     return [elements[number] for number in range(1, cells + 1)]
 
 
@@ -145,7 +144,7 @@ def pointed(zone, ending, step):
     return names
 
 
-def part(zone, name, dimension, flatness, step, has_times):
+def part(zone, name, dimension, flatness, step):
     structured = zone.children("ZoneType_t")[0].text() == "Structured"
     sizes = zone.data()
     count = dimension if structured else 1
@@ -200,7 +199,7 @@ def states_of(path):
             dimension, flatness = base.data()
             for zone in base.children("Zone_t"):
                 name = zone.name if len(bases) == 1 else base.name + "/" + zone.name
-                parts.append(part(zone, name, dimension, flatness, step, bool(iterative)))
+                parts.append(part(zone, name, dimension, flatness, step))
         states.append({"time": time, "parts": parts})
     return complete(states)
 
