@@ -1,5 +1,6 @@
 #include "OrvImportVtk/CgnsSource.h"
 
+#include "OrvImportVtk/CgnsAdf.h"
 #include "OrvImportVtk/CgnsElements.h"
 #include "OrvImportVtk/CgnsHdf5.h"
 #include "OrvImportVtk/VtkMessages.h"
@@ -13,9 +14,9 @@
 #include <vtkUnstructuredGrid.h>
 
 #include <algorithm>
+#include <exception>
 #include <functional>
 #include <iostream>
-#include <new>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -57,8 +58,8 @@ bool run(const std::function<void()>& update, ug::Error* error) {
     const ErrorStream stream;
     try {
         update();
-    } catch (const std::bad_alloc&) {
-        return ug::fail(error, "there is not enough memory for it");
+    } catch (const std::exception& exception) { // Of vectors that are too long, or for want of memory.
+        return ug::fail(error, Str(std::string("VTK cannot read it: ") + exception.what()));
     }
     if (messages.hasErrors() || !stream.text().empty()) {
         return ug::fail(error, Str(messages.errors().empty() ? stream.text() : messages.errors()));
@@ -118,7 +119,7 @@ bool CgnsSource::open(const std::string& filename, VtkContents* contents, ug::Er
     m_filename = filename;
     CgnsTree tree;
     CgnsLeftOut leftOut;
-    if (!checkCgnsHdf5(filename, error) || !tree.open(filename, error) ||
+    if (!checkCgnsHdf5(filename, error) || !checkCgnsAdf(filename, error) || !tree.open(filename, error) ||
         !readCgnsIndex(tree, &m_bases, &leftOut, error)) {
         return false;
     }

@@ -136,8 +136,8 @@ bool CgnsTree::look(CgnsNode* node, ug::Error* error) const {
     node->name = name.data();
     node->label = label.data();
     node->type = type.data();
-    if (node->name.empty() || rank < 0 || rank > CGIO_MAX_DIMENSIONS) {
-        return ug::fail(error, Str("'" + node->name + "' has no name, or more dimensions than there may be"));
+    if (node->name.empty() || node->type.size() != 2 || rank < 0 || rank > CGIO_MAX_DIMENSIONS) {
+        return ug::fail(error, Str("'" + node->name + "' has no name or type, or more dimensions than there may be"));
     }
     std::int64_t bytes = 16; // The largest item.
     for (int d = 0; d < rank; ++d) {
@@ -189,6 +189,11 @@ bool CgnsTree::areCalledSo(double parent, const std::vector<CgnsNode>& children,
             return ug::fail(error, Str("'" + children[i].name + "' has two names"));
         }
     }
+    CgnsNode last; // Looking for it goes past all others.
+    if (cgio_get_node_id(m_file, parent, children.back().name.c_str(), &last.m_id) != 0) {
+        return ug::fail(error, Str("'" + children.back().name + "' cannot be found: " + lastError()));
+    }
+    last.m_file = m_file;
     return true;
 }
 
