@@ -11,8 +11,8 @@ namespace orv::imp::cae {
 namespace {
 
 // A file begins with 4 bytes and this, has the letter of its version and that of its byte order in its head, and its
-// outermost node at a fixed place. Places have 8 bytes for the block of 4096 bytes and 4 for where it is in that, counts
-// as many: hexadecimal digits, but for places from version B on.
+// outermost node at a fixed place. Places have 8 bytes for the block of 4096 bytes and 4 for where it is in that,
+// counts as many: hexadecimal digits, but for places from version B on.
 constexpr std::string_view MAGIC = "ADF Database Version";
 constexpr std::size_t MAGIC_AT = 4;
 constexpr std::size_t VERSION_AT = 25;
@@ -34,6 +34,9 @@ constexpr std::size_t ROOM_AT = 76;
 constexpr std::size_t TABLE_AT = 84;
 constexpr std::size_t TYPE_AT = 96;
 constexpr std::size_t TYPE_SIZE = 32;
+constexpr std::size_t RANK_AT = 128;
+constexpr std::size_t SIZES_AT = 130;
+constexpr std::uint64_t MOST_DIMENSIONS = 12;
 constexpr std::size_t PARTS_AT = 226;
 constexpr std::size_t PARTS_TABLE_AT = 230;
 constexpr std::size_t TAIL_AT = 242;
@@ -53,8 +56,7 @@ public:
     bool checkNode(std::uint64_t at, const std::string& name, int depth) {
         const std::string node = read(at, NODE_SIZE);
         if (!m_seen.insert(at).second || depth > MOST_NODES_DEEP || node.size() != NODE_SIZE ||
-            !node.starts_with("NoDe") ||
-            node.compare(TAIL_AT, TAG_SIZE, "TaiL") != 0 ||
+            !node.starts_with("NoDe") || node.compare(TAIL_AT, TAG_SIZE, "TaiL") != 0 ||
             (!name.empty() && node.compare(NAME_AT, NAME_SIZE, name) != 0)) {
             return false;
         }
@@ -67,7 +69,49 @@ private:
     bool checkParts(const std::string& node) {
         const auto count = number(node, PARTS_AT, 4);
         const auto at = place(node, PARTS_TABLE_AT);
-        return count && (*count < 2 || (at && isTable(*at, "DCtb", "dcTE", *count * 2 * PLACE_SIZE)));
+        const auto size = dataSize(node);
+        if (!count || !size || *count == 0) {
+            return count && size;
+        }
+        if (*count == 1) {
+            return at && isTable(*at, "DaTa", "dEnD", *size);
+        }
+        if (!at || !isTable(*at, "DCtb", "dcTE", *count * 2 * PLACE_SIZE)) {
+            return false;
+        }
+        std::uint64_t sum = 0;
+        for (std::uint64_t i = 0; i < *count; ++i) {
+            const std::string entry = read(*at + TAG_SIZE + PLACE_SIZE + i * 2 * PLACE_SIZE, 2 * PLACE_SIZE);
+            const auto begin = place(entry, 0);
+            const auto end = place(entry, PLACE_SIZE);
+            if (!begin || !end || *end < *begin + TAG_SIZE + PLACE_SIZE ||
+                !isTable(*begin, "DaTa", "dEnD", *end - *begin - TAG_SIZE - PLACE_SIZE)) {
+                return false;
+            }
+            sum += *end - *begin - TAG_SIZE - PLACE_SIZE;
+        }
+        return sum >= *size;
+    }
+
+    // In bytes. None when it is more than there may be.
+    std::optional<std::uint64_t> dataSize(const std::string& node) const {
+        constexpr std::uint64_t MOST_BYTES = std::uint64_t(1) << 48;
+        const auto rank = number(node, RANK_AT, 2);
+        const char digit = node[TYPE_AT + 1];
+        std::uint64_t size = digit == '4' || digit == '8' ? std::uint64_t(digit - '0') : 1;
+        size *= node[TYPE_AT] == 'X' ? 2 : 1; // Complex ones.
+        if (!rank || *rank > MOST_DIMENSIONS) {
+            return std::nullopt;
+        }
+        for (std::uint64_t d = 0; d < *rank; ++d) {
+            const std::size_t at = SIZES_AT + 8 * std::size_t(d);
+            const auto count = m_isBinary ? binary(node, at, 8) : number(node, at, 8);
+            if (!count || (*count > 0 && size > MOST_BYTES / *count)) {
+                return std::nullopt;
+            }
+            size *= *count;
+        }
+        return *rank == 0 ? 0 : size;
     }
 
     bool checkChildren(const std::string& node, int depth) {

@@ -43,26 +43,6 @@ private:
     herr_t (*m_close)(hid_t);
 };
 
-/// While one lives the library prints no errors.
-class Silence {
-public:
-    Silence() {
-        H5Eget_auto2(H5E_DEFAULT, &m_function, &m_data);
-        H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
-    }
-
-    ~Silence() {
-        H5Eset_auto2(H5E_DEFAULT, m_function, m_data);
-    }
-
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-
-private:
-    H5E_auto2_t m_function = nullptr;
-    void* m_data = nullptr;
-};
-
 /// Goes through a file, node by node.
 class Walk {
 public:
@@ -149,13 +129,17 @@ private:
 } // namespace
 
 bool checkCgnsHdf5(const std::string& filename, ug::Error* error) {
-    const Silence silence;
+    silenceHdf5();
     if (H5Fis_hdf5(filename.c_str()) <= 0) {
         return true;
     }
     const Handle file(H5Fopen(filename.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose);
     const Handle root(file < 0 ? -1 : H5Gopen2(file, "/", H5P_DEFAULT), H5Gclose);
     return (root >= 0 && Walk().checkGroup(root, 0)) || ug::fail(error, "is damaged, or no CGNS file");
+}
+
+void silenceHdf5() {
+    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
 }
 
 } // namespace orv::imp::cae

@@ -61,6 +61,7 @@ bool run(const std::function<void()>& update, ug::Error* error) {
     } catch (const std::exception& exception) { // Of vectors that are too long, or for want of memory.
         return ug::fail(error, Str(std::string("VTK cannot read it: ") + exception.what()));
     }
+    silenceHdf5();
     if (messages.hasErrors() || !stream.text().empty()) {
         return ug::fail(error, Str(messages.errors().empty() ? stream.text() : messages.errors()));
     }
