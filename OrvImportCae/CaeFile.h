@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LibCore/rvfExport.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstddef>
@@ -16,7 +17,7 @@ namespace orv::imp::cae {
 /// A file that is read in pieces at given places and held open between reads.
 ///
 /// It is never mapped into memory: a file that another program makes shorter must end in an error, not in a signal.
-class CaeFile {
+class ORV_API CaeFile {
 public:
     CaeFile() = default;
     ~CaeFile();
@@ -59,7 +60,7 @@ private:
 };
 
 /// Walks the lines of a file from any place on.
-class CaeLines {
+class ORV_API CaeLines {
 public:
     explicit CaeLines(const CaeFile& file);
 
@@ -114,6 +115,6 @@ private:
 };
 
 /// A line for use in a text: in quotes, at most 40 characters, unprintable ones as "?".
-std::string quotedForPeople(std::string_view line);
+ORV_API std::string quotedForPeople(std::string_view line);
 
 } // namespace orv::imp::cae

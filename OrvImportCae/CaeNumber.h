@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LibCore/rvfExport.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -12,11 +14,11 @@ namespace orv::imp::cae {
 /// - NaN and Inf, in any case,
 /// - a blank column: UNDEFINED_DOUBLE.
 /// @return false for anything else; `value` is then left alone
-bool readCaeReal(const char* begin, const char* end, double* value);
+ORV_API bool readCaeReal(const char* begin, const char* end, double* value);
 
 /// Reads the whole number that fills a column, leading and trailing blanks allowed.
 /// @return false when there is none or it has no room in `value`, which is then left alone
-bool readCaeInteger(const char* begin, const char* end, std::int64_t* value);
+ORV_API bool readCaeInteger(const char* begin, const char* end, std::int64_t* value);
 
 namespace internal {
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "OrvImportVtk/EnSightFile.h"
+
+namespace orv::imp::cae {
+
+/// Texts are lines, numbers are words. Lines that begin with "#" are comments, and between numbers blank ones do not
+/// count.
+class EnSightAscii : public EnSightFile {
+public:
+    EnSightAscii(std::unique_ptr<CaeFile> file, ug::Error* error);
+
+    bool readText(std::string_view what, std::string* text) override;
+    bool readPartNumber(int* number) override;
+    bool skipNumbers(std::string_view what, std::size_t count) override;
+    bool readInts(std::string_view what, std::size_t count, int lowest, int highest,
+                  std::vector<int>* numbers) override;
+    bool readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) override;
+
+private:
+    bool isAtEnd() override;
+    std::size_t room() const override;
+    std::int64_t offset() const override;
+    bool goToStep(std::size_t step) override;
+
+    bool nextLine();
+    template <class TakeWord>
+    bool eachWord(std::string_view what, std::size_t count, TakeWord take);
+
+    CaeLines m_lines;
+    std::string_view m_rest; ///< Of the current line.
+};
+
+} // namespace orv::imp::cae
