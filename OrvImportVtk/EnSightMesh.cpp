@@ -114,7 +114,7 @@ public:
     }
 
     void moveTo(vtkUnstructuredGrid* grid) {
-        grid->SetCells(m_types, m_cells);
+        grid->SetCells(m_types, m_cells, nullptr, nullptr); // Polyhedra have no faces.
         if (m_hasGhosts) {
             m_ghosts->SetName(vtkDataSetAttributes::GhostArrayName());
             grid->GetCellData()->AddArray(m_ghosts);

@@ -17,7 +17,7 @@ using orvtest::testDataFolder;
 namespace {
 
 // Of Tests/data; each has its expected.json, and the script that wrote it.
-constexpr const char* FOLDERS[] = {"cgns", "foam", "vtk", "vtkhdf"};
+constexpr const char* FOLDERS[] = {"cgns", "ensight", "foam", "vtk", "vtkhdf"};
 
 /// What is expected of each file, by its path in Tests/data.
 const std::map<std::string, Json>& expectedFiles() {
@@ -71,7 +71,9 @@ void compareMesh(const ug::DataPart& part, const Json& expected, const std::stri
     }
     for (std::size_t i = 0; expected.contains("nodeIds") && i < nodes.nodeCount(); ++i) {
         EXPECT_EQ(nodes.nodeId(i), expected["nodeIds"][i]) << what;
-        EXPECT_EQ(elements.elementId(0), expected["elementIds"][0]) << what;
+    }
+    for (std::size_t i = 0; expected.contains("elementIds") && i < elements.elementCount(); ++i) {
+        EXPECT_EQ(elements.elementId(i), expected["elementIds"][i]) << what;
     }
 }
 
