@@ -79,11 +79,14 @@ bool EnSightAscii::readFloats(std::string_view what, std::size_t count, std::vec
 }
 
 bool EnSightAscii::isAtEnd() {
-    while (trimmed(m_rest).empty()) {
+    if (!trimmed(m_rest).empty()) {
+        return false;
+    }
+    do {
         if (!nextLine()) {
             return true;
         }
-    }
+    } while (trimmed(m_rest).empty());
     m_lines.putBack();
     m_rest = {};
     return false;
@@ -95,7 +98,7 @@ std::size_t EnSightAscii::room() const {
 }
 
 std::int64_t EnSightAscii::offset() const {
-    return m_lines.offset() - (m_rest.empty() ? 0 : 1);
+    return m_lines.lineOffset();
 }
 
 bool EnSightAscii::goToStep(std::size_t step) {
@@ -138,8 +141,10 @@ bool EnSightAscii::eachWord(std::string_view what, std::size_t count, TakeWord t
         }
         const std::size_t end = std::min(m_rest.find_first_of(BLANKS, begin), m_rest.size());
         const std::string_view word = m_rest.substr(begin, end - begin);
-        const bool isCut = end == m_rest.size() && m_lines.lineEndSize() == 0 && m_lines.offset() < file().size();
-        if (isCut || !take(word)) {
+        if (end == m_rest.size() && m_lines.lineEndSize() == 0) { // Some of the number may be missing.
+            return failToFindAll(m_lines.lineOffset(), what, count, quotedForPeople(word) + " without a line end");
+        }
+        if (!take(word)) {
             return failToFindAll(m_lines.lineOffset(), what, count, quotedForPeople(word));
         }
         m_rest.remove_prefix(end);

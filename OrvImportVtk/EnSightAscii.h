@@ -5,7 +5,7 @@
 namespace orv::imp::cae {
 
 /// Texts are lines, numbers are words. Lines that begin with "#" are comments, and between numbers blank ones do not
-/// count.
+/// count. A number that the file ends with needs a line end behind it, as it may have been cut otherwise.
 class EnSightAscii : public EnSightFile {
 public:
     EnSightAscii(std::unique_ptr<CaeFile> file, ug::Error* error);

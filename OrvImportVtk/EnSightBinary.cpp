@@ -182,8 +182,8 @@ bool EnSightBinary::readBytes(std::string_view what, std::size_t count, char* by
             part = std::min(part, std::size_t(m_recordLeft));
             m_recordLeft -= std::int64_t(part);
         }
-        const bool isThere = bytes ? file().read(m_offset, bytes + done, part) == part
-                                   : std::int64_t(part) <= file().size() - m_offset;
+        const bool isThere =
+            bytes ? file().read(m_offset, bytes + done, part) == part : std::int64_t(part) <= file().size() - m_offset;
         if (!isThere) {
             return failAt(m_offset, "expected " + std::string(what) + ", found the end of the file");
         }

@@ -44,14 +44,14 @@ struct OtherKind {
 constexpr std::size_t IN_FRONT = 0;
 
 constexpr OtherKind OTHER_KINDS[] = {
-    {"constant per case", IN_FRONT},      {"constant per case file", 1},     {"constant per part", 1},
-    {"scalar per measured node", 1},      {"vector per measured node", 1},   {"complex scalar per node", 3},
-    {"complex vector per node", 3},       {"complex scalar per element", 3}, {"complex vector per element", 3},
+    {"constant per case", IN_FRONT}, {"constant per case file", 1},     {"constant per part", 1},
+    {"scalar per measured node", 1}, {"vector per measured node", 1},   {"complex scalar per node", 3},
+    {"complex vector per node", 3},  {"complex scalar per element", 3}, {"complex vector per element", 3},
 };
 
 constexpr std::string_view OTHER_GEOMETRY[] = {"measured", "match", "boundary", "rigid_body", "Vector_glyphs"};
 
-constexpr std::string_view SECTIONS[] = {"FORMAT", "GEOMETRY", "VARIABLE",          "TIME",
+constexpr std::string_view SECTIONS[] = {"FORMAT", "GEOMETRY", "VARIABLE",           "TIME",
                                          "FILE",   "MATERIAL", "BLOCK_CONTINUATION", "SCRIPTS"};
 
 constexpr std::string_view COORDINATES_ONLY = "change_coords_only";
@@ -190,8 +190,9 @@ private:
         if (m_section == "MATERIAL" || m_section == "BLOCK_CONTINUATION" || m_section == "SCRIPTS") {
             return true;
         }
-        return m_list != NONE ? addToList(wordsOf(line), line)
-                              : failToFind(m_section.empty() ? "the section FORMAT" : "a line of an EnSight Gold case", line);
+        return m_list != NONE
+                   ? addToList(wordsOf(line), line)
+                   : failToFind(m_section.empty() ? "the section FORMAT" : "a line of an EnSight Gold case", line);
     }
 
     bool readFormat(const std::string& key, const Words& words, const std::string& line) {
@@ -213,7 +214,8 @@ private:
         }
         const auto option = std::find(words.begin(), words.end(), COORDINATES_ONLY);
         if (option != words.end()) {
-            const std::optional<long> step = option + 1 == words.end() ? std::optional<long>(0) : wholeNumber(option[1]);
+            const std::optional<long> step =
+                option + 1 == words.end() ? std::optional<long>(0) : wholeNumber(option[1]);
             if (!step || *step < 0) {
                 return failToFind("a step behind \"" + std::string(COORDINATES_ONLY) + "\"", line);
             }
@@ -243,8 +245,10 @@ private:
     bool readVariable(const std::string& key, const Words& words, const std::string& line) {
         for (const Kind& kind : KINDS) {
             if (key == kind.text) {
-                EnSightVariable variable{words[words.size() - std::min<std::size_t>(words.size(), 2)], kind.mapping,
-                                         kind.componentCount, {}};
+                EnSightVariable variable{words[words.size() - std::min<std::size_t>(words.size(), 2)],
+                                         kind.mapping,
+                                         kind.componentCount,
+                                         {}};
                 if (!readFileName(words, 2, &variable.file)) {
                     return failToFind("\"" + key + ": [time set] [file set] name file\"", line);
                 }
@@ -360,8 +364,8 @@ private:
         for (const EnSightCase::TimeSet& set : m_case.m_timeSets) {
             const auto has = [&](std::size_t count) { return count == set.stepCount; };
             if (set.stepCount == 0 || !has(set.times.size()) || !(set.numbers.empty() || has(set.numbers.size()))) {
-                return failAt(set.line, "expected a time set of " + std::to_string(set.stepCount) +
-                                            " steps, found " + std::to_string(set.times.size()) + " times and " +
+                return failAt(set.line, "expected a time set of " + std::to_string(set.stepCount) + " steps, found " +
+                                            std::to_string(set.times.size()) + " times and " +
                                             std::to_string(set.numbers.size()) + " numbers of files");
             }
         }
@@ -390,8 +394,8 @@ private:
             const bool hasNumbers =
                 std::all_of(files->files.begin(), files->files.end(), [](const auto& one) { return one.number; });
             if (steps < times->stepCount || (isNumbered && !hasNumbers) || (!isNumbered && files->files.size() > 1)) {
-                return failAt(file->line, "expected a file set with files for " + std::to_string(times->stepCount) +
-                                              " steps");
+                return failAt(file->line,
+                              "expected a file set with files for " + std::to_string(times->stepCount) + " steps");
             }
         } else if (isNumbered && times->numbers.empty() && !times->firstNumber) {
             return failAt(file->line, "expected a time set with numbers of files");
@@ -494,8 +498,8 @@ EnSightPlace EnSightCase::placeOf(const EnSightFileName& file, std::size_t step)
         return {withNumber(file.name, one->number.value_or(0)), step - begin};
     }
     const TimeSet& times = *findTimeSet(file.timeSet);
-    return {withNumber(file.name,
-                       times.numbers.empty() ? *times.firstNumber + long(step) * times.increment : times.numbers[step])};
+    return {withNumber(file.name, times.numbers.empty() ? *times.firstNumber + long(step) * times.increment
+                                                        : times.numbers[step])};
 }
 
 } // namespace orv::imp::cae

@@ -12,9 +12,9 @@ namespace orv::imp::cae {
 
 /// A file that a case names, or one for each step.
 struct EnSightFileName {
-    std::string name;  ///< With the case's folder. Each "*" stands for a digit of a number.
-    int timeSet = -1;  ///< That numbers the steps; -1 when the file is there once, for all of them.
-    int fileSet = -1;  ///< That tells how many steps each file holds; -1 when it is one.
+    std::string name;     ///< With the case's folder. Each "*" stands for a digit of a number.
+    int timeSet = -1;     ///< That numbers the steps; -1 when the file is there once, for all of them.
+    int fileSet = -1;     ///< That tells how many steps each file holds; -1 when it is one.
     std::size_t line = 0; ///< Of the case file, for texts.
 };
 

@@ -15,8 +15,8 @@ namespace orv::imp::cae {
 struct EnSightPlace;
 
 /// Reads the texts and numbers of a mesh or a variable one after the other. Everything fails with the place in the file
-/// and what was expected there, where `what` is the word for that. No count is believed: never is more memory taken than
-/// the rest of the file can fill.
+/// and what was expected there, where `what` is the word for that. No count is believed: never is more memory taken
+/// than the rest of the file can fill.
 class EnSightFile {
 public:
     enum Form { ASCII, C_BINARY, FORTRAN_BINARY };

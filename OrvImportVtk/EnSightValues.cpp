@@ -60,9 +60,8 @@ private:
             return m_file.fail("expected a part of the mesh, found part " + std::to_string(number));
         }
         const bool isPerNode = m_variable.mapping == ug::PER_NODE;
-        vtkDataSetAttributes* attributes = isPerNode
-                                               ? static_cast<vtkDataSetAttributes*>(part->data->GetPointData())
-                                               : static_cast<vtkDataSetAttributes*>(part->data->GetCellData());
+        vtkDataSetAttributes* attributes = isPerNode ? static_cast<vtkDataSetAttributes*>(part->data->GetPointData())
+                                                     : static_cast<vtkDataSetAttributes*>(part->data->GetCellData());
         if (attributes->HasArray(m_variable.name.c_str())) {
             return m_file.fail("expected each part once, found part " + std::to_string(number) + " again");
         }
