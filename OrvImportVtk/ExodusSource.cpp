@@ -84,12 +84,13 @@ void setIds(vtkDataSetAttributes* attributes, const std::vector<int>& items, con
 } // namespace
 
 bool ExodusSource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
-    if (!m_file.open(filename, error)) {
+    m_file = openNetCdfFile(filename, error);
+    if (!m_file) {
         return false;
     }
-    m_nodeCount = m_file.length("num_nodes");
-    m_elementCount = m_file.length("num_elem");
-    if (m_nodeCount == 0 || !(m_file.has("coordx") || m_file.has("coord"))) {
+    m_nodeCount = m_file->length("num_nodes");
+    m_elementCount = m_file->length("num_elem");
+    if (m_nodeCount == 0 || !(m_file->has("coordx") || m_file->has("coord"))) {
         return ug::fail(error, "is no Exodus II file, or has no nodes");
     }
     if (m_nodeCount > MOST || m_elementCount > MOST) {
@@ -99,7 +100,7 @@ bool ExodusSource::open(const std::string& filename, VtkContents* contents, ug::
         !listVariables(ug::PER_ELEMENT, contents, error)) {
         return false;
     }
-    contents->title = m_file.text("", "title");
+    contents->title = m_file->text("", "title");
     m_arrays = contents->arrays;
     return true;
 }
@@ -130,12 +131,12 @@ void ExodusSource::release() {}
 
 // The parts are in the order of the blocks' ids, and the elements are numbered in the order of the file.
 bool ExodusSource::listBlocks(VtkContents* contents, ug::Error* error) {
-    const std::size_t count = m_file.length("num_el_blk");
+    const std::size_t count = m_file->length("num_el_blk");
     std::vector<long long> ids;
-    if (count == 0 || !isPlausible(count) || !m_file.read("eb_prop1", {}, {count}, &ids)) {
+    if (count == 0 || !isPlausible(count) || !m_file->read("eb_prop1", {}, {count}, &ids)) {
         return ug::fail(error, "is no Exodus II file, or has no whole index of its blocks of elements");
     }
-    const std::vector<std::string> names = m_file.readTexts("eb_names", count);
+    const std::vector<std::string> names = m_file->readTexts("eb_names", count);
     std::size_t elementCount = 0;
     for (std::size_t b = 0; b < count; ++b) {
         Block block;
@@ -143,7 +144,7 @@ bool ExodusSource::listBlocks(VtkContents* contents, ug::Error* error) {
         block.id = ids[b];
         block.name = names.empty() || names[b].empty() ? "Unnamed block ID: " + std::to_string(ids[b]) : names[b];
         block.firstElement = elementCount;
-        block.elementCount = m_file.length("num_el_in_blk" + block.number);
+        block.elementCount = m_file->length("num_el_in_blk" + block.number);
         if (block.elementCount > m_elementCount - elementCount) {
             return ug::fail(error, Str("has more elements in its blocks than the " + std::to_string(m_elementCount) +
                                        " that it tells of"));
@@ -167,10 +168,10 @@ bool ExodusSource::describeCells(Block* block, VtkContents* contents, ug::Error*
     if (block->elementCount == 0) {
         return true;
     }
-    const bool hasFaces = m_file.has("facconn" + block->number);
+    const bool hasFaces = m_file->has("facconn" + block->number);
     const std::string connect = (hasFaces ? "facconn" : "connect") + block->number;
-    const std::string type = m_file.text(connect, "elem_type");
-    block->shape = m_file.shape(connect);
+    const std::string type = m_file->text(connect, "elem_type");
+    block->shape = m_file->shape(connect);
     const std::size_t rank = block->shape.size();
     if (rank == 0 || rank > 2 || (rank == 2 && block->shape[0] != block->elementCount)) {
         return ug::fail(error, Str("block " + inQuotes(block->name) + " does not tell the nodes of its " +
@@ -187,13 +188,14 @@ bool ExodusSource::describeCells(Block* block, VtkContents* contents, ug::Error*
 }
 
 bool ExodusSource::listSteps(VtkContents* contents, ug::Error* error) {
-    m_stepCount = m_file.length("time_step");
+    const NetCdfFile::Shape shape = m_file->shape("time_whole");
+    m_stepCount = shape.size() == 1 ? shape[0] : 0;
     if (m_stepCount == 0) {
         contents->steps = {vtkOnlyStep()};
         return true;
     }
     std::vector<double> times;
-    if (!isPlausible(m_stepCount) || !m_file.read("time_whole", {}, {m_stepCount}, &times)) {
+    if (!isPlausible(m_stepCount) || !m_file->read("time_whole", {}, {m_stepCount}, &times)) {
         return ug::fail(error, Str("does not tell the times of its " + std::to_string(m_stepCount) + " steps"));
     }
     contents->steps = vtkTimeSteps(times);
@@ -202,12 +204,12 @@ bool ExodusSource::listSteps(VtkContents* contents, ug::Error* error) {
 
 bool ExodusSource::listVariables(ug::ResultMapping mapping, VtkContents* contents, ug::Error* error) {
     const bool isNodal = mapping == ug::PER_NODE;
-    const std::size_t count = m_stepCount == 0 ? 0 : m_file.length(isNodal ? "num_nod_var" : "num_elem_var");
+    const std::size_t count = m_stepCount == 0 ? 0 : m_file->length(isNodal ? "num_nod_var" : "num_elem_var");
     if (count == 0) {
         return true;
     }
     const std::vector<std::string> names = isPlausible(count)
-                                               ? m_file.readTexts(isNodal ? "name_nod_var" : "name_elem_var", count)
+                                               ? m_file->readTexts(isNodal ? "name_nod_var" : "name_elem_var", count)
                                                : std::vector<std::string>();
     if (names.empty()) {
         return ug::fail(error, Str("does not tell the names of its " + std::to_string(count) + " variables of " +
@@ -223,7 +225,7 @@ bool ExodusSource::listVariables(ug::ResultMapping mapping, VtkContents* content
 
 // What takes no less than so many numbers of four bytes, as nothing makes them smaller.
 bool ExodusSource::isPlausible(std::size_t count) const {
-    return count <= m_file.size() / 4;
+    return count <= m_file->size() / 4;
 }
 
 bool ExodusSource::readMesh(std::vector<Piece>* pieces, ug::Error* error) const {
@@ -259,14 +261,14 @@ bool ExodusSource::readMesh(std::vector<Piece>* pieces, ug::Error* error) const 
 }
 
 bool ExodusSource::readCoordinates(std::vector<double>* axes, ug::Error* error) const {
-    const std::size_t dimension = m_file.length("num_dim");
+    const std::size_t dimension = m_file->length("num_dim");
     if (dimension == 0 || dimension > 3) {
         return ug::fail(error, Str("has coordinates of " + std::to_string(dimension) + " dimensions"));
     }
     for (std::size_t axis = 0; axis < dimension; ++axis) {
-        if (!m_file.read(
+        if (!m_file->read(
                 std::string("coord") + "xyz" [axis], {}, {m_nodeCount}, &axes[axis]) &&
-            !m_file.read("coord", {axis}, {m_nodeCount}, &axes[axis])) {
+            !m_file->read("coord", {axis}, {m_nodeCount}, &axes[axis])) {
             return ug::fail(error, Str("has no coordinates of its " + std::to_string(m_nodeCount) + " nodes"));
         }
     }
@@ -274,7 +276,7 @@ bool ExodusSource::readCoordinates(std::vector<double>* axes, ug::Error* error) 
 }
 
 bool ExodusSource::readConnectivity(const Block& block, Connectivity* nodes, ug::Error* error) const {
-    if (!m_file.read("connect" + block.number, {}, block.shape, &nodes->numbers) || nodes->numbers.size() > MOST) {
+    if (!m_file->read("connect" + block.number, {}, block.shape, &nodes->numbers) || nodes->numbers.size() > MOST) {
         return ug::fail(error, Str("the nodes of the elements of block " + inQuotes(block.name) + " cannot be read"));
     }
     const auto isOther = [this](int number) { return number < 1 || std::size_t(number) > m_nodeCount; };
@@ -286,7 +288,7 @@ bool ExodusSource::readConnectivity(const Block& block, Connectivity* nodes, ug:
     if (block.shape.size() == 2) {
         return true;
     }
-    const bool isRead = m_file.read("ebepecnt" + block.number, {}, {block.elementCount}, &nodes->counts) &&
+    const bool isRead = m_file->read("ebepecnt" + block.number, {}, {block.elementCount}, &nodes->counts) &&
                         std::all_of(nodes->counts.begin(), nodes->counts.end(), [](int count) { return count > 0; });
     return (isRead &&
             std::accumulate(nodes->counts.begin(), nodes->counts.end(), std::size_t(0)) == nodes->numbers.size()) ||
@@ -298,8 +300,8 @@ bool ExodusSource::addNodeValues(std::size_t step, std::size_t array, std::span<
     const std::string& name = m_arrays[array].name;
     const std::size_t variable = m_variables[array];
     std::vector<double> values;
-    if (!m_file.read("vals_nod_var" + std::to_string(variable + 1), {step}, {m_nodeCount}, &values) &&
-        !m_file.read("vals_nod_var", {step, variable}, {m_nodeCount}, &values)) {
+    if (!m_file->read("vals_nod_var" + std::to_string(variable + 1), {step}, {m_nodeCount}, &values) &&
+        !m_file->read("vals_nod_var", {step, variable}, {m_nodeCount}, &values)) {
         return ug::fail(
             error, Str("has no values of " + inQuotes(name) + " for its " + std::to_string(m_nodeCount) + " nodes"));
     }
@@ -319,11 +321,11 @@ bool ExodusSource::addElementValues(std::size_t step, std::size_t array, std::sp
     for (std::size_t b = 0; b < m_blocks.size(); ++b) {
         const Block& block = m_blocks[b];
         const std::string variable = "vals_elem_var" + std::to_string(m_variables[array] + 1) + "eb" + block.number;
-        if (block.elementCount == 0 || !m_file.has(variable)) {
+        if (block.elementCount == 0 || !m_file->has(variable)) {
             continue;
         }
         std::vector<double> values;
-        if (!m_file.read(variable, {step}, {block.elementCount}, &values)) {
+        if (!m_file->read(variable, {step}, {block.elementCount}, &values)) {
             return ug::fail(error,
                             Str("has no values of " + inQuotes(name) + " for the " +
                                 std::to_string(block.elementCount) + " elements of block " + inQuotes(block.name)));
@@ -338,7 +340,7 @@ bool ExodusSource::addElementValues(std::size_t step, std::size_t array, std::sp
 // None when there are none; the items are numbered in the order of the file then.
 std::vector<long long> ExodusSource::readIds(const char* variable, std::size_t count) const {
     std::vector<long long> ids;
-    return m_file.read(variable, {}, {count}, &ids) ? ids : std::vector<long long>();
+    return m_file->read(variable, {}, {count}, &ids) ? ids : std::vector<long long>();
 }
 
 void ExodusSource::setCells(const Block& block, const Connectivity& nodes, const std::vector<int>& indexes,

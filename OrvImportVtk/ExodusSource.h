@@ -58,7 +58,7 @@ private:
     static void setCells(const Block& block, const Connectivity& nodes, const std::vector<int>& indexes,
                          vtkUnstructuredGrid* grid);
 
-    NetCdfFile m_file;
+    std::unique_ptr<NetCdfFile> m_file;
     std::size_t m_nodeCount = 0;
     std::size_t m_elementCount = 0;
     std::size_t m_stepCount = 0; ///< That the file has.

@@ -159,6 +159,7 @@ std::optional<HdfShape> HdfFile::shape(const std::string& path) const {
     const Id type(H5Dget_type(set), H5Tclose);
     const std::size_t itemSize = H5Tget_size(type);
     return HdfShape{sizesOf(space), isNumeric(type), H5Tget_class(type) == H5T_FLOAT && itemSize == sizeof(float),
+                    H5Tget_class(type) == H5T_STRING && H5Tis_variable_str(type) == 0 && itemSize == 1,
                     isThere(set, space, itemSize, m_size)};
 }
 
@@ -203,6 +204,42 @@ bool HdfFile::read(const std::string& path, std::span<long long> values, ug::Err
 
 bool HdfFile::read(const std::string& path, std::span<unsigned char> values, ug::Error* error) const {
     return readValues(path, H5T_NATIVE_UCHAR, values.size(), values.data(), error);
+}
+
+bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                        double* values) const {
+    return readBlock(path, start, count, H5T_NATIVE_DOUBLE, values);
+}
+
+bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                        int* values) const {
+    return readBlock(path, start, count, H5T_NATIVE_INT, values);
+}
+
+bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                        long long* values) const {
+    return readBlock(path, start, count, H5T_NATIVE_LLONG, values);
+}
+
+bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                        char* values) const {
+    return readBlock(path, start, count, H5T_C_S1, values);
+}
+
+bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                        std::int64_t type, void* values) const {
+    const Silence silence;
+    const Id set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
+    const Id space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
+    if (space < 0 || H5Sget_simple_extent_ndims(space) != int(start.size()) || start.size() != count.size()) {
+        return false;
+    }
+    const std::vector<hsize_t> from(start.begin(), start.end());
+    const std::vector<hsize_t> counts(count.begin(), count.end());
+    const Id memory(H5Screate_simple(int(counts.size()), counts.data(), nullptr), H5Sclose);
+    return memory >= 0 &&
+           H5Sselect_hyperslab(space, H5S_SELECT_SET, from.data(), nullptr, counts.data(), nullptr) >= 0 &&
+           H5Dread(set, type, memory, space, H5P_DEFAULT, values) >= 0;
 }
 
 bool HdfFile::readValues(const std::string& path, std::int64_t type, std::size_t count, void* values,

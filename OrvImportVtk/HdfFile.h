@@ -15,6 +15,7 @@ struct HdfShape {
     std::vector<std::uint64_t> sizes; ///< The slowest index first; empty for a single value.
     bool isNumeric = false;           ///< Whole numbers or reals.
     bool isFloat = false;             ///< Reals of 32 bits.
+    bool isCharacters = false;        ///< Each value is one.
     bool isThere = false;             ///< The file is large enough for the values and has them itself.
 };
 
@@ -52,7 +53,21 @@ public:
     bool read(const std::string& path, std::span<unsigned char> values, ug::Error* error) const;
     /// @}
 
+    /// Some values of a data set: so many along each index from a start on. False when they are not there.
+    /// @{
+    bool readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                   double* values) const;
+    bool readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                   int* values) const;
+    bool readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                   long long* values) const;
+    bool readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                   char* values) const;
+    /// @}
+
 private:
+    bool readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
+                   std::int64_t type, void* values) const;
     bool readValues(const std::string& path, std::int64_t type, std::size_t count, void* values,
                     ug::Error* error) const;
 

@@ -2,16 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <string_view>
 #include <vector>
 
 namespace orv::imp::cae {
 namespace {
-
-constexpr std::string_view HDF5_MAGIC = "\211HDF\r\n\032\n";
 
 enum Tag : std::uint64_t { DIMENSIONS = 10, VARIABLES = 11, ATTRIBUTES = 12 };
 
@@ -31,7 +26,10 @@ public:
     Header(std::istream& file, std::uint64_t size) : m_file(file), m_size(size) {}
 
     bool check(ug::Error* error) {
-        if (!readStart() || !readDimensions() || !readAttributes() || !readVariables()) {
+        if (!readStart()) {
+            return ug::fail(error, "is no NetCDF file");
+        }
+        if (!readDimensions() || !readAttributes() || !readVariables()) {
             return ug::fail(error, m_file ? "is damaged: the header of its NetCDF format is not as it has to be"
                                           : "ends too early");
         }
@@ -196,23 +194,7 @@ private:
 
 } // namespace
 
-bool checkNetCdfHeader(const std::string& filename, ug::Error* error) {
-    std::ifstream file(filename, std::ios::binary);
-    std::error_code failed;
-    const std::uintmax_t size = std::filesystem::file_size(filename, failed);
-    if (!file || failed) {
-        return ug::fail(error, "cannot be opened");
-    }
-    std::string magic(HDF5_MAGIC.size(), '\0');
-    file.read(magic.data(), std::streamsize(magic.size()));
-    if (magic == HDF5_MAGIC) {
-        return true;
-    }
-    if (!magic.starts_with("CDF")) {
-        return ug::fail(error, "is no NetCDF file");
-    }
-    file.clear();
-    file.seekg(0);
+bool checkNetCdfHeader(std::istream& file, std::uintmax_t size, ug::Error* error) {
     return Header(file, size).check(error);
 }
 
