@@ -20,13 +20,16 @@ double definedOf(double value) {
     return std::isnan(value) ? UNDEFINED_DOUBLE : value;
 }
 
+// One component after the other, so that the inner loop is short.
 template <class Number>
 void copyItems(const Number* from, std::size_t fromStride, std::span<const std::int64_t> source,
                std::span<const std::uint8_t> components, std::size_t stride, std::span<double> values) {
-    for (std::size_t i = 0; i * stride < values.size(); ++i) {
-        const Number* item = from + fromStride * (source.empty() ? i : std::size_t(source[i]));
-        for (std::size_t c = 0; c < components.size(); ++c) {
-            values[i * stride + c] = definedOf(double(item[components[c]]));
+    const std::size_t count = (values.size() + stride - 1) / stride;
+    for (std::size_t c = 0; c < components.size(); ++c) {
+        const Number* component = from + components[c];
+        for (std::size_t i = 0; i < count; ++i) {
+            values[i * stride + c] =
+                definedOf(double(component[fromStride * (source.empty() ? i : std::size_t(source[i]))]));
         }
     }
 }

@@ -18,7 +18,9 @@
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
+#include <algorithm>
 #include <limits>
+#include <numeric>
 #include <span>
 #include <utility>
 
@@ -49,54 +51,58 @@ std::vector<double> coordinatesOf(vtkDataSet* mesh) {
     return coordinates;
 }
 
+template <class Number>
+bool copyIds(const Number* numbers, std::vector<int>* ids) {
+    for (std::size_t i = 0; i < ids->size(); ++i) {
+        if (!(numbers[i] >= 0 && double(numbers[i]) <= std::numeric_limits<int>::max())) {
+            return false;
+        }
+        (*ids)[i] = int(numbers[i]);
+    }
+    return true;
+}
+
 // None when there are none, or one does not fit.
 std::vector<int> globalIdsOf(vtkDataSetAttributes* attributes, vtkIdType count) {
     vtkDataArray* array = attributes->GetGlobalIds();
-    if (!array || array->GetNumberOfTuples() != count || array->GetNumberOfComponents() != 1) {
+    if (!array || array->GetNumberOfTuples() != count || array->GetNumberOfComponents() != 1 ||
+        !array->HasStandardMemoryLayout()) {
         return {};
     }
     std::vector<int> ids(std::size_t(count), 0);
-    for (vtkIdType i = 0; i < count; ++i) {
-        const double id = array->GetComponent(i, 0);
-        if (!(id >= 0 && id <= std::numeric_limits<int>::max())) {
-            return {};
-        }
-        ids[std::size_t(i)] = int(id);
+    bool isCopied = false;
+    switch (array->GetDataType()) {
+        vtkTemplateMacro(isCopied = copyIds(static_cast<const VTK_TT*>(array->GetVoidPointer(0)), &ids));
     }
-    return ids;
+    return isCopied ? ids : std::vector<int>();
 }
 
 /// Turns cells into elements, one after the other.
 class Elements {
 public:
     Elements(vtkDataSet* mesh, std::span<const double> coordinates, VtkUnknownCells* unknown)
-        : m_mesh(mesh), m_grid(vtkUnstructuredGrid::SafeDownCast(mesh)), m_coordinates(coordinates),
-          m_ghosts(mesh->GetCellGhostArray()), m_unknown(unknown) {
+        : m_mesh(mesh), m_coordinates(coordinates), m_ghosts(mesh->GetCellGhostArray()), m_unknown(unknown) {
         m_types.reserve(std::size_t(mesh->GetNumberOfCells()));
-        m_cells.reserve(std::size_t(mesh->GetNumberOfCells()));
-        if (m_grid && m_grid->GetCells()) {
-            m_connectivity.reserve(std::size_t(m_grid->GetCells()->GetNumberOfConnectivityIds()));
-        }
     }
 
     bool convert(ug::Error* error) {
-        vtkNew<vtkIdList> buffer;
-        for (vtkIdType cell = 0; cell < m_mesh->GetNumberOfCells(); ++cell) {
-            vtkIdType count = 0;
-            const vtkIdType* points = nullptr;
-            findPoints(cell, buffer, &count, &points);
-            if (!isWithinMesh(points, count)) {
-                return ug::fail(error, Str("cell " + std::to_string(cell) + " has a point that is not one of the " +
-                                           std::to_string(m_mesh->GetNumberOfPoints()) + " points of its mesh"));
+        auto* grid = vtkUnstructuredGrid::SafeDownCast(m_mesh);
+        vtkIdType stopped = 0;
+        if (grid && grid->GetCells() && grid->GetCellTypesArray()) {
+            if (grid->GetCellTypesArray()->GetNumberOfValues() < grid->GetNumberOfCells()) {
+                return ug::fail(error, "has no types for all of its cells");
             }
-            if (!isGhost(cell)) {
-                add(cell, points, count);
-            }
-            if (m_connectivity.size() > MOST_NODES) {
-                return ug::fail(error, "the elements of a part have more than 4294967295 nodes in all");
-            }
+            m_connectivity.reserve(std::size_t(grid->GetCells()->GetNumberOfConnectivityIds()));
+            stopped = grid->GetCells()->Visit(GridVisitor{}, this, grid->GetCellTypesArray()->GetPointer(0));
+        } else {
+            stopped = convertOthers();
         }
-        return true;
+        if (m_connectivity.size() > MOST_NODES) {
+            return ug::fail(error, "the elements of a part have more than 4294967295 nodes in all");
+        }
+        return stopped == m_mesh->GetNumberOfCells() ||
+               ug::fail(error, Str("cell " + std::to_string(stopped) + " has a point that is not one of the " +
+                                   std::to_string(m_mesh->GetNumberOfPoints()) + " points of its mesh"));
     }
 
     void moveTo(ug::DataElements* elements, VtkPartMap* map) {
@@ -105,39 +111,56 @@ public:
         if (m_isIdentity && m_types.size() == map->cellCount) {
             ids = globalIdsOf(m_mesh->GetCellData(), m_mesh->GetNumberOfCells());
         } else {
+            noteCells();
             map->elementCells = std::move(m_cells);
         }
         elements->set(std::move(m_types), std::move(m_connectivity), std::move(ids));
     }
 
 private:
-    // Unstructured grids show their lists, others fill the buffer.
-    void findPoints(vtkIdType cell, vtkIdList* buffer, vtkIdType* count, const vtkIdType** points) {
-        if (m_grid) {
-            m_grid->GetCells()->GetCellAtId(cell, *count, *points);
-            return;
+    /// Unstructured grids show their lists, with numbers of 32 or 64 bits.
+    struct GridVisitor {
+        template <class State>
+        vtkIdType operator()(State& state, Elements* elements, const unsigned char* types) const {
+            const auto* offsets = state.GetOffsets()->GetPointer(0);
+            const auto* points = state.GetConnectivity()->GetPointer(0);
+            const vtkIdType pointCount = state.GetConnectivity()->GetNumberOfValues();
+            const vtkIdType cellCount = std::min(state.GetNumberOfCells(), elements->m_mesh->GetNumberOfCells());
+            for (vtkIdType cell = 0; cell < cellCount; ++cell) {
+                const vtkIdType begin = offsets[cell];
+                const vtkIdType end = offsets[cell + 1];
+                if (begin < 0 || end < begin || end > pointCount ||
+                    !elements->convertCell(cell, types[cell], points + begin, end - begin)) {
+                    return cell;
+                }
+            }
+            return cellCount;
         }
-        m_mesh->GetCellPoints(cell, buffer);
-        *count = buffer->GetNumberOfIds();
-        *points = buffer->GetPointer(0);
+    };
+
+    // What it gives is the cell that is wrong, or the number of all.
+    vtkIdType convertOthers() {
+        vtkNew<vtkIdList> points;
+        vtkIdType cell = 0;
+        for (; cell < m_mesh->GetNumberOfCells(); ++cell) {
+            m_mesh->GetCellPoints(cell, points);
+            if (!convertCell(cell, m_mesh->GetCellType(cell), points->GetPointer(0), points->GetNumberOfIds())) {
+                break;
+            }
+        }
+        return cell;
     }
 
-    bool isWithinMesh(const vtkIdType* points, vtkIdType count) const {
+    template <class Index>
+    bool convertCell(vtkIdType cell, int cellType, const Index* points, vtkIdType count) {
         for (vtkIdType i = 0; i < count; ++i) {
             if (points[i] < 0 || points[i] >= m_mesh->GetNumberOfPoints()) {
                 return false;
             }
         }
-        return true;
-    }
-
-    bool isGhost(vtkIdType cell) const {
-        return m_ghosts &&
-               (m_ghosts->GetValue(cell) & (vtkDataSetAttributes::DUPLICATECELL | vtkDataSetAttributes::HIDDENCELL));
-    }
-
-    void add(vtkIdType cell, const vtkIdType* points, vtkIdType count) {
-        const int cellType = m_mesh->GetCellType(cell);
+        if (isGhost(cell)) {
+            return true;
+        }
         if (cellType != m_lastType) {
             m_lastType = cellType;
             m_lastCell = findVtkCell(cellType);
@@ -152,10 +175,17 @@ private:
         } else if (cellType != VTK_EMPTY_CELL || count > 0) {
             ++(*m_unknown)[cellType];
         }
+        return true;
+    }
+
+    bool isGhost(vtkIdType cell) const {
+        return m_ghosts && cell < m_ghosts->GetNumberOfValues() &&
+               (m_ghosts->GetValue(cell) & (vtkDataSetAttributes::DUPLICATECELL | vtkDataSetAttributes::HIDDENCELL));
     }
 
     // Whether the nodes 0, 1 and 2 of an element run counter-clockwise when they are seen from its node 3.
-    bool isUpright(const vtkIdType* points, const std::uint8_t* order) const {
+    template <class Index>
+    bool isUpright(const Index* points, const std::uint8_t* order) const {
         const auto place = [&](std::size_t node) {
             const double* xyz = &m_coordinates[3 * std::size_t(points[order[node]])];
             return Vec3d(xyz[0], xyz[1], xyz[2]);
@@ -164,21 +194,35 @@ private:
         return ((place(1) - corner) ^ (place(2) - corner)) * (place(3) - corner) >= 0;
     }
 
-    template <class Index>
-    void addElement(vtkIdType cell, ug::ElementType type, const vtkIdType* points, const Index* order) {
-        m_isIdentity = m_isIdentity && cell == vtkIdType(m_types.size());
+    template <class Index, class Order>
+    void addElement(vtkIdType cell, ug::ElementType type, const Index* points, const Order* order) {
+        if (m_isIdentity && cell != vtkIdType(m_types.size())) {
+            noteCells();
+            m_isIdentity = false;
+        }
+        if (!m_isIdentity) {
+            m_cells.push_back(cell);
+        }
         m_types.push_back(type);
-        m_cells.push_back(cell);
         const std::size_t count = ug::elementTypeInfo(type).nodeCount;
-        const std::size_t begin = m_connectivity.size();
-        m_connectivity.resize(begin + count);
+        std::uint32_t nodes[MOST_ELEMENT_NODES];
         for (std::size_t i = 0; i < count; ++i) {
-            m_connectivity[begin + i] = std::uint32_t(points[order[i]]);
+            nodes[i] = std::uint32_t(points[order[i]]);
+        }
+        m_connectivity.insert(m_connectivity.end(), nodes, nodes + count);
+    }
+
+    // As long as each element is the cell of its index, nothing has been noted.
+    void noteCells() {
+        if (m_isIdentity) {
+            m_cells.resize(m_types.size());
+            std::iota(m_cells.begin(), m_cells.end(), std::int64_t(0));
         }
     }
 
+    static constexpr std::size_t MOST_ELEMENT_NODES = 20;
+
     vtkDataSet* m_mesh;
-    vtkUnstructuredGrid* m_grid; ///< The same, if it is one.
     std::span<const double> m_coordinates;
     vtkUnsignedCharArray* m_ghosts;
     VtkUnknownCells* m_unknown;
@@ -187,7 +231,7 @@ private:
     bool m_isIdentity = true;            ///< So far each element is the cell of its index.
     std::vector<ug::ElementType> m_types;
     std::vector<std::uint32_t> m_connectivity;
-    std::vector<std::int64_t> m_cells;
+    std::vector<std::int64_t> m_cells; ///< Of each element, unless that is its index.
     std::vector<VtkCellPiece> m_pieces;
 };
 

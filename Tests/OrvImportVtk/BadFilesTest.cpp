@@ -69,6 +69,8 @@ const std::vector<Sample>& samples() {
         {"vtk", "zoo_ascii.vtk", {}},
         {"vtk", "zoo_binary.vtk", {}},
         {"vtk", "bar.ex2", {}},
+        {"exodus", "sevenside.exo", {}},
+        {"exodus", "zoo.e", {}},
         {"vtk",
          "frame.case",
          {"frame.geo", "frame_Temp.0", "frame_Temp.1", "frame_Displacement.0", "frame_Displacement.1", "frame_Stress.0",
