@@ -37,7 +37,14 @@ const DataPart* DataGeometry::part(std::size_t index) const {
 }
 
 DataPart* DataGeometry::addPart(int partId) {
-    return m_parts.emplace_back(std::make_unique<DataPart>(partId)).get();
+    return m_parts.emplace_back(std::make_shared<DataPart>(partId)).get();
+}
+
+void DataGeometry::addPartsOf(const DataGeometry& other) {
+    for (const std::shared_ptr<DataPart>& part : other.m_parts) {
+        m_parts.push_back(part);
+        part->setPartId(int(m_parts.size()));
+    }
 }
 
 bool DataGeometry::read(Error* error) const {
@@ -46,7 +53,7 @@ bool DataGeometry::read(Error* error) const {
 
 std::size_t DataGeometry::byteCount() const {
     std::size_t bytes = 0;
-    for (const std::unique_ptr<DataPart>& part : m_parts) {
+    for (const std::shared_ptr<DataPart>& part : m_parts) {
         bytes += part->byteCount();
     }
     return bytes;

@@ -27,6 +27,10 @@ public:
     /// Appends an empty part. The geometry owns it. Add parts before a state takes the geometry in.
     DataPart* addPart(int partId);
 
+    /// Appends the parts of another geometry, which both have from then on: what is read of them by way of one is there
+    /// in the other. Their ids, in both, go on from here: partCount() + 1 and so on.
+    void addPartsOf(const DataGeometry& other);
+
     /// Has every part read that its source has left unread. False with a text when one cannot be.
     bool read(Error* error) const;
 
@@ -35,7 +39,7 @@ public:
 
 private:
     int m_id;
-    std::vector<std::unique_ptr<DataPart>> m_parts;
+    std::vector<std::shared_ptr<DataPart>> m_parts;
 };
 
 } // namespace orv::ug

@@ -26,6 +26,10 @@ int DataPart::partId() const {
     return m_partId;
 }
 
+void DataPart::setPartId(int partId) {
+    m_partId = partId;
+}
+
 void DataPart::readLater(const Counts& counts, Read read) {
     m_unread = std::make_unique<Unread>(Unread{counts, std::move(read), {}});
 }

@@ -37,6 +37,7 @@ public:
 
     /// Unique within the geometry.
     int partId() const;
+    void setPartId(int partId);
 
     /// Leaves nodes and elements to `read`, which is called once, when they are needed. The part has to be empty.
     void readLater(const Counts& counts, Read read);

@@ -1,5 +1,7 @@
 #include "OrvUnstructGrid/DataResult.h"
 
+#include "LibCore/rvfAssert.h"
+
 namespace orv::ug {
 
 DataResult::DataResult(int resultId, ResultType type, ResultMapping mapping)
@@ -17,6 +19,15 @@ ResultType DataResult::type() const {
 
 ResultMapping DataResult::resultMapping() const {
     return m_mapping;
+}
+
+void DataResult::swapPart(std::size_t partIndex, DataResult* other, std::size_t otherIndex) {
+    RVF_ASSERT(other->type() == type());
+    RVF_ASSERT(partIndex < partCount());
+    RVF_ASSERT(otherIndex < other->partCount());
+    if (other->type() == type() && partIndex < partCount() && otherIndex < other->partCount()) {
+        swapCheckedPart(partIndex, other, otherIndex);
+    }
 }
 
 std::size_t DataResult::byteCount() const {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace orv::ug {
@@ -29,10 +30,18 @@ public:
     virtual DataPartValues* values(std::size_t partIndex) = 0;
     virtual const DataPartValues* values(std::size_t partIndex) const = 0;
 
+    /// Exchanges the values of one part with those of a part of another result of the same type. Nothing is copied.
+    /// Asserts "other->type() == type()", "partIndex < partCount()" and "otherIndex < other->partCount()"; nothing
+    /// happens behind a failed assertion.
+    void swapPart(std::size_t partIndex, DataResult* other, std::size_t otherIndex);
+
     std::size_t byteCount() const;
 
 protected:
     DataResult(int resultId, ResultType type, ResultMapping mapping);
+
+    /// swapPart() of parts that are there.
+    virtual void swapCheckedPart(std::size_t partIndex, DataResult* other, std::size_t otherIndex) = 0;
 
 private:
     int m_resultId;
@@ -71,6 +80,11 @@ public:
 
     const DataPartValues* values(std::size_t partIndex) const override {
         return part(partIndex);
+    }
+
+protected:
+    void swapCheckedPart(std::size_t partIndex, DataResult* other, std::size_t otherIndex) override {
+        std::swap(m_parts[partIndex], static_cast<DataResultOf*>(other)->m_parts[otherIndex]);
     }
 
 private:

@@ -34,6 +34,31 @@ TEST(DataGeometry, OwnsItsPartsInOrder) {
     EXPECT_EQ(unchanging->part(1), second);
 }
 
+// The ids of what is shared go on from those that are there, in both.
+TEST(DataGeometry, SharesThePartsOfAnother) {
+    orv::PtrRef<DataGeometry> other(new DataGeometry);
+    other->addPart(1)->nodes()->set({0, 0, 0}, {});
+    int reads = 0;
+    other->addPart(2)->readLater([&reads](DataNodes* nodes, DataElements*, Error*) {
+        ++reads;
+        nodes->set({0, 0, 0, 1, 1, 1}, {});
+        return true;
+    });
+    orv::PtrRef<DataGeometry> whole(new DataGeometry);
+    whole->addPart(1);
+    whole->addPartsOf(*other);
+    ASSERT_EQ(whole->partCount(), 3u);
+    EXPECT_EQ(whole->part(1), other->part(0));
+    EXPECT_EQ(whole->part(2), other->part(1));
+    EXPECT_EQ(whole->part(1)->partId(), 2);
+    EXPECT_EQ(whole->part(2)->partId(), 3);
+    EXPECT_TRUE(whole->read(nullptr));
+    EXPECT_EQ(other->part(1)->nodes()->nodeCount(), 2u);
+    EXPECT_EQ(reads, 1);
+    other = nullptr;
+    EXPECT_EQ(whole->part(2)->nodes()->nodeCount(), 2u);
+}
+
 TEST(DataGeometry, CountsTheBytesOfItsParts) {
     orv::PtrRef<DataGeometry> geometry(new DataGeometry);
     geometry->addPart(1)->nodes()->set({0, 0, 0}, {});
