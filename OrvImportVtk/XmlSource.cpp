@@ -7,6 +7,7 @@
 #include <vtkDataSetAttributes.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
+#include <vtkStreamingDemandDrivenPipeline.h>
 #include <vtkXMLPolyDataReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 
@@ -59,6 +60,13 @@ void listArrays(vtkInformationVector* list, ug::ResultMapping mapping, std::vect
     }
 }
 
+// A program may have noted the time, as the field "TimeValue".
+std::vector<ug::StateInfo> stepsOf(vtkInformation* info) {
+    const bool hasTime = info->Length(vtkStreamingDemandDrivenPipeline::TIME_STEPS()) == 1;
+    return hasTime ? vtkTimeSteps({info->Get(vtkStreamingDemandDrivenPipeline::TIME_STEPS()), 1})
+                   : std::vector{vtkOnlyStep()};
+}
+
 } // namespace
 
 bool XmlSource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
@@ -74,7 +82,7 @@ bool XmlSource::open(const std::string& filename, VtkContents* contents, ug::Err
     listArrays(info->Get(vtkDataObject::POINT_DATA_VECTOR()), ug::PER_NODE, &contents->arrays);
     listArrays(info->Get(vtkDataObject::CELL_DATA_VECTOR()), ug::PER_ELEMENT, &contents->arrays);
     contents->parts = {std::string()};
-    contents->steps = {vtkOnlyStep()};
+    contents->steps = stepsOf(info);
     m_arrays = contents->arrays;
     return true;
 }
