@@ -1,8 +1,8 @@
 #include "OrvImportCae/CaeMeshDifference.h"
 
+#include "OrvImportCae/CaeNumber.h"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <string>
 
@@ -16,14 +16,9 @@ bool isSameCoordinate(double a, double b) {
     return a == b || areBothNaN || std::abs(a - b) <= COORDINATE_TOLERANCE * std::max(std::abs(a), std::abs(b));
 }
 
-std::string numberText(double number) {
-    std::array<char, 32> text;
-    return std::string(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
-}
-
 std::string placeText(const ug::DataNodes& nodes, std::size_t index) {
     const Vec3d place = nodes.node(index);
-    return "at (" + numberText(place.x()) + ", " + numberText(place.y()) + ", " + numberText(place.z()) + ")";
+    return "at (" + caeNumberText(place.x()) + ", " + caeNumberText(place.y()) + ", " + caeNumberText(place.z()) + ")";
 }
 
 /// Looks at two meshes side by side.

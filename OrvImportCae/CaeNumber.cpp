@@ -3,6 +3,7 @@
 #include "OrvCore/Defines.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
 #include <string_view>
@@ -113,6 +114,11 @@ bool readCaeInteger(const char* begin, const char* end, std::int64_t* value) {
     }
     *value = number;
     return true;
+}
+
+std::string caeNumberText(double number) {
+    std::array<char, 32> text;
+    return std::string(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
 }
 
 } // namespace orv::imp::cae

@@ -3,6 +3,7 @@
 #include "LibCore/rvfExport.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace orv::imp::cae {
@@ -19,6 +20,9 @@ ORV_API bool readCaeReal(const char* begin, const char* end, double* value);
 /// Reads the whole number that fills a column, leading and trailing blanks allowed.
 /// @return false when there is none or it has no room in `value`, which is then left alone
 ORV_API bool readCaeInteger(const char* begin, const char* end, std::int64_t* value);
+
+/// The fewest digits that are read as the same number.
+std::string caeNumberText(double number);
 
 namespace internal {
 

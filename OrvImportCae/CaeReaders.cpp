@@ -32,7 +32,7 @@ constexpr CaeReaderEntry READERS[] = {
     {"Exodus II", "Exodus II results", "e ex2 exo exii g",
      "blocks of elements as parts; time steps as states; variables of nodes and elements; numbers of nodes and "
      "elements",
-     nullptr, &VTK_MODULE},
+     nullptr, &VTK_MODULE, true},
     {"EnSight Gold", "EnSight Gold cases", "case",
      "parts; times as states, with meshes that change if they do; scalars, vectors and tensors of nodes and elements",
      nullptr, &VTK_MODULE},
@@ -94,6 +94,18 @@ std::string supportedList() {
     return list;
 }
 
+// Of "a.e.4.0" it is "e"; empty when there are no two numbers.
+std::string extensionBeforeNumbers(std::string name) {
+    for (int i = 0; i < 2; ++i) {
+        const std::string number = fileExtension(name);
+        if (number.empty() || number.find_first_not_of("0123456789") != std::string::npos) {
+            return std::string();
+        }
+        name.resize(name.size() - number.size() - 1);
+    }
+    return fileExtension(name);
+}
+
 } // namespace
 
 std::span<const CaeReaderEntry> caeReaders() {
@@ -112,9 +124,10 @@ std::string fileExtension(const std::string& filename) {
 const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error) {
     const std::string name = filename.toStdString();
     const std::string extension = fileExtension(name);
+    const std::string spread = extensionBeforeNumbers(name);
     for (const CaeReaderEntry& entry : READERS) {
         for (const std::string& known : extensionsOf(entry)) {
-            if (extension == known) {
+            if (extension == known || (entry.isSpread && spread == known)) {
                 return &entry;
             }
         }

@@ -21,6 +21,7 @@ struct CaeReaderEntry {
     const char* contents;    ///< As in FormatInfo.
     std::unique_ptr<CaeReader> (*create)();
     const CaeModule* module;
+    bool isSpread = false; ///< Also behind two numbers: "a.e.4.0" is the first of four files of parallel processes.
 };
 
 /// All of them.
@@ -29,7 +30,8 @@ std::span<const CaeReaderEntry> caeReaders();
 /// The characters behind the last dot of a file's name, in small letters; a dot in a folder's name does not count.
 ORV_API std::string fileExtension(const std::string& filename);
 
-/// The reader for a file, by its extension. Null, with a text that tells what there is, when there is none.
+/// The reader for a file, by its extension, or by the one that stands before two numbers. Null, with a text that tells
+/// what there is, when there is none.
 const CaeReaderEntry* findCaeReader(const Str& filename, ug::Error* error);
 
 /// A new reader of that kind, for this file. Null, with a text that names the file, when its module cannot be opened.

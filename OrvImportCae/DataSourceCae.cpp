@@ -1,7 +1,8 @@
 #include "OrvImportCae/DataSourceCae.h"
 
-#include "OrvImportCae/CaeMeshDifference.h"
+#include "OrvImportCae/CaeFileRelation.h"
 #include "OrvImportCae/CaeModule.h"
+#include "OrvImportCae/CaePieces.h"
 #include "OrvImportCae/CaeReader.h"
 #include "OrvImportCae/CaeReaders.h"
 
@@ -38,12 +39,6 @@ std::vector<ug::ResultInfo> fileResults(const ug::DataSourceDirectory& directory
     return infos;
 }
 
-bool checkSameMesh(const CaeMesh& further, const CaeMesh& open, ug::Error* error) {
-    const Str difference = tellMeshDifference(further, open);
-    return difference.isEmpty() || ug::fail(error, "cannot add \"" + further.filename + "\" to \"" + open.filename +
-                                                       "\": its mesh is another one, as " + difference);
-}
-
 } // namespace
 
 /// A file, and what its results are there, by what they are in the directory.
@@ -65,33 +60,37 @@ bool DataSourceCae::openFiles(const std::vector<Str>& filenames, ug::Error* erro
         return ug::fail(error, Str("cannot open \"") + filenames[0] + "\": this data source holds \"" +
                                    directory()->simulationInfo().filename() + "\" already");
     }
-    std::vector<std::unique_ptr<File>> files;
-    std::vector<CaeContents> contents(filenames.size());
-    for (std::size_t i = 0; i < filenames.size(); ++i) {
-        files.push_back(openFile(filenames[i], &contents[i], error));
-        const CaeMesh first = {filenames[0], contents[0].geometry.get(), contents[0].parts};
-        if (!files[i] ||
-            (i > 0 && !checkSameMesh({filenames[i], contents[i].geometry.get(), contents[i].parts}, first, error))) {
-            return false;
-        }
+    std::vector<CaeOpenFile> files;
+    if (!openTogether(filenames, &files, error)) {
+        return false;
     }
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        install(std::move(files[i]), contents[i]);
+    for (CaeOpenFile& file : files) {
+        install(std::move(file));
     }
     return true;
+}
+
+void DataSourceCae::setFileRelation(FileRelation relation) {
+    m_relation = relation;
 }
 
 bool DataSourceCae::openSecondaryFile(const Str& filename, ug::Error* error) {
     if (m_files.empty()) {
         return ug::fail(error, Str("cannot add \"") + filename + "\": no file is open that it could be added to");
     }
-    CaeContents contents;
-    std::unique_ptr<File> file = openFile(filename, &contents, error);
-    if (!file || !checkSameMesh({filename, contents.geometry.get(), contents.parts},
-                                {m_files[0]->name, m_geometry.get(), directory()->partInfos(0)}, error)) {
+    CaeOpenFile file;
+    if (!openFile(filename, &file, error) || !file.contents.geometry->read(error)) {
         return false;
     }
-    install(std::move(file), contents);
+    CaeOpenFile first{m_files[0]->name, nullptr, {}, {}};
+    first.contents.geometry = m_geometry;
+    first.contents.parts = directory()->partInfos(0);
+    shareCaeMesh(first, &file);
+    if (!file.meshDifference.isEmpty()) {
+        return ug::fail(error, "cannot add \"" + filename + "\" to \"" + first.name +
+                                   "\": its mesh is another one, as " + file.meshDifference);
+    }
+    install(std::move(file));
     return true;
 }
 
@@ -143,27 +142,54 @@ bool DataSourceCae::readScalars(const ug::ResultInfo& info, const ug::DataState&
     return source.file->reader->readScalars(source.file->results.at(keyOf(info)), source.stateId, place, values);
 }
 
-std::unique_ptr<DataSourceCae::File> DataSourceCae::openFile(const Str& filename, CaeContents* contents,
-                                                             ug::Error* error) {
+bool DataSourceCae::openFile(const Str& filename, CaeOpenFile* file, ug::Error* error) {
     const CaeReaderEntry* entry = findCaeReader(filename, error);
     if (!entry) {
-        return nullptr;
+        return false;
     }
-    auto file = std::make_unique<File>();
     file->name = filename;
     file->reader = createCaeReader(*entry, filename, error);
-    return file->reader && file->reader->open(filename, contents, error) ? std::move(file) : nullptr;
+    return file->reader && file->reader->open(filename, &file->contents, error);
 }
 
-// The first file brings mesh and heading, and its results and states keep their ids.
-void DataSourceCae::install(std::unique_ptr<File> file, const CaeContents& contents) {
+// One entry for each step, or a single one for all pieces.
+bool DataSourceCae::openTogether(const std::vector<Str>& filenames, std::vector<CaeOpenFile>* files,
+                                 ug::Error* error) const {
+    files->resize(filenames.size());
+    for (std::size_t i = 0; i < filenames.size(); ++i) {
+        CaeOpenFile& file = (*files)[i];
+        if (!openFile(filenames[i], &file, error) || (filenames.size() > 1 && !file.contents.geometry->read(error))) {
+            return false;
+        }
+        if (i > 0 && m_relation != FileRelation::PIECES) {
+            shareCaeMesh((*files)[0], &file);
+        }
+        if (i > 1 && !file.meshDifference.isEmpty()) {
+            shareCaeMesh((*files)[i - 1], &file);
+        }
+    }
+    FileRelation relation = m_relation;
+    if (!settleCaeRelation(*files, m_relation, &relation, error)) {
+        return false;
+    }
+    if (relation == FileRelation::PIECES && files->size() > 1) {
+        CaeOpenFile whole{filenames[0], std::make_unique<CaePieces>(std::move(*files)), {}, {}};
+        whole.reader->open(whole.name, &whole.contents, error);
+        files->clear();
+        files->push_back(std::move(whole));
+    }
+    return true;
+}
+
+// The first file brings heading and parts, and its results and states keep their ids.
+void DataSourceCae::install(CaeOpenFile openFile) {
+    const CaeContents& contents = openFile.contents;
+    auto file = std::make_unique<File>(File{openFile.name, std::move(openFile.reader), {}});
     const bool isFirst = m_files.empty();
     if (isFirst) {
         m_geometry = contents.geometry;
         directory()->setSimulationInfo(ug::SimulationInfo(file->name, contents.title));
         directory()->addGeometryPartInfos(contents.parts);
-    } else {
-        file->reader->adoptGeometry(m_geometry);
     }
     for (const Str& warning : contents.warnings) {
         directory()->addWarning(warning);
@@ -221,7 +247,7 @@ void DataSourceCae::addStates(const CaeContents& contents, const std::vector<ug:
             const Str name = names.contains(info.name()) ? info.name() + suffix : info.name();
             info = ug::StateInfo(largestId, name, info.referenceType(), info.referenceValue());
         }
-        addState(info, {state.geometry ? state.geometry : m_geometry});
+        addState(info, {state.geometry ? state.geometry : contents.geometry});
         m_stateSources[info.id()] = {file, state.info.id()};
         for (const std::size_t result : state.results) {
             directory()->setHasResult(info.id(), results[result]);

@@ -2,6 +2,7 @@
 
 #include "LibCore/rvfExport.h"
 #include "OrvCore/Str.h"
+#include "OrvImportCae/FileRelation.h"
 #include "OrvImportCae/ReaderInfo.h"
 #include "OrvUnstructGrid/DataSourceLazy.h"
 
@@ -13,6 +14,7 @@
 namespace orv::imp::cae {
 
 struct CaeContents;
+struct CaeOpenFile;
 
 /// A data source that is a result file of another program, see supportedFormats().
 ///
@@ -24,10 +26,35 @@ public:
     explicit DataSourceCae(int id);
     ~DataSourceCae() override;
 
-    /// Opens the first file by its extension, in small or capital letters, and adds the others as openSecondaryFile()
-    /// does. Works once: a source that holds a file refuses. When it fails, for whichever file, the source is as empty
-    /// as before, and another file can be tried.
+    /// Opens a file by its extension, in small or capital letters, or several as one. Works once: a source that holds
+    /// a file refuses. When it fails, for whichever file, the source is as empty as before, and another file can be
+    /// tried.
+    ///
+    /// What several files are to each other is told by setFileRelation(), or else by what they hold, the first of these
+    /// that fits:
+    /// 1. All have the same mesh: steps. Their states follow one another in the order of the names, as
+    ///    openSecondaryFile() adds them.
+    /// 2. They have the same states, as many and with the same reference values or all without any: pieces. These are
+    ///    steps nevertheless when two neighbours or the first and another one have the same mesh, or when, without
+    ///    reference values, the mesh just moves: each file has the elements of the one before it, and their boxes have
+    ///    in every direction half of the smaller one in common.
+    /// 3. No two files have a reference value in common: steps whose mesh changes.
+    ///
+    /// Steps whose mesh changes have meshes of their own, with as many parts as the first file and, when these are
+    /// several, with the same names.
+    ///
+    /// Pieces make one model: the states of the first file with the parts of all, one file after the other. A part
+    /// that is alone in its file is called by that ("rank0.vtu"), others by both ("rank0.vtu: Wing"); by the whole name
+    /// as given where files in several folders have the same name. Results are one when they have the same name, type
+    /// and mapping, and undefined on the parts of files that do not have them. Nodes on the border of pieces are in
+    /// each of them. Files of other programs than the first are welcome in both cases.
+    ///
+    /// All meshes are read when there is more than one file.
     virtual bool openFiles(const std::vector<Str>& filenames, ug::Error* error);
+
+    /// Settles for openFiles() what several files are to each other; FROM_CONTENTS until set. Files that cannot be that
+    /// are refused: pieces need the same states, steps the same parts.
+    void setFileRelation(FileRelation relation);
 
     /// Adds the states and results of a further result file on the same mesh.
     ///
@@ -61,14 +88,16 @@ private:
         int stateId; ///< In that file.
     };
 
-    static std::unique_ptr<File> openFile(const Str& filename, CaeContents* contents, ug::Error* error);
-    void install(std::unique_ptr<File> file, const CaeContents& contents);
+    static bool openFile(const Str& filename, CaeOpenFile* file, ug::Error* error);
+    bool openTogether(const std::vector<Str>& filenames, std::vector<CaeOpenFile>* files, ug::Error* error) const;
+    void install(CaeOpenFile file);
     std::vector<ug::ResultInfo> addResults(const std::vector<ug::ResultInfo>& infos, File* file);
     ug::ResultInfo findOrName(const ug::ResultInfo& info, const Str& filename);
     void addStates(const CaeContents& contents, const std::vector<ug::ResultInfo>& results, File* file);
 
     std::vector<std::unique_ptr<File>> m_files; ///< The primary one first.
-    PtrRef<ug::DataGeometry> m_geometry;        ///< What all files share.
+    FileRelation m_relation = FileRelation::FROM_CONTENTS;
+    PtrRef<ug::DataGeometry> m_geometry; ///< Of the first file.
     std::unordered_map<int, StateSource> m_stateSources;
 };
 

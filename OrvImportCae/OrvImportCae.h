@@ -12,4 +12,5 @@
 /// | `.msh` | Gmsh | one geometry with a part for each physical group or entity, every step of a view a state |
 
 #include "OrvImportCae/DataSourceCae.h"
+#include "OrvImportCae/FileRelation.h"
 #include "OrvImportCae/ReaderInfo.h"

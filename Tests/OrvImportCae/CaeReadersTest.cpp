@@ -36,6 +36,22 @@ TEST(CaeReaders, FindsReadersByExtension) {
     }
 }
 
+// Only programs that write such files have a number of files and one of the file behind the extension.
+TEST(CaeReaders, FindsTheReaderOfSpreadFiles) {
+    for (const char* name : {"a.e.4.0", "/x.y/a.b.EX2.128.007", "a.g.1.0"}) {
+        const CaeReaderEntry* entry = findCaeReader(name, nullptr);
+        ASSERT_NE(entry, nullptr) << name;
+        EXPECT_STREQ(entry->name, "Exodus II");
+    }
+    for (const char* name : {"a.e.4", "a.e.4.x", "a.e.x.4", "a.e.4.4.4", "a.vtu.4.0", "4.0", "a.e..0", "/a.e.4/0"}) {
+        EXPECT_EQ(findCaeReader(name, nullptr), nullptr) << name;
+    }
+    ug::Error error;
+    findCaeReader("a.vtu.4.0", &error);
+    EXPECT_EQ(error.message(),
+              Str("cannot open \"a.vtu.4.0\": no reader for the extension \"0\"; " + SUPPORTED_FORMATS));
+}
+
 TEST(CaeReaders, TellWhatThereIsWhenThereIsNone) {
     const auto why = [](const char* name) {
         ug::Error error;

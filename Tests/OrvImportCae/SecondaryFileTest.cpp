@@ -221,8 +221,11 @@ TEST_F(SecondaryFileTest, AListOpensAllOfItsFilesOrNone) {
     const std::string c = write("c.frd", other);
     ug::Error error;
     EXPECT_FALSE(source->openFiles({a, b, c}, &error));
-    EXPECT_EQ(without(folder, error.message()), "cannot add \"c.frd\" to \"a.frd\": its mesh is another one, as there "
-                                                "are 0 parts in \"c.frd\" and 1 in \"a.frd\"");
+    EXPECT_EQ(without(folder, error.message()),
+              "cannot open \"a.frd\" together with \"b.frd\": their meshes are not the same, as there are 0 parts in "
+              "\"c.frd\" and 1 in \"a.frd\"; nor are they pieces with the same states, as state 1 has the time 0.6 in "
+              "\"b.frd\" and the time 0.5 in \"a.frd\"; nor steps with states of their own, as there are no states in "
+              "\"c.frd\"");
     EXPECT_EQ(source->stateCount(), 0u);
     EXPECT_EQ(source->directory()->geometryCountPerState(), 0u);
     EXPECT_TRUE(source->directory()->scalarResultInfos().empty());
