@@ -89,8 +89,7 @@ Str tellPartDifference(const CaeOpenFile& further, const CaeOpenFile& open) {
     const std::vector<ug::PartInfo>& theirs = open.contents.parts;
     const auto tell = tellBetween(further, open);
     if (ours.size() != theirs.size()) {
-        return tell(Str("there are "), Str(std::to_string(ours.size()) + " parts"),
-                    Str(std::to_string(theirs.size())));
+        return tell(Str("there are "), Str(std::to_string(ours.size()) + " parts"), Str(std::to_string(theirs.size())));
     }
     for (std::size_t p = 0; ours.size() > 1 && p < ours.size(); ++p) {
         if (!(ours[p].name() == theirs[p].name())) {
@@ -218,8 +217,9 @@ bool settleCaeRelation(const std::vector<CaeOpenFile>& files, FileRelation wante
     const bool arePieces = *relation == FileRelation::PIECES;
     const CaeOpenFile* file = nullptr;
     const Str difference = firstDifference(files, arePieces ? tellStateDifference : tellPartDifference, &file);
-    return difference.isEmpty() || ug::fail(error, "cannot add " + quoted(*file) + " to " + quoted(files[0]) + " as a " +
-                                                       (arePieces ? "piece: " : "further step: ") + difference);
+    return difference.isEmpty() ||
+           ug::fail(error, "cannot add " + quoted(*file) + " to " + quoted(files[0]) + " as a " +
+                               (arePieces ? "piece: " : "further step: ") + difference);
 }
 
 } // namespace orv::imp::cae

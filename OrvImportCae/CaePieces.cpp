@@ -48,7 +48,8 @@ bool CaePieces::open(const Str&, CaeContents* contents, ug::Error*) {
         m_statesById[first.states[s].info.id()] = s;
         CaeContents::State state{first.states[s].info, {}, makeGeometry(s)};
         for (std::size_t r = 0; r < m_results.size(); ++r) {
-            if (std::ranges::any_of(m_pieces, [&](const Piece& p) { return findResult(p, m_results[r], s) != nullptr; })) {
+            if (std::ranges::any_of(m_pieces,
+                                    [&](const Piece& p) { return findResult(p, m_results[r], s) != nullptr; })) {
                 state.results.push_back(r);
             }
         }

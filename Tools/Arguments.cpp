@@ -228,6 +228,16 @@ orv::vis::ColorMap::Kind parseColors(const std::string& text) {
     return named->kind;
 }
 
+orv::imp::cae::FileRelation parseFileRelation(const std::string& text) {
+    if (text == "series") {
+        return orv::imp::cae::FileRelation::STEPS;
+    }
+    if (text != "pieces") {
+        refuseArgument(text, "what files can be (\"series\", \"pieces\")");
+    }
+    return orv::imp::cae::FileRelation::PIECES;
+}
+
 std::pair<rvf::Color3f, rvf::Color3f> parseBackground(const std::string& text) {
     const std::vector<std::string_view> pieces = piecesOf(text, ',');
     if (pieces.size() > 2) {

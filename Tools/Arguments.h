@@ -3,6 +3,7 @@
 #include "LibCore/rvfColor3.h"
 #include "OrvCore/Ray.h"
 #include "OrvCore/Vec3d.h"
+#include "OrvImportCae/FileRelation.h"
 #include "OrvVisualization/ColorMap.h"
 
 #include <string>
@@ -58,6 +59,9 @@ std::pair<double, double> parseRange(const std::string& text);
 
 /// "viridis" or "rainbow".
 orv::vis::ColorMap::Kind parseColors(const std::string& text);
+
+/// "series" or "pieces".
+orv::imp::cae::FileRelation parseFileRelation(const std::string& text);
 
 /// One colour, or from top to bottom two with a comma between them. A colour is "white", "grey", "black" or "#rrggbb".
 std::pair<rvf::Color3f, rvf::Color3f> parseBackground(const std::string& text);

@@ -1,6 +1,8 @@
 #include "Tools/CommandOptions.h"
 
+#include "Tools/Arguments.h"
 #include "Tools/ExpressionFunctions.h"
+#include "Tools/InputFiles.h"
 #include "Tools/Picture.h"
 #include "Tools/PictureLook.h"
 #include "Tools/ValuesCommand.h"
@@ -27,17 +29,43 @@ Equally strong operators are taken from left to right. Put the expression in quo
 Functions:
 )";
 
+void addRelation(CLI::App* command, InputFiles* files) {
+    command
+        ->add_option_function<std::string>(
+            "--as", [files](const std::string& text) { files->relation = parseFileRelation(text); },
+            "What several files are when they do not tell: series or pieces")
+        ->type_name("WHAT")
+        ->check(understoodBy(parseFileRelation));
+}
+
 } // namespace
 
 CLI::Validator notEmpty(const std::string& message) {
     return CLI::Validator([message](std::string& text) { return text.empty() ? message : ""; }, "", "not empty");
 }
 
-void addFile(CLI::App* command, std::string* file) {
-    command->add_option("FILE", *file, "The result file")->required()->type_name("");
+void addFile(CLI::App* command, InputFiles* file) {
+    command->add_option("FILE", file->first, "The result file")->required()->type_name("");
+    command->add_option("--with", file->further, "Further files of the series or model, up to the next option")
+        ->type_name("F...");
+    addRelation(command, file);
 }
 
-void addFileAndExpression(CLI::App* command, std::string* file, std::string* expression) {
+void addFiles(CLI::App* command, InputFiles* files) {
+    command
+        ->add_option_function<std::vector<std::string>>(
+            "FILE",
+            [files](const std::vector<std::string>& names) {
+                files->first = names.front();
+                files->further.assign(names.begin() + 1, names.end());
+            },
+            "The result file, or several of a series or model")
+        ->required()
+        ->type_name("");
+    addRelation(command, files);
+}
+
+void addFileAndExpression(CLI::App* command, InputFiles* file, std::string* expression) {
     addFile(command, file);
     command->add_option("EXPRESSION", *expression, "What to compute, such as 'vonMises(STRESS)'")
         ->required()

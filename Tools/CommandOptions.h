@@ -9,6 +9,7 @@
 
 namespace orvapp {
 
+struct InputFiles;
 struct LookOptions;
 struct PictureOptions;
 struct ValuesOptions;
@@ -19,9 +20,13 @@ struct ValuesOptions;
 /// Refuses an empty argument with this message.
 CLI::Validator notEmpty(const std::string& message);
 
-void addFile(CLI::App* command, std::string* file);
+/// FILE, and --with and --as for more of them.
+void addFile(CLI::App* command, InputFiles* file);
 
-void addFileAndExpression(CLI::App* command, std::string* file, std::string* expression);
+/// FILE, which may be several, and --as.
+void addFiles(CLI::App* command, InputFiles* files);
+
+void addFileAndExpression(CLI::App* command, InputFiles* file, std::string* expression);
 
 /// An option that may be repeated.
 void addPatterns(CLI::App* command, const char* name, std::vector<std::string>* patterns, const char* help);

@@ -152,7 +152,8 @@ std::string resultsText(const ModelReport& report) {
 }
 
 std::string infoText(const ModelReport& report) {
-    std::string text = "File   " + printable(report.file) + '\n';
+    std::string text = "File   " + printable(report.file);
+    text += report.furtherFiles.empty() ? "\n" : " and " + std::to_string(report.furtherFiles.size()) + " more\n";
     if (report.caseId >= 0) {
         text += "Case   " + std::to_string(report.caseId) + "  " + printable(report.caseName) + '\n';
     }
@@ -175,9 +176,14 @@ std::string infoText(const std::vector<ModelReport>& reports) {
 void runInfo(const InfoOptions& options) {
     const std::string password = readPassword(options.passwordFile);
     std::vector<ModelReport> reports;
-    for (const FileCase& fileCase : casesIn(options.file, password)) {
-        const ResultFile file(fileCase.path, password);
+    InputFiles files = options.file;
+    const bool isOne = files.further.empty();
+    for (const FileCase& fileCase :
+         isOne ? casesIn(files.first, password) : std::vector<FileCase>{{files.first, -1, ""}}) {
+        files.first = fileCase.path;
+        const ResultFile file(files, password);
         reports.push_back(modelReport(file, fileCase));
+        reports.back().furtherFiles = files.further;
     }
     writeStandardOutput(options.json ? infoJson(reports) : infoText(reports));
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "Tools/InputFiles.h"
+
 #include <string>
 
 namespace orvapp {
 
 struct InfoOptions {
-    std::string file;
+    InputFiles file;
     std::string passwordFile; ///< Empty when the file is not protected.
     bool json = false;
 };

@@ -38,7 +38,8 @@ struct ResultRow {
 /// What a model holds, as `orvapp info` tells it.
 struct ModelReport {
     std::string file;
-    int caseId = -1; ///< -1 when the format has no cases.
+    std::vector<std::string> furtherFiles; ///< Opened together with it.
+    int caseId = -1;                       ///< -1 when the format has no cases.
     std::string caseName;
     std::string title;
     std::vector<StateRow> states;

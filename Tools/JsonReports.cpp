@@ -146,6 +146,9 @@ Json pickedItemJson(const PickedItem& item) {
 
 Json modelJson(const ModelReport& report) {
     Json model = {{"file", report.file}};
+    if (!report.furtherFiles.empty()) {
+        model["furtherFiles"] = report.furtherFiles;
+    }
     if (report.caseId >= 0) {
         model["case"] = {{"id", report.caseId}, {"name", report.caseName}};
     }

@@ -14,7 +14,7 @@ namespace orvapp {
 
 /// What is to be seen; texts as Arguments.h understands them.
 struct PictureOptions {
-    std::string file;
+    InputFiles file;
     std::string passwordFile;       ///< Empty when the file is not protected.
     std::string result;             ///< An expression for the colours; empty for those of the parts.
     std::string state;              ///< A name or a pattern; empty for all.

@@ -1,5 +1,6 @@
 #include "Tools/ResultFile.h"
 
+#include "OrvImportCae/DataSourceCae.h"
 #include "Tools/CommandError.h"
 #include "Tools/Output.h"
 #include "Tools/QuietLog.h"
@@ -10,21 +11,51 @@ namespace orvapp {
 
 namespace {
 
-orv::ug::UnstructGridModel* openModel(const std::string& path, const std::string& password) {
-    const QuietLog quiet;
-    orv::ug::Error error;
-    orv::ug::UnstructGridModel* model = orv::app::Models::instance()->open(path, password, &error);
-    if (!model) {
-        throw CommandError(error.isEmpty() ? path + ": there are no states in this file, so no results to look at"
-                                           : error.message().toStdString());
-    }
-    return model;
+// By the extension, as an open finds its reader.
+orv::Str extensionOf(const std::string& path) {
+    return orv::Str(path.substr(std::min(path.rfind('.'), path.size()))).toLower();
 }
 
-// By the extension, as an open finds its reader.
 bool mayHaveCases(const std::string& path) {
-    const orv::Str extension = orv::Str(path.substr(std::min(path.rfind('.'), path.size()))).toLower();
-    return extension.subStr(0, 5) == ".ztfx";
+    return extensionOf(path).subStr(0, 5) == ".ztfx";
+}
+
+// The catalogue leaves it to the files what they are to each other.
+orv::ug::UnstructGridModel* openAs(orv::imp::cae::FileRelation relation, const std::vector<orv::Str>& names,
+                                   orv::ug::Error* error) {
+    const orv::PtrRef<orv::imp::cae::DataSourceCae> source(new orv::imp::cae::DataSourceCae(1));
+    source->setFileRelation(relation);
+    if (!source->openFiles(names, error) || source->stateCount() == 0) {
+        return nullptr;
+    }
+    const orv::PtrRef<orv::ug::UnstructGridModel> model(new orv::ug::UnstructGridModel);
+    model->setDataSource(source.get());
+    model->modelSpec().setStateId(source->state(0)->id());
+    model->modelSpec().setDefaultResults();
+    orv::app::Models::instance()->add(model.get());
+    return model.get();
+}
+
+orv::ug::UnstructGridModel* openModel(const InputFiles& files, const std::string& password) {
+    const QuietLog quiet;
+    orv::ug::Error error;
+    std::vector<orv::Str> names = {files.first};
+    names.insert(names.end(), files.further.begin(), files.further.end());
+    const bool isOwnFormat = mayHaveCases(files.first) || extensionOf(files.first) == ".ztf";
+    if (names.size() > 1 && isOwnFormat) {
+        throw CommandError(files.first +
+                           ": a file of OrvApp is opened alone; only those of other programs go together");
+    }
+    const bool isTold = files.relation != orv::imp::cae::FileRelation::FROM_CONTENTS;
+    orv::ug::UnstructGridModel* model = names.size() > 1 && isTold
+                                            ? openAs(files.relation, names, &error)
+                                            : orv::app::Models::instance()->open(names, password, &error);
+    if (!model) {
+        throw CommandError(error.isEmpty()
+                               ? files.first + ": there are no states in this file, so no results to look at"
+                               : error.message().toStdString());
+    }
+    return model;
 }
 
 } // namespace
@@ -47,8 +78,8 @@ std::vector<FileCase> casesIn(const std::string& path, const std::string& passwo
     return cases.empty() ? std::vector<FileCase>{{path, -1, ""}} : cases;
 }
 
-ResultFile::ResultFile(const std::string& path, const std::string& password)
-    : m_path(path), m_source(openModel(path, password)->dataSource()) {}
+ResultFile::ResultFile(const InputFiles& files, const std::string& password)
+    : m_path(files.first), m_source(openModel(files, password)->dataSource()) {}
 
 ResultFile::~ResultFile() {
     for (const orv::Str& warning : directory().warnings()) {

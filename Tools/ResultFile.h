@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OrvApp/OrvApp.h"
+#include "Tools/InputFiles.h"
 
 #include <cstddef>
 #include <string>
@@ -26,12 +27,12 @@ struct FileCase {
 /// format has no cases, is one case without an id.
 std::vector<FileCase> casesIn(const std::string& path, const std::string& password);
 
-/// A result file, opened as the current model of the catalogues.
+/// A result file, or several as one, opened as the current model of the catalogues.
 class ResultFile {
 public:
     /// @param password for a file that is protected
-    /// Throws CommandError with the reason when the file cannot be read or holds no states.
-    explicit ResultFile(const std::string& path, const std::string& password = "");
+    /// Throws CommandError with the reason when the files cannot be read, do not go together or hold no states.
+    explicit ResultFile(const InputFiles& files, const std::string& password = "");
 
     /// Tells on standard error what the reader noticed: behind the tables, and in front of an error that ends the work.
     ~ResultFile();
@@ -39,6 +40,7 @@ public:
     ResultFile(const ResultFile&) = delete;
     ResultFile& operator=(const ResultFile&) = delete;
 
+    /// Of the first file.
     const std::string& path() const;
     orv::ug::DataSource* source() const;
     const orv::ug::DataSourceDirectory& directory() const;

@@ -55,7 +55,7 @@ PlacedSituation captureRecovery(const SituationCaptureOptions& options, const Pi
 PlacedSituation captureInFolder(const SituationCaptureOptions& options, const Picture& picture) {
     const PlacedSituation placed = {options.folder, orv::app::Situations::instance()->captureCurrent()};
     complete(options, picture, placed.situation.get());
-    placed.situation->setName(options.name.empty() ? std::filesystem::path(options.picture.file).stem().string()
+    placed.situation->setName(options.name.empty() ? std::filesystem::path(options.picture.file.first).stem().string()
                                                    : options.name);
     writeSituation(*placed.situation, options.folder);
     return placed;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Tools/InputFiles.h"
+
 #include <string>
 
 namespace orvapp {
@@ -8,7 +10,7 @@ class ResultFile;
 struct ValuesSelection;
 
 struct ValuesOptions {
-    std::string file;
+    InputFiles file;
     std::string passwordFile; ///< Empty when the file is not protected.
     std::string result;
     std::string state = "*"; ///< A name or a pattern, as the next one.

@@ -33,7 +33,7 @@ Command addValues(CLI::App* program) {
     auto options = std::make_shared<ValuesOptions>();
     CLI::App* values =
         program->add_subcommand("values", "Print the range and average of a result, or write all its values");
-    addFile(values, &options->file);
+    addFiles(values, &options->file);
     values->add_option("--result", options->result, "The result to look at")->required()->type_name("PATTERN");
     addSelectionAndOutput(values, options.get(), "Write all values to a CSV file; - is standard output");
     values->footer(VALUES_FOOTER);

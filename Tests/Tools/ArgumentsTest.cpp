@@ -130,6 +130,13 @@ TEST(Arguments, ColorMapsHaveNames) {
               R"("Rainbow" is not a colour map; did you mean "rainbow"? ("viridis", "rainbow"))");
 }
 
+TEST(Arguments, FilesAreASeriesOrPieces) {
+    using orv::imp::cae::FileRelation;
+    EXPECT_EQ(parseFileRelation("series"), FileRelation::STEPS);
+    EXPECT_EQ(parseFileRelation("pieces"), FileRelation::PIECES);
+    EXPECT_EQ(refusal(parseFileRelation, "steps"), R"("steps" is not what files can be ("series", "pieces"))");
+}
+
 TEST(Arguments, BackgroundsAreOneColorOrTwo) {
     using rvf::Color3f;
     EXPECT_EQ(parseBackground("white"), std::make_pair(Color3f(1, 1, 1), Color3f(1, 1, 1)));

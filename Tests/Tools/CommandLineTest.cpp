@@ -45,8 +45,10 @@ INSTANTIATE_TEST_SUITE_P(
                    "a command is missing: info, values, compute, envelope, history, length, render, pick, convert, "
                    "situation or formats (see orvapp --help)"},
         WrongUsage{{"info"}, "FILE is required (see orvapp info --help)"},
-        WrongUsage{{"info", "a.frd", "b.frd"},
-                   "The following argument was not expected: b.frd (see orvapp info --help)"},
+        WrongUsage{{"envelope", "a.frd", "A", "b.frd"},
+                   "The following argument was not expected: b.frd (see orvapp envelope --help)"},
+        WrongUsage{{"info", "a.frd", "b.frd", "--as", "steps"},
+                   R"(--as: "steps" is not what files can be ("series", "pieces") (see orvapp info --help))"},
         WrongUsage{{"info", "a.frd", "--jsn"},
                    "The following argument was not expected: --jsn (see orvapp info --help)"},
         WrongUsage{{"values", "a.frd"}, "--result is required (see orvapp values --help)"},

@@ -170,3 +170,47 @@ TEST(InfoCommand, WarningsComeLastAndInJsonToo) {
     EXPECT_EQ(tables.messages, "orvapp: warning: " + warnings[0].get<std::string>() + "\n");
     EXPECT_EQ(json.messages, tables.messages);
 }
+
+// The states of both follow one another, as the mesh is the same.
+TEST(InfoCommand, TellsSeveralFilesAsOne) {
+    const orvtest::ScratchFolder folder;
+    const std::string a = folder.write("a.frd", orvtest::tinyFrd());
+    const std::string b = folder.write("b.frd", orvtest::tinyFrd());
+    const Json all = orvtest::jsonOf({"info", a, b});
+    ASSERT_EQ(all["models"].size(), 1u);
+    const Json& series = all["models"][0];
+    EXPECT_EQ(series["file"], a);
+    EXPECT_THAT(series["furtherFiles"], ElementsAre(b));
+    EXPECT_THAT(column(series["states"], "id"), ElementsAre("1", "2", "3", "4"));
+    EXPECT_EQ(series["parts"].size(), 1u);
+    const Json pieces = orvtest::jsonOf({"info", a, b, "--as", "pieces"})["models"][0];
+    EXPECT_THAT(column(pieces["states"], "id"), ElementsAre("1", "2"));
+    EXPECT_THAT(column(pieces["parts"], "name"), ElementsAre("a.frd", "b.frd"));
+    const Outcome text = runOrvapp({"info", "--as", "series", a, b});
+    EXPECT_EQ(text.exitCode, 0);
+    EXPECT_THAT(text.output, testing::StartsWith("File   " + a + " and 1 more\n"));
+}
+
+TEST(InfoCommand, RefusesFilesThatDoNotGoTogether) {
+    const orvtest::ScratchFolder folder;
+    const std::string a = folder.write("a.frd", orvtest::tinyFrd());
+    EXPECT_THAT(orvtest::failureOf({"info", a, bracketFile()}), HasSubstr("cannot open \"" + a + "\" together with"));
+    EXPECT_THAT(orvtest::failureOf({"info", a, bracketFile(), "--as", "pieces"}),
+                HasSubstr("cannot add \"" + bracketFile() + "\" to \"" + a + "\" as a piece: there are 5 states"));
+    EXPECT_EQ(orvtest::failureOf({"info", "a.ztfx", a}),
+              "orvapp: a.ztfx: a file of OrvApp is opened alone; only those of other programs go together\n");
+    EXPECT_EQ(orvtest::failureOf({"info", "a.ZTF", a}),
+              "orvapp: a.ZTF: a file of OrvApp is opened alone; only those of other programs go together\n");
+}
+
+TEST(InfoCommand, OtherCommandsTakeFurtherFilesToo) {
+    const orvtest::ScratchFolder folder;
+    const std::string a = folder.write("a.frd", orvtest::tinyFrd());
+    const std::string b = folder.write("b.frd", orvtest::tinyFrd());
+    const Json values = orvtest::jsonOf({"values", a, b, "--result", "NDTEMP"});
+    EXPECT_EQ(values["rows"].size(), 2u); // One state of each file has it.
+    const Json computed = orvtest::jsonOf({"compute", a, "NDTEMP+1", "--name", "x", "--as", "pieces", "--with", b});
+    EXPECT_THAT(column(computed["rows"], "part"), ElementsAre("a.frd", "b.frd"));
+    const Json curves = orvtest::jsonOf({"history", a, "--result", "NDTEMP", "--node", "11", "--with", b});
+    EXPECT_EQ(curves["curves"][0]["y"].size(), 2u);
+}
