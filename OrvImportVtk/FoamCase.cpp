@@ -14,8 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t HEADER_BYTES = 16384; // A header has some hundred.
-
 struct Kind {
     const char* text;
     int componentCount;
@@ -158,7 +156,7 @@ bool FoamCase::findTimes(ug::Error* error) {
 bool FoamCase::listFields(FoamTime* time, const std::string& path, std::size_t region, ug::Error* error) {
     for (const std::string& name : namesIn(m_folder + path, false)) {
         FoamFile file(m_folder);
-        if (isBackup(name) || !file.open(path + "/" + name, nullptr, HEADER_BYTES) || !file.hasHeader()) {
+        if (isBackup(name) || !file.openBeginning(path + "/" + name, nullptr) || !file.hasHeader()) {
             continue;
         }
         if (!file.readHeader(error)) {
@@ -267,8 +265,8 @@ bool FoamCase::checkMeshes(std::size_t time, ug::Error* error) const {
 // VTK makes as many cells as the largest number says, and wants memory for as many items as counts say.
 bool FoamCase::checkMesh(std::size_t time, const FoamRegion& region, ug::Error* error) const {
     FoamFile points(m_folder);
-    if (!openChecked(meshFolder(time, region, "points") + "/polyMesh/points", &points, error) ||
-        !points.skipList(*findFoamListType("List<vector>"), error)) {
+    if (!points.openBeginning(meshFolder(time, region, "points") + "/polyMesh/points", error) ||
+        !points.readHeader(error) || !points.checkList(*findFoamListType("List<vector>"), error)) {
         return false;
     }
     const std::string folder = meshFolder(time, region, "faces");

@@ -3,9 +3,11 @@
 #include <vtk_zlib.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <limits>
 #include <utility>
 
 namespace orv::imp::cae {
@@ -14,6 +16,9 @@ namespace {
 constexpr std::size_t LONGEST_WORD = 1023; // VTK takes no more.
 
 constexpr std::int64_t MOST_REPETITIONS = 1'000'000;
+
+constexpr std::size_t WHOLE = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t BEGINNING = 16384; // A header has some hundred bytes.
 
 constexpr FoamListType LIST_TYPES[] = {
     {"List<bool>", FoamListType::BOOL, 0},     {"List<label>", FoamListType::LABEL, 0},
@@ -30,13 +35,14 @@ bool isDigit(int c) {
     return c >= '0' && c <= '9';
 }
 
-bool isPartOfNumbers(int c) {
-    return isDigit(c) || isBlank(c) || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
-}
-
-bool isPacked(const std::string& bytes) {
-    return bytes.starts_with("\x1f\x8b");
-}
+// The characters of numbers and those between them.
+constexpr std::array<bool, 256> PARTS_OF_NUMBERS = [] {
+    std::array<bool, 256> table = {};
+    for (const char c : std::string_view("0123456789.-+eE \t\n\v\f\r")) {
+        table[static_cast<unsigned char>(c)] = true;
+    }
+    return table;
+}();
 
 } // namespace
 
@@ -48,7 +54,15 @@ const FoamListType* findFoamListType(std::string_view word) {
 
 FoamFile::FoamFile(std::string folder) : m_folder(std::move(folder)) {}
 
-bool FoamFile::open(const std::string& name, ug::Error* error, std::size_t mostBytes) {
+bool FoamFile::open(const std::string& name, ug::Error* error) {
+    return read(name, WHOLE, error);
+}
+
+bool FoamFile::openBeginning(const std::string& name, ug::Error* error) {
+    return read(name, BEGINNING, error);
+}
+
+bool FoamFile::read(const std::string& name, std::size_t mostBytes, ug::Error* error) {
     m_name = name;
     std::ifstream file(m_folder + name, std::ios::binary | std::ios::ate);
     if (!file) {
@@ -59,38 +73,43 @@ bool FoamFile::open(const std::string& name, ug::Error* error, std::size_t mostB
     if (size < 0) {
         return ug::fail(error, Str(name + " cannot be opened"));
     }
-    m_bytes.resize(std::min(std::size_t(size), mostBytes));
+    m_size = std::uint64_t(size);
+    const std::size_t count = std::min(std::size_t(size), mostBytes);
+    m_buffer = std::make_unique_for_overwrite<char[]>(count);
+    m_bytes = {m_buffer.get(), count};
     file.seekg(0);
-    if (!file.read(m_bytes.data(), std::streamsize(m_bytes.size()))) {
+    if (!file.read(m_buffer.get(), std::streamsize(count))) {
         return ug::fail(error, Str(m_name + " cannot be read"));
     }
-    return !isPacked(m_bytes) || unpack(mostBytes, error);
+    return !m_bytes.starts_with("\x1f\x8b") || unpack(mostBytes, error);
 }
 
 bool FoamFile::unpack(std::size_t mostBytes, ug::Error* error) {
     z_stream stream = {};
-    stream.next_in = reinterpret_cast<Bytef*>(m_bytes.data());
+    stream.next_in = reinterpret_cast<Bytef*>(m_buffer.get());
     constexpr int GZIP_OR_ZLIB = 15 + 32;
     int status = inflateInit2(&stream, GZIP_OR_ZLIB);
-    std::string unpacked;
     std::size_t inputLeft = m_bytes.size();
     constexpr std::size_t STEP = 1 << 20;
-    while (status == Z_OK && unpacked.size() < mostBytes) {
-        const std::size_t before = unpacked.size();
-        unpacked.resize(before + STEP);
+    while (status == Z_OK && m_unpacked.size() < mostBytes) {
+        const std::size_t before = m_unpacked.size();
+        const std::size_t step = std::min(STEP, mostBytes - before);
+        m_unpacked.resize(before + step);
         if (stream.avail_in == 0) {
-            stream.avail_in = uInt(std::min<std::size_t>(inputLeft, STEP));
+            stream.avail_in = uInt(std::min(inputLeft, STEP));
             inputLeft -= stream.avail_in;
         }
-        stream.next_out = reinterpret_cast<Bytef*>(&unpacked[before]);
-        stream.avail_out = uInt(STEP);
+        stream.next_out = reinterpret_cast<Bytef*>(&m_unpacked[before]);
+        stream.avail_out = uInt(step);
         status = inflate(&stream, Z_NO_FLUSH);
-        unpacked.resize(before + STEP - stream.avail_out);
+        m_unpacked.resize(before + step - stream.avail_out);
     }
     inflateEnd(&stream);
-    const bool isPart = mostBytes != std::numeric_limits<std::size_t>::max();
-    m_bytes = std::move(unpacked);
-    return status == Z_STREAM_END || isPart ||
+    constexpr std::uint64_t MOST_OUT_OF_A_BYTE = 1032;
+    m_size = mostBytes == WHOLE ? m_unpacked.size() : m_size * MOST_OUT_OF_A_BYTE;
+    m_bytes = {m_unpacked.data(), m_unpacked.size()};
+    m_buffer.reset();
+    return status == Z_STREAM_END || mostBytes != WHOLE ||
            ug::fail(error, Str(m_name + " cannot be unpacked: its gzip data are damaged or end too early"));
 }
 
@@ -185,7 +204,7 @@ void FoamFile::readNumber(FoamToken* token) {
         m_at += peek() == '+' || peek() == '-';
         skipDigits();
     }
-    token->text = m_bytes.substr(begin, m_at - begin);
+    token->text = std::string(m_bytes.substr(begin, m_at - begin));
     token->label = std::strtoll(token->text.c_str(), nullptr, 10);
 }
 
@@ -222,7 +241,7 @@ void FoamFile::readWord(FoamToken* token) {
         ++m_at;
     }
     m_at = std::max(m_at, begin + 1); // A zero byte is a word, too.
-    *token = {FoamToken::WORD, m_bytes.substr(begin, m_at - begin)};
+    *token = {FoamToken::WORD, std::string(m_bytes.substr(begin, m_at - begin))};
 }
 
 // Blanks and comments.
@@ -231,7 +250,10 @@ void FoamFile::skipBlanks() {
         while (isBlank(peek())) {
             ++m_at;
         }
-        const std::string_view rest = std::string_view(m_bytes).substr(m_at, 2);
+        if (peek() != '/') {
+            return;
+        }
+        const std::string_view rest = m_bytes.substr(m_at, 2);
         if (rest != "//" && rest != "/*") {
             return;
         }
@@ -265,7 +287,7 @@ bool FoamFile::skipCode(ug::Error* error) {
 }
 
 bool FoamFile::checkCount(std::int64_t count, std::size_t bytesOfItem, ug::Error* error) const {
-    return (count >= 0 && std::uint64_t(count) <= bytesLeft() / bytesOfItem) ||
+    return (count >= 0 && std::uint64_t(count) <= (m_size - m_at) / bytesOfItem) ||
            fail(error, "a list of " + std::to_string(count) + " items has no room in the file");
 }
 
@@ -275,59 +297,80 @@ bool FoamFile::checkRepetitions(std::int64_t count, ug::Error* error) const {
            fail(error, "a list repeats its value " + std::to_string(count) + " times");
 }
 
-bool FoamFile::skipList(const FoamListType& type, ug::Error* error) {
-    const int depth = type.componentCount == 0 ? 1 : 2;
+// Stays behind the first bracket, and tells how many bytes binary items take.
+bool FoamFile::beginList(const FoamListType& type, ListForm* form, std::size_t* bytes, ug::Error* error) {
     FoamToken count;
+    *form = PLAIN;
+    *bytes = 0;
     if (!next(&count, error)) {
         return false;
     }
     if (count.is('(')) {
-        return skipNumbers(depth, error);
+        return true;
     }
     if (count.kind != FoamToken::LABEL) {
         return fail(error, "expected the count of a list");
     }
     const auto components = std::size_t(std::max(type.componentCount, 1));
     if (m_isBinary) {
+        *form = BINARY;
         const std::size_t sizes[] = {1, m_labelSize, m_scalarSize};
-        const std::size_t bytes = components * sizes[type.number];
-        if (count.label == 0) {
-            return true;
-        }
-        if (!expect('(', error) || !checkCount(count.label, bytes, error)) {
-            return false;
-        }
-        m_at += std::size_t(count.label) * bytes;
-        return expect(')', error);
+        const std::size_t bytesOfItem = components * sizes[type.number];
+        *bytes = std::size_t(count.label) * bytesOfItem;
+        return count.label == 0 || (expect('(', error) && checkCount(count.label, bytesOfItem, error));
     }
     skipBlanks();
     if (peek() == '{') {
+        *form = REPEATED;
         ++m_at;
-        return checkRepetitions(count.label, error) && (depth == 1 || expect('(', error)) && skipNumbers(0, error) &&
-               (depth == 1 || expect(')', error)) && expect('}', error);
+        return checkRepetitions(count.label, error);
     }
-    return expect('(', error) && checkCount(count.label, 2 * components, error) && skipNumbers(depth, error);
+    return expect('(', error) && checkCount(count.label, 2 * components, error);
+}
+
+bool FoamFile::checkList(const FoamListType& type, ug::Error* error) {
+    ListForm form = PLAIN;
+    std::size_t bytes = 0;
+    return beginList(type, &form, &bytes, error);
+}
+
+bool FoamFile::skipList(const FoamListType& type, ug::Error* error) {
+    ListForm form = PLAIN;
+    std::size_t bytes = 0;
+    if (!beginList(type, &form, &bytes, error)) {
+        return false;
+    }
+    const int depth = type.componentCount == 0 ? 1 : 2;
+    switch (form) {
+    case BINARY:
+        m_at += bytes;
+        return bytes == 0 || expect(')', error);
+    case REPEATED:
+        return (depth == 1 || expect('(', error)) && skipNumbers(0, error) && (depth == 1 || expect(')', error)) &&
+               expect('}', error);
+    default:
+        return skipNumbers(depth, error);
+    }
 }
 
 // To the end of the brackets that are open, which are no more than that at any time.
 bool FoamFile::skipNumbers(int depth, ug::Error* error) {
     int open = std::min(depth, 1);
-    const std::size_t size = m_bytes.size();
-    for (; m_at < size; ++m_at) {
-        const char c = m_bytes[m_at];
-        if (isPartOfNumbers(c)) {
+    const char* at = m_bytes.data() + m_at;
+    const char* const end = m_bytes.data() + m_bytes.size();
+    bool isAtEnd = false;
+    for (; at != end && !isAtEnd; ++at) {
+        if (PARTS_OF_NUMBERS[static_cast<unsigned char>(*at)]) {
             continue;
         }
-        open += c == '(' ? 1 : c == ')' ? -1 : 0;
-        if (open == 0 && c == ')') {
-            ++m_at;
-            return true;
-        }
-        if (open < 0 || open > depth || (c != '(' && c != ')')) {
+        open += *at == '(' ? 1 : *at == ')' ? -1 : 0;
+        isAtEnd = open == 0 && *at == ')';
+        if (open < 0 || open > depth || (*at != '(' && *at != ')')) {
             break;
         }
     }
-    return depth == 0 || fail(error, "expected numbers");
+    m_at = std::size_t(at - m_bytes.data());
+    return isAtEnd || depth == 0 || fail(error, "expected numbers");
 }
 
 bool FoamFile::readLabel(std::int64_t* label, ug::Error* error) {
@@ -339,10 +382,12 @@ bool FoamFile::readLabel(std::int64_t* label, ug::Error* error) {
         return fail(error, "expected a whole number");
     }
     std::int64_t value = 0;
-    const std::size_t size = m_bytes.size();
-    for (; m_at < size && isDigit(m_bytes[m_at]) && value <= LARGEST; ++m_at) {
-        value = 10 * value + (m_bytes[m_at] - '0');
+    const char* at = m_bytes.data() + m_at;
+    const char* const end = m_bytes.data() + m_bytes.size();
+    for (; at != end && isDigit(*at) && value <= LARGEST; ++at) {
+        value = 10 * value + (*at - '0');
     }
+    m_at = std::size_t(at - m_bytes.data());
     *label = isNegative ? -value : value;
     return value <= LARGEST || fail(error, "a number is too large");
 }
@@ -410,10 +455,14 @@ bool FoamFile::skipFaces(std::uint64_t* count, ug::Error* error) {
     *count = std::uint64_t(faces);
     for (std::int64_t i = 0; i < faces; ++i) {
         std::int64_t points = 0;
-        if (!readLabel(&points, error) || !expect('(', error) || !checkCount(points, 2, error) ||
-            !skipNumbers(1, error)) {
+        if (!readLabel(&points, error) || !expect('(', error) || !checkCount(points, 2, error)) {
             return false;
         }
+        const std::size_t end = m_bytes.find(')', m_at); // VTK finds out itself whether numbers are before it.
+        if (end == std::string_view::npos) {
+            return fail(error, "expected ')'");
+        }
+        m_at = end + 1;
     }
     return expect(')', error);
 }

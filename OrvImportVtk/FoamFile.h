@@ -4,9 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orv::imp::cae {
 
@@ -53,9 +54,10 @@ public:
     explicit FoamFile(std::string folder);
 
     /// Reads the file, or the one with ".gz" behind its name if there is no such file. Once per object.
-    /// @param mostBytes of it to read
-    bool open(const std::string& name, ug::Error* error,
-              std::size_t mostBytes = std::numeric_limits<std::size_t>::max());
+    bool open(const std::string& name, ug::Error* error);
+
+    /// Reads only so much of it as headers, and the beginnings of lists, may take.
+    bool openBeginning(const std::string& name, ug::Error* error);
 
     /// Reads the dictionary "FoamFile" at the beginning: what is in the file, and how it is written.
     bool readHeader(ug::Error* error);
@@ -85,6 +87,9 @@ public:
     /// Passes over a list of this type: with or without a count in front, or the same item that many times.
     bool skipList(const FoamListType& type, ug::Error* error);
 
+    /// Whether a list of this type has room in the file, and no more than that.
+    bool checkList(const FoamListType& type, ug::Error* error);
+
     /// Reads a list of labels: how many there are and the largest one, -1 when there is none.
     bool readLabels(std::uint64_t* count, std::int64_t* largest, ug::Error* error);
 
@@ -98,10 +103,10 @@ public:
     bool fail(ug::Error* error, const std::string& text) const;
 
 private:
+    enum ListForm { PLAIN, REPEATED, BINARY };
+
+    bool read(const std::string& name, std::size_t mostBytes, ug::Error* error);
     bool unpack(std::size_t mostBytes, ug::Error* error);
-    std::size_t bytesLeft() const {
-        return m_bytes.size() - m_at;
-    }
     int peek() const {
         return m_at < m_bytes.size() ? static_cast<unsigned char>(m_bytes[m_at]) : -1;
     }
@@ -111,6 +116,7 @@ private:
     void readWord(FoamToken* token);
     bool expect(char punctuation, ug::Error* error);
     bool checkCount(std::int64_t count, std::size_t bytesOfItem, ug::Error* error) const;
+    bool beginList(const FoamListType& type, ListForm* form, std::size_t* bytes, ug::Error* error);
     bool checkRepetitions(std::int64_t count, ug::Error* error) const;
     bool skipNumbers(int depth, ug::Error* error);
     bool readLabel(std::int64_t* label, ug::Error* error);
@@ -120,7 +126,10 @@ private:
 
     std::string m_folder;
     std::string m_name;
-    std::string m_bytes;
+    std::unique_ptr<char[]> m_buffer;
+    std::vector<char> m_unpacked;
+    std::string_view m_bytes; ///< What has been read: the buffer, or what has been unpacked from it.
+    std::uint64_t m_size = 0; ///< Of the file; the most that it may have if it is packed.
     std::size_t m_at = 0;
     std::string m_class;
     std::string m_object;
