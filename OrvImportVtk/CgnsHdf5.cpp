@@ -1,6 +1,6 @@
 #include "OrvImportVtk/CgnsHdf5.h"
 
-#include <vtk_hdf5.h>
+#include "OrvImportVtk/HdfLibrary.h"
 
 #include <array>
 #include <cstdint>
@@ -20,29 +20,6 @@ constexpr std::pair<const char*, std::size_t> ATTRIBUTE_SIZES[] = {{"name", 33},
 // Deflated data are at most that much larger than what the file has of them.
 constexpr hsize_t MOST_BYTES_PER_BYTE = 1100;
 
-/// Something open in a file.
-class Handle {
-public:
-    Handle(hid_t id, herr_t (*close)(hid_t)) : m_id(id), m_close(close) {}
-
-    ~Handle() {
-        if (m_id >= 0) {
-            m_close(m_id);
-        }
-    }
-
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-
-    operator hid_t() const { // NOLINT: It is one.
-        return m_id;
-    }
-
-private:
-    hid_t m_id;
-    herr_t (*m_close)(hid_t);
-};
-
 /// Goes through a file, node by node.
 class Walk {
 public:
@@ -53,7 +30,7 @@ public:
             }
         }
         H5G_info_t info;
-        const Handle properties(H5Gget_create_plist(group), H5Pclose);
+        const HdfId properties(H5Gget_create_plist(group), H5Pclose);
         unsigned order = 0;
         if (depth > MOST_NODES_DEEP || H5Gget_info(group, &info) < 0 ||
             H5Pget_link_creation_order(properties, &order) < 0) {
@@ -81,7 +58,7 @@ private:
     }
 
     bool checkChild(hid_t group, const std::string& name, int depth) {
-        const Handle child(H5Oopen(group, name.c_str(), H5P_DEFAULT), H5Oclose);
+        const HdfId child(H5Oopen(group, name.c_str(), H5P_DEFAULT), H5Oclose);
         H5O_info_t info;
         if (child < 0 || H5Oget_info2(child, &info, H5O_INFO_BASIC) < 0) {
             return false;
@@ -100,19 +77,19 @@ private:
         if (isThere <= 0) {
             return isThere == 0;
         }
-        const Handle attribute(H5Aopen(group, name, H5P_DEFAULT), H5Aclose);
+        const HdfId attribute(H5Aopen(group, name, H5P_DEFAULT), H5Aclose);
         if (attribute < 0) {
             return false;
         }
-        const Handle type(H5Aget_type(attribute), H5Tclose);
-        const Handle space(H5Aget_space(attribute), H5Sclose);
+        const HdfId type(H5Aget_type(attribute), H5Tclose);
+        const HdfId space(H5Aget_space(attribute), H5Sclose);
         return type >= 0 && space >= 0 && H5Tget_class(type) == H5T_STRING && H5Tis_variable_str(type) == 0 &&
                H5Tget_size(type) <= size && H5Sget_simple_extent_npoints(space) == 1;
     }
 
     static bool checkData(hid_t data) {
-        const Handle type(H5Dget_type(data), H5Tclose);
-        const Handle space(H5Dget_space(data), H5Sclose);
+        const HdfId type(H5Dget_type(data), H5Tclose);
+        const HdfId space(H5Dget_space(data), H5Sclose);
         if (type < 0 || space < 0 || H5Sget_simple_extent_ndims(space) > MOST_DIMENSIONS) {
             return false;
         }
@@ -129,17 +106,13 @@ private:
 } // namespace
 
 bool checkCgnsHdf5(const std::string& filename, ug::Error* error) {
-    silenceHdf5();
+    const HdfSilence silence;
     if (H5Fis_hdf5(filename.c_str()) <= 0) {
         return true;
     }
-    const Handle file(H5Fopen(filename.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose);
-    const Handle root(file < 0 ? -1 : H5Gopen2(file, "/", H5P_DEFAULT), H5Gclose);
+    const HdfId file(H5Fopen(filename.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose);
+    const HdfId root(file < 0 ? -1 : H5Gopen2(file, "/", H5P_DEFAULT), H5Gclose);
     return (root >= 0 && Walk().checkGroup(root, 0)) || ug::fail(error, "is damaged, or no CGNS file");
-}
-
-void silenceHdf5() {
-    H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
 }
 
 } // namespace orv::imp::cae

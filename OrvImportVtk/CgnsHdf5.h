@@ -10,8 +10,4 @@ namespace orv::imp::cae {
 /// and CGNS libraries do not survive some damage there. Files that are no HDF5 are fine.
 bool checkCgnsHdf5(const std::string& filename, ug::Error* error);
 
-/// From now on HDF5 prints no errors, not even what it finds when the process ends, having lost memory over damaged
-/// files. The CGNS library turns that on again with each file.
-void silenceHdf5();
-
 } // namespace orv::imp::cae

@@ -19,12 +19,17 @@
 #include <iostream>
 #include <set>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace orv::imp::cae {
 namespace {
 
 constexpr std::size_t MOST_NAMES = 5; // In a warning.
+
+// What VTK says of solutions that are neither of nodes nor of cells, which opening has told already.
+constexpr const char* CENTERING_WARNING = "centering is not supported";
+constexpr std::string_view CENTERING_LINE = "Bad Centering encountered !Only Vertex and CellCenter are supported\n";
 
 /// While one lives, what C++ programs print as errors is kept here; VTK's reader of CGNS does that besides its
 /// messages.
@@ -41,6 +46,9 @@ public:
 
     std::string text() const {
         std::string line = m_text.str();
+        for (std::size_t at; (at = line.find(CENTERING_LINE)) != std::string::npos;) {
+            line.erase(at, CENTERING_LINE.size());
+        }
         std::replace(line.begin(), line.end(), '\n', ' ');
         line.erase(line.find_last_not_of(' ') + 1); // npos + 1 is 0.
         return line;
@@ -55,13 +63,14 @@ private:
 bool run(const std::function<void()>& update, ug::Error* error) {
     VtkMessages messages;
     messages.takeWarningsForErrors();
+    messages.ignore(CENTERING_WARNING);
     const ErrorStream stream;
+    const HdfSilence silence;
     try {
         update();
     } catch (const std::exception& exception) { // Of vectors that are too long, or for want of memory.
         return ug::fail(error, Str(std::string("VTK cannot read it: ") + exception.what()));
     }
-    silenceHdf5();
     if (messages.hasErrors() || !stream.text().empty()) {
         return ug::fail(error, Str(messages.errors().empty() ? stream.text() : messages.errors()));
     }

@@ -1,7 +1,5 @@
 #include "OrvImportVtk/CgnsTree.h"
 
-#include "OrvImportVtk/CgnsHdf5.h"
-
 #include <vtk_cgns.h>
 
 // clang-format off
@@ -68,7 +66,6 @@ CgnsTree::~CgnsTree() {
     if (m_file != 0) {
         cgio_close_file(m_file);
     }
-    silenceHdf5();
 }
 
 bool CgnsTree::open(const std::string& filename, ug::Error* error) {

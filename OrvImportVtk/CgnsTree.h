@@ -1,5 +1,6 @@
 #pragma once
 
+#include "OrvImportVtk/HdfLibrary.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstdint>
@@ -61,7 +62,8 @@ private:
     bool areCalledSo(double parent, const std::vector<CgnsNode>& children, ug::Error* error) const;
     bool readItems(const CgnsNode& node, void* items, ug::Error* error) const;
 
-    int m_file = 0; ///< Of the library; 0 while none is open.
+    const HdfSilence m_silence; ///< The library changes what HDF5 prints.
+    int m_file = 0;             ///< Of the library; 0 while none is open.
     std::int64_t m_mostBytes = 0;
 };
 

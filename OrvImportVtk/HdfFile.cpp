@@ -1,6 +1,6 @@
 #include "OrvImportVtk/HdfFile.h"
 
-#include <vtk_hdf5.h>
+#include "OrvImportVtk/HdfLibrary.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -9,65 +9,6 @@ namespace orv::imp::cae {
 namespace {
 
 constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
-
-/// While one lives, HDF5 is silent.
-class Silence {
-public:
-    Silence() {
-        H5Eget_auto2(H5E_DEFAULT, &m_function, &m_data);
-        H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
-    }
-
-    ~Silence() {
-        H5Eset_auto2(H5E_DEFAULT, m_function, m_data);
-    }
-
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-
-private:
-    H5E_auto2_t m_function = nullptr;
-    void* m_data = nullptr;
-};
-
-/// HDF5 does not get rid of all that belongs to a damaged file, and tells so on the console when the process ends. One
-/// that is made after HDF5 has been started goes before HDF5 ends.
-class SilentEnd {
-public:
-    SilentEnd() {
-        H5open();
-    }
-
-    ~SilentEnd() {
-        H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
-    }
-
-    SilentEnd(const SilentEnd&) = delete;
-    SilentEnd& operator=(const SilentEnd&) = delete;
-};
-
-/// Something of HDF5's that has to be closed.
-class Id {
-public:
-    Id(hid_t id, herr_t (*close)(hid_t)) : m_id(id), m_close(close) {}
-
-    ~Id() {
-        if (m_id >= 0) {
-            m_close(m_id);
-        }
-    }
-
-    Id(const Id&) = delete;
-    Id& operator=(const Id&) = delete;
-
-    operator hid_t() const {
-        return m_id;
-    }
-
-private:
-    hid_t m_id;
-    herr_t (*m_close)(hid_t);
-};
 
 herr_t takeDescription(unsigned int, const H5E_error2_t* error, void* text) {
     *static_cast<std::string*>(text) = error->desc;
@@ -100,7 +41,7 @@ bool isNumeric(hid_t type) {
 
 // No more memory is asked for than a file of this size can fill.
 bool isThere(hid_t set, hid_t space, std::size_t itemSize, std::uint64_t fileSize) {
-    const Id properties(H5Dget_create_plist(set), H5Pclose);
+    const HdfId properties(H5Dget_create_plist(set), H5Pclose);
     if (properties < 0 || H5Pget_layout(properties) == H5D_VIRTUAL || H5Pget_external_count(properties) != 0) {
         return false;
     }
@@ -113,14 +54,13 @@ bool isThere(hid_t set, hid_t space, std::size_t itemSize, std::uint64_t fileSiz
 
 HdfFile::~HdfFile() {
     if (m_id >= 0) {
-        const Silence silence;
+        const HdfSilence silence;
         H5Fclose(m_id);
     }
 }
 
 bool HdfFile::open(const std::string& filename, ug::Error* error) {
-    static const SilentEnd silentEnd;
-    const Silence silence;
+    const HdfSilence silence;
     std::error_code failed;
     m_size = std::filesystem::file_size(filename, failed);
     if (failed) {
@@ -131,32 +71,32 @@ bool HdfFile::open(const std::string& filename, ug::Error* error) {
 }
 
 bool HdfFile::hasGroup(const std::string& path) const {
-    const Silence silence;
-    return Id(H5Gopen2(m_id, path.c_str(), H5P_DEFAULT), H5Gclose) >= 0;
+    const HdfSilence silence;
+    return HdfId(H5Gopen2(m_id, path.c_str(), H5P_DEFAULT), H5Gclose) >= 0;
 }
 
 // They are sorted here: HDF5 runs over damaged lists that it has to sort.
 std::vector<std::string> HdfFile::dataSets(const std::string& group) const {
-    const Silence silence;
+    const HdfSilence silence;
     std::vector<std::string> names;
-    const Id id(H5Gopen2(m_id, group.c_str(), H5P_DEFAULT), H5Gclose);
+    const HdfId id(H5Gopen2(m_id, group.c_str(), H5P_DEFAULT), H5Gclose);
     if (id >= 0) {
         H5Literate(id, H5_INDEX_NAME, H5_ITER_NATIVE, nullptr, addName, &names);
     }
-    std::erase_if(names,
-                  [&](const std::string& name) { return Id(H5Dopen2(id, name.c_str(), H5P_DEFAULT), H5Dclose) < 0; });
+    std::erase_if(
+        names, [&](const std::string& name) { return HdfId(H5Dopen2(id, name.c_str(), H5P_DEFAULT), H5Dclose) < 0; });
     std::sort(names.begin(), names.end());
     return names;
 }
 
 std::optional<HdfShape> HdfFile::shape(const std::string& path) const {
-    const Silence silence;
-    const Id set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
+    const HdfSilence silence;
+    const HdfId set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
     if (set < 0) {
         return std::nullopt;
     }
-    const Id space(H5Dget_space(set), H5Sclose);
-    const Id type(H5Dget_type(set), H5Tclose);
+    const HdfId space(H5Dget_space(set), H5Sclose);
+    const HdfId type(H5Dget_type(set), H5Tclose);
     const std::size_t itemSize = H5Tget_size(type);
     return HdfShape{sizesOf(space), isNumeric(type), H5Tget_class(type) == H5T_FLOAT && itemSize == sizeof(float),
                     H5Tget_class(type) == H5T_STRING && H5Tis_variable_str(type) == 0 && itemSize == 1,
@@ -165,10 +105,10 @@ std::optional<HdfShape> HdfFile::shape(const std::string& path) const {
 
 std::optional<std::string> HdfFile::text(const std::string& object, const char* attribute) const {
     constexpr std::size_t LONGEST = 1000;
-    const Silence silence;
-    const Id id(H5Aopen_by_name(m_id, object.c_str(), attribute, H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
-    const Id type(id < 0 ? -1 : H5Aget_type(id), H5Tclose);
-    const Id space(id < 0 ? -1 : H5Aget_space(id), H5Sclose);
+    const HdfSilence silence;
+    const HdfId id(H5Aopen_by_name(m_id, object.c_str(), attribute, H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
+    const HdfId type(id < 0 ? -1 : H5Aget_type(id), H5Tclose);
+    const HdfId space(id < 0 ? -1 : H5Aget_space(id), H5Sclose);
     if (type < 0 || space < 0 || H5Tget_class(type) != H5T_STRING || H5Tis_variable_str(type) != 0 ||
         H5Sget_simple_extent_npoints(space) != 1 || H5Tget_size(type) > LONGEST) {
         return std::nullopt;
@@ -181,10 +121,10 @@ std::optional<std::string> HdfFile::text(const std::string& object, const char* 
 }
 
 bool HdfFile::numbers(const std::string& object, const char* attribute, std::span<double> values) const {
-    const Silence silence;
-    const Id id(H5Aopen_by_name(m_id, object.c_str(), attribute, H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
-    const Id type(id < 0 ? -1 : H5Aget_type(id), H5Tclose);
-    const Id space(id < 0 ? -1 : H5Aget_space(id), H5Sclose);
+    const HdfSilence silence;
+    const HdfId id(H5Aopen_by_name(m_id, object.c_str(), attribute, H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
+    const HdfId type(id < 0 ? -1 : H5Aget_type(id), H5Tclose);
+    const HdfId space(id < 0 ? -1 : H5Aget_space(id), H5Sclose);
     return type >= 0 && space >= 0 && isNumeric(type) &&
            H5Sget_simple_extent_npoints(space) == hssize_t(values.size()) &&
            H5Aread(id, H5T_NATIVE_DOUBLE, values.data()) >= 0;
@@ -228,15 +168,15 @@ bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> st
 
 bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
                         std::int64_t type, void* values) const {
-    const Silence silence;
-    const Id set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
-    const Id space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
+    const HdfSilence silence;
+    const HdfId set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
+    const HdfId space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
     if (space < 0 || H5Sget_simple_extent_ndims(space) != int(start.size()) || start.size() != count.size()) {
         return false;
     }
     const std::vector<hsize_t> from(start.begin(), start.end());
     const std::vector<hsize_t> counts(count.begin(), count.end());
-    const Id memory(H5Screate_simple(int(counts.size()), counts.data(), nullptr), H5Sclose);
+    const HdfId memory(H5Screate_simple(int(counts.size()), counts.data(), nullptr), H5Sclose);
     return memory >= 0 &&
            H5Sselect_hyperslab(space, H5S_SELECT_SET, from.data(), nullptr, counts.data(), nullptr) >= 0 &&
            H5Dread(set, type, memory, space, H5P_DEFAULT, values) >= 0;
@@ -244,9 +184,9 @@ bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> st
 
 bool HdfFile::readValues(const std::string& path, std::int64_t type, std::size_t count, void* values,
                          ug::Error* error) const {
-    const Silence silence;
-    const Id set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
-    const Id space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
+    const HdfSilence silence;
+    const HdfId set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
+    const HdfId space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
     if (space < 0 || H5Sget_simple_extent_npoints(space) != hssize_t(count)) {
         return ug::fail(error, Str("'" + path + "' does not hold the expected " + std::to_string(count) + " numbers"));
     }

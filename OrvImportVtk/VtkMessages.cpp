@@ -32,6 +32,9 @@ public:
     vtkTypeMacro(MessageCatcher, vtkOutputWindow)
 
         void DisplayErrorText(const char* text) override {
+        if (!m_ignored.empty() && std::string_view(text).find(m_ignored) != std::string_view::npos) {
+            return;
+        }
         m_hasErrors = true;
         std::string message = essence(text);
         if (message.starts_with("Algorithm ")) { // That it failed, and nothing of why.
@@ -60,6 +63,10 @@ public:
         m_areWarningsErrors = true;
     }
 
+    void ignore(const std::string& part) {
+        m_ignored = part;
+    }
+
     bool hasErrors() const {
         return m_hasErrors;
     }
@@ -75,6 +82,7 @@ public:
 private:
     bool m_areWarningsErrors = false;
     bool m_hasErrors = false;
+    std::string m_ignored; ///< Nothing when empty.
     std::vector<std::string> m_errors;
 };
 
@@ -94,6 +102,10 @@ VtkMessages::~VtkMessages() {
 
 void VtkMessages::takeWarningsForErrors() {
     m_catcher->takeWarningsForErrors();
+}
+
+void VtkMessages::ignore(const std::string& part) {
+    m_catcher->ignore(part);
 }
 
 bool VtkMessages::hasErrors() const {

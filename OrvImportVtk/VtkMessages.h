@@ -20,8 +20,11 @@ public:
     VtkMessages(const VtkMessages&) = delete;
     VtkMessages& operator=(const VtkMessages&) = delete;
 
-    /// Some readers only warn of files that end too early.
+    /// Some readers only warn of files that end too early, or of what they could not read.
     void takeWarningsForErrors();
+
+    /// Errors and warnings with this in their texts do not count.
+    void ignore(const std::string& part);
 
     bool hasErrors() const;
 

@@ -45,6 +45,17 @@ TEST(VtkMessages, ThatAnAlgorithmFailedIsNoReason) {
     EXPECT_EQ(messages.errors(), "");
 }
 
+TEST(VtkMessages, WarningsMayCountAsErrors) {
+    VtkMessages messages;
+    messages.takeWarningsForErrors();
+    messages.ignore("nobody minds");
+    vtkGenericWarningMacro("this is what nobody minds");
+    EXPECT_FALSE(messages.hasErrors());
+    vtkGenericWarningMacro("cannot be read");
+    EXPECT_TRUE(messages.hasErrors());
+    EXPECT_EQ(messages.errors(), "cannot be read");
+}
+
 TEST(VtkMessages, TheLatestGetsThem) {
     vtkOutputWindow* before = vtkOutputWindow::GetInstance();
     {
