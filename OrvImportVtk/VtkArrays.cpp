@@ -1,20 +1,15 @@
 #include "OrvImportVtk/VtkArrays.h"
 
 #include "OrvCore/Defines.h"
-#include "OrvCore/Str.h"
 
 #include <vtkDataArray.h>
 #include <vtkSetGet.h>
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace orv::imp::cae {
 namespace {
-
-constexpr const char* DISPLACEMENT_NAMES[] = {"disp", "displ", "displacement", "displacements", "depl",
-                                              "dis",  "u",     "deformation"};
 
 double definedOf(double value) {
     return std::isnan(value) ? UNDEFINED_DOUBLE : value;
@@ -46,27 +41,6 @@ void copyByComponent(vtkDataArray* array, std::span<const std::int64_t> source,
 }
 
 } // namespace
-
-ug::ResultType vtkResultType(int componentCount, const std::string& name) {
-    switch (componentCount) {
-    case 1:
-        return ug::SCALAR;
-    case 3:
-        return isDisplacementName(name) ? ug::DISPLACEMENT : ug::VECTOR;
-    case 6:
-    case 9:
-        return ug::SYMMETRIC_TENSOR;
-    default:
-        return ug::NO_RESULT_TYPE;
-    }
-}
-
-bool isDisplacementName(const std::string& name) {
-    std::string bare = Str(name.substr(name.find_last_of("/.") + 1)).toLower().toStdString(); // npos + 1 is 0.
-    bare.erase(bare.find_last_not_of('_') + 1);
-    return std::find(std::begin(DISPLACEMENT_NAMES), std::end(DISPLACEMENT_NAMES), bare) !=
-           std::end(DISPLACEMENT_NAMES);
-}
 
 void copyVtkItems(vtkDataArray* array, std::span<const std::int64_t> source, std::span<const std::uint8_t> components,
                   std::size_t stride, std::span<double> values) {

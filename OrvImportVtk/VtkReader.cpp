@@ -1,5 +1,6 @@
 #include "OrvImportVtk/VtkReader.h"
 
+#include "OrvImportVtk/VtkArrays.h"
 #include "OrvImportVtk/VtkMessages.h"
 #include "OrvImportVtk/VtkPieces.h"
 #include "OrvUnstructGrid/DataResultGroup.h"
@@ -195,7 +196,7 @@ void VtkReader::makeMeshes(CaeContents* contents) {
 }
 
 void VtkReader::describeResults(CaeContents* contents) {
-    m_fields = makeVtkFields(m_contents.arrays, &m_contents.warnings);
+    m_fields = makeCaeFields(m_contents.arrays, &m_contents.warnings);
     std::map<ug::ResultType, int> ids;
     for (const VtkField& field : m_fields) {
         m_results.emplace_back(field.type, ++ids[field.type], Str(field.name), field.mapping);

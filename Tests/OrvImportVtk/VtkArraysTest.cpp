@@ -1,6 +1,7 @@
 #include "OrvImportVtk/VtkArrays.h"
 
 #include "OrvCore/Defines.h"
+#include "OrvImportCae/CaeFields.h"
 
 #include <gtest/gtest.h>
 
@@ -28,27 +29,6 @@ void fillRamp(Array* array, int components, vtkIdType items) {
         for (int c = 0; c < components; ++c) {
             array->SetComponent(i, c, double(10 * i + c));
         }
-    }
-}
-
-TEST(VtkArrays, TypesGoByTheComponents) {
-    EXPECT_EQ(vtkResultType(1, "u"), ug::SCALAR);
-    EXPECT_EQ(vtkResultType(3, "Velocity"), ug::VECTOR);
-    EXPECT_EQ(vtkResultType(3, "Displacement"), ug::DISPLACEMENT);
-    EXPECT_EQ(vtkResultType(6, "Displacement"), ug::SYMMETRIC_TENSOR);
-    EXPECT_EQ(vtkResultType(9, "Stress"), ug::SYMMETRIC_TENSOR);
-    for (const int count : {0, 2, 4, 5, 7, 8, 10}) {
-        EXPECT_EQ(vtkResultType(count, "Displacement"), ug::NO_RESULT_TYPE) << count;
-    }
-}
-
-TEST(VtkArrays, NamesOfDisplacements) {
-    for (const char* name : {"disp", "DISPL", "Displacement", "displacements", "depl", "DEPL", "U", "u", "dis",
-                             "Deformation", "disp_", "results/U", "resu.DEPL"}) {
-        EXPECT_TRUE(isDisplacementName(name)) << name;
-    }
-    for (const char* name : {"", "_", "velocity", "disparity", "u/v", "U1", "umag", "display"}) {
-        EXPECT_FALSE(isDisplacementName(name)) << name;
     }
 }
 
@@ -101,7 +81,7 @@ TEST(VtkArrays, FullTensorsGiveTheirUpperHalf) {
     vtkNew<vtkDoubleArray> array;
     fillRamp(array.Get(), 9, 1);
     std::vector<double> values(6);
-    copyVtkItems(array, {}, VTK_FULL_TENSOR_ORDER, 6, values);
+    copyVtkItems(array, {}, FULL_TENSOR_ORDER, 6, values);
     EXPECT_EQ(values, (std::vector<double>{0, 4, 8, 1, 5, 2}));
 }
 

@@ -1,4 +1,4 @@
-#include "OrvImportVtk/VtkFields.h"
+#include "OrvImportCae/CaeFields.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@ using namespace orv::imp::cae;
 
 namespace {
 
-std::vector<VtkArray> scalars(const std::vector<std::string>& names) {
-    std::vector<VtkArray> arrays;
+std::vector<CaeArray> scalars(const std::vector<std::string>& names) {
+    std::vector<CaeArray> arrays;
     for (const std::string& name : names) {
         arrays.push_back({name});
     }
@@ -16,11 +16,11 @@ std::vector<VtkArray> scalars(const std::vector<std::string>& names) {
 }
 
 /// "name type array.component ..." for each field.
-std::vector<std::string> describe(const std::vector<VtkField>& fields) {
+std::vector<std::string> describe(const std::vector<CaeField>& fields) {
     std::vector<std::string> texts;
-    for (const VtkField& field : fields) {
+    for (const CaeField& field : fields) {
         std::string text = field.name + " " + std::to_string(field.type);
-        for (const VtkComponent& component : field.components) {
+        for (const CaeComponent& component : field.components) {
             text += " " + std::to_string(component.array) + "." + std::to_string(component.index);
         }
         texts.push_back(text);
@@ -30,16 +30,37 @@ std::vector<std::string> describe(const std::vector<VtkField>& fields) {
 
 using Texts = std::vector<std::string>;
 
-Texts make(const std::vector<VtkArray>& arrays, Texts* warnings = nullptr) {
+Texts make(const std::vector<CaeArray>& arrays, Texts* warnings = nullptr) {
     Texts ignored;
-    return describe(makeVtkFields(arrays, warnings ? warnings : &ignored));
+    return describe(makeCaeFields(arrays, warnings ? warnings : &ignored));
 }
 
 std::string typed(const std::string& name, ug::ResultType type, const std::string& components) {
     return name + " " + std::to_string(type) + " " + components;
 }
 
-TEST(VtkFields, EachArrayThatFitsIsOne) {
+TEST(CaeFields, TypesGoByTheComponents) {
+    EXPECT_EQ(resultTypeOf(1, "u"), ug::SCALAR);
+    EXPECT_EQ(resultTypeOf(3, "Velocity"), ug::VECTOR);
+    EXPECT_EQ(resultTypeOf(3, "Displacement"), ug::DISPLACEMENT);
+    EXPECT_EQ(resultTypeOf(6, "Displacement"), ug::SYMMETRIC_TENSOR);
+    EXPECT_EQ(resultTypeOf(9, "Stress"), ug::SYMMETRIC_TENSOR);
+    for (const int count : {0, 2, 4, 5, 7, 8, 10}) {
+        EXPECT_EQ(resultTypeOf(count, "Displacement"), ug::NO_RESULT_TYPE) << count;
+    }
+}
+
+TEST(CaeFields, NamesOfDisplacements) {
+    for (const char* name : {"disp", "DISPL", "Displacement", "displacements", "depl", "DEPL", "U", "u", "dis",
+                             "Deformation", "disp_", "results/U", "resu.DEPL"}) {
+        EXPECT_TRUE(isDisplacementName(name)) << name;
+    }
+    for (const char* name : {"", "_", "velocity", "disparity", "u/v", "U1", "umag", "display"}) {
+        EXPECT_FALSE(isDisplacementName(name)) << name;
+    }
+}
+
+TEST(CaeFields, EachArrayThatFitsIsOne) {
     Texts warnings;
     const Texts fields = make({{"t"},
                                {"pair", ug::PER_NODE, 2},
@@ -57,12 +78,12 @@ TEST(VtkFields, EachArrayThatFitsIsOne) {
                                "array 'text' is left out: it holds no numbers"}));
 }
 
-TEST(VtkFields, SixOfAnOrderOfTheirOwn) {
-    const VtkArray array{"S", ug::PER_NODE, 6, {}, {}, {0, 1, 2, 3, 5, 4}};
+TEST(CaeFields, SixOfAnOrderOfTheirOwn) {
+    const CaeArray array{"S", ug::PER_NODE, 6, {}, {}, {0, 1, 2, 3, 5, 4}};
     EXPECT_EQ(make({array}), Texts{typed("S", ug::SYMMETRIC_TENSOR, "0.0 0.1 0.2 0.3 0.5 0.4")});
 }
 
-TEST(VtkFields, ScalarsThatBelongTogetherAreOneResult) {
+TEST(CaeFields, ScalarsThatBelongTogetherAreOneResult) {
     EXPECT_EQ(make(scalars({"a", "dispz", "dispx", "b", "dispy"})),
               (Texts{typed("a", ug::SCALAR, "0.0"), typed("disp", ug::DISPLACEMENT, "2.0 4.0 1.0"),
                      typed("b", ug::SCALAR, "3.0")}));
@@ -75,24 +96,24 @@ TEST(VtkFields, ScalarsThatBelongTogetherAreOneResult) {
               Texts{typed("e", ug::SYMMETRIC_TENSOR, "1.0 3.0 5.0 0.0 2.0 4.0")});
 }
 
-TEST(VtkFields, ScalarsThatDoNotStayAlone) {
+TEST(CaeFields, ScalarsThatDoNotStayAlone) {
     // One is missing, no name is left, the letters are of either size, or numbers that may be anything.
     for (const Texts& names :
          {Texts{"dispx", "dispy"}, Texts{"x", "y", "z"}, Texts{"_x", "_y", "_z"}, Texts{"vx", "vY", "vz"},
           Texts{"v1", "v2", "v3"}, Texts{"sxx", "syy", "szz", "sxy", "syz"}}) {
         EXPECT_EQ(make(scalars(names)).size(), names.size()) << names[0];
     }
-    std::vector<VtkArray> mixed = scalars({"vx", "vy", "vz"});
+    std::vector<CaeArray> mixed = scalars({"vx", "vy", "vz"});
     mixed[2].mapping = ug::PER_ELEMENT;
     EXPECT_EQ(make(mixed).size(), 3u);
-    std::vector<VtkArray> partial = scalars({"vx", "vy", "vz"});
+    std::vector<CaeArray> partial = scalars({"vx", "vy", "vz"});
     partial[1].steps = {2};
     EXPECT_EQ(make(partial).size(), 3u);
 }
 
 // As VTK puts the variables of an Exodus file together.
-TEST(VtkFields, ComponentsWithNamesGoByThem) {
-    const std::vector<VtkArray> arrays = {{"STRESSX", ug::PER_NODE, 3, {"STRESSXX", "STRESSXY", "STRESSXZ"}},
+TEST(CaeFields, ComponentsWithNamesGoByThem) {
+    const std::vector<CaeArray> arrays = {{"STRESSX", ug::PER_NODE, 3, {"STRESSXX", "STRESSXY", "STRESSXZ"}},
                                           {"STRESSYY", ug::PER_NODE, 1, {"STRESSYY"}},
                                           {"STRESSYZ", ug::PER_NODE, 1, {"STRESSYZ"}},
                                           {"STRESSZZ", ug::PER_NODE, 1, {"STRESSZZ"}},

@@ -1,4 +1,6 @@
-#include "OrvImportVtk/VtkFields.h"
+#include "OrvImportCae/CaeFields.h"
+
+#include "OrvCore/Str.h"
 
 #include <algorithm>
 #include <array>
@@ -8,11 +10,14 @@
 namespace orv::imp::cae {
 namespace {
 
+constexpr const char* DISPLACEMENT_NAMES[] = {"disp", "displ", "displacement", "displacements", "depl",
+                                              "dis",  "u",     "deformation"};
+
 /// A number for each item, which may become a result of its own or part of one.
 struct Scalar {
     std::string name;
-    const VtkArray* array;
-    VtkComponent component;
+    const CaeArray* array;
+    CaeComponent component;
     bool isTaken = false;
 };
 
@@ -72,7 +77,7 @@ std::vector<Scalar*> findGroup(std::vector<Scalar>* scalars, const Scalar& first
 /// Goes through arrays and makes their results.
 class Maker {
 public:
-    Maker(const std::vector<VtkArray>& arrays, std::vector<std::string>* warnings)
+    Maker(const std::vector<CaeArray>& arrays, std::vector<std::string>* warnings)
         : m_arrays(arrays), m_warnings(warnings) {
         for (std::size_t a = 0; a < arrays.size(); ++a) {
             listScalars(a);
@@ -86,7 +91,7 @@ public:
     }
 
     // In the order of the arrays, those that were put together where their first one is.
-    std::vector<VtkField> run() {
+    std::vector<CaeField> run() {
         for (std::size_t a = 0; a < m_arrays.size(); ++a) {
             if (!m_arrays[a].componentNames.empty() || m_arrays[a].componentCount == 1) {
                 addScalarsOf(a);
@@ -99,12 +104,12 @@ public:
 
 private:
     struct Gathered {
-        VtkField field;
-        const VtkArray* firstArray;
+        CaeField field;
+        const CaeArray* firstArray;
     };
 
     void listScalars(std::size_t a) {
-        const VtkArray& array = m_arrays[a];
+        const CaeArray& array = m_arrays[a];
         if (array.componentNames.empty() && array.componentCount == 1) {
             m_scalars.push_back({array.name, &array, {a, 0}});
         }
@@ -122,7 +127,7 @@ private:
                 continue;
             }
             const bool isDisplacement = type == ug::VECTOR && isDisplacementName(name);
-            VtkField field{name, first.array->mapping, isDisplacement ? ug::DISPLACEMENT : type, {}};
+            CaeField field{name, first.array->mapping, isDisplacement ? ug::DISPLACEMENT : type, {}};
             for (Scalar* scalar : group) {
                 scalar->isTaken = true;
                 field.components.push_back(scalar->component);
@@ -145,9 +150,9 @@ private:
     }
 
     void addArray(std::size_t a) {
-        const VtkArray& array = m_arrays[a];
+        const CaeArray& array = m_arrays[a];
         const ug::ResultType type =
-            array.type == ug::NO_RESULT_TYPE ? vtkResultType(array.componentCount, array.name) : array.type;
+            array.type == ug::NO_RESULT_TYPE ? resultTypeOf(array.componentCount, array.name) : array.type;
         if (type == ug::NO_RESULT_TYPE) {
             m_warnings->push_back("array '" + array.name + "' is left out: " +
                                   (array.componentCount == 0
@@ -155,26 +160,47 @@ private:
                                        : "it has " + std::to_string(array.componentCount) + " components"));
             return;
         }
-        const VtkOrder order = array.componentCount == 9   ? VTK_FULL_TENSOR_ORDER
+        const CaeOrder order = array.componentCount == 9   ? FULL_TENSOR_ORDER
                                : array.componentCount == 6 ? array.symmetricOrder
-                                                           : VTK_SAME_ORDER;
-        VtkField field{array.name, array.mapping, type, {}};
+                                                           : SAME_ORDER;
+        CaeField field{array.name, array.mapping, type, {}};
         for (std::size_t c = 0; c < (type == ug::SYMMETRIC_TENSOR ? 6 : 3); ++c) {
             field.components.push_back({a, order[c]});
         }
         m_fields.push_back(std::move(field));
     }
 
-    const std::vector<VtkArray>& m_arrays;
+    const std::vector<CaeArray>& m_arrays;
     std::vector<std::string>* m_warnings;
     std::vector<Scalar> m_scalars;
     std::vector<Gathered> m_gathered;
-    std::vector<VtkField> m_fields;
+    std::vector<CaeField> m_fields;
 };
 
 } // namespace
 
-std::vector<VtkField> makeVtkFields(const std::vector<VtkArray>& arrays, std::vector<std::string>* warnings) {
+ug::ResultType resultTypeOf(int componentCount, const std::string& name) {
+    switch (componentCount) {
+    case 1:
+        return ug::SCALAR;
+    case 3:
+        return isDisplacementName(name) ? ug::DISPLACEMENT : ug::VECTOR;
+    case 6:
+    case 9:
+        return ug::SYMMETRIC_TENSOR;
+    default:
+        return ug::NO_RESULT_TYPE;
+    }
+}
+
+bool isDisplacementName(const std::string& name) {
+    std::string bare = Str(name.substr(name.find_last_of("/.") + 1)).toLower().toStdString(); // npos + 1 is 0.
+    bare.erase(bare.find_last_not_of('_') + 1);
+    return std::find(std::begin(DISPLACEMENT_NAMES), std::end(DISPLACEMENT_NAMES), bare) !=
+           std::end(DISPLACEMENT_NAMES);
+}
+
+std::vector<CaeField> makeCaeFields(const std::vector<CaeArray>& arrays, std::vector<std::string>* warnings) {
     return Maker(arrays, warnings).run();
 }
 
