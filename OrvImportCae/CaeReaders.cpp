@@ -4,6 +4,7 @@
 #include "OrvImportCae/CaeModule.h"
 #include "OrvImportCae/FrdReader.h"
 #include "OrvImportCae/MshReader.h"
+#include "OrvImportCae/TecReader.h"
 
 #include <sstream>
 #include <vector>
@@ -54,6 +55,9 @@ constexpr CaeReaderEntry READERS[] = {
      &VTK_MODULE},
     {"VTK legacy", "VTK legacy files", "vtk", "one part; arrays of points and cells, of 1, 3, 6 and 9 components",
      nullptr, &VTK_MODULE},
+    {"Tecplot", "Tecplot files in text", "tec tp dat",
+     "zones as parts; solution times as states, with meshes that change if they do; variables of nodes and cells",
+     create<TecReader>, nullptr},
 };
 
 std::vector<std::string> extensionsOf(const CaeReaderEntry& entry) {

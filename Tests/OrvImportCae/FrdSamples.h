@@ -26,7 +26,7 @@ inline const std::string SUPPORTED_FORMATS =
     ".med .rmed (MED files of code_aster and Salome), .e .ex2 .exo .exii .g (Exodus II results), "
     ".case (EnSight Gold cases), .cgns (CGNS files), .foam .openfoam (OpenFOAM cases), "
     ".vtu .vtp (VTK XML files), .pvd .vtm .pvtu .pvtp (VTK XML collections), "
-    ".vtkhdf .hdf (VTKHDF files), .vtk (VTK legacy files)";
+    ".vtkhdf .hdf (VTKHDF files), .vtk (VTK legacy files), .tec .tp .dat (Tecplot files in text)";
 
 /// A text without the folder's name, which differs from run to run.
 inline std::string without(const ScratchFolder& folder, const orv::Str& text) {
