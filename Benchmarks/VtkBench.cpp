@@ -7,20 +7,30 @@
 
 #include "Benchmarks/Claims.h"
 
+#include <vtkCellData.h>
 #include <vtkDataArraySelection.h>
+#include <vtkDataSetReader.h>
 #include <vtkDoubleArray.h>
+#include <vtkEnSightWriter.h>
 #include <vtkExodusIIReader.h>
 #include <vtkExodusIIWriter.h>
+#include <vtkGenericEnSightReader.h>
+#include <vtkIntArray.h>
+#include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkUnstructuredGrid.h>
+#include <vtkUnstructuredGridWriter.h>
+#include <vtkXMLPUnstructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 #include <vtkXMLUnstructuredGridWriter.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 using namespace orv;
@@ -77,14 +87,60 @@ std::string write(const std::string& path, vtkUnstructuredGrid* grid) {
     return path;
 }
 
+// Two pieces, which are the same file.
+std::string writePieces(const std::string& path, const std::string& piece) {
+    std::ofstream file(path);
+    file << R"(<VTKFile type="PUnstructuredGrid" version="0.1" byte_order="LittleEndian" header_type="UInt32">
+<PUnstructuredGrid GhostLevel="0"><PPointData>)";
+    for (int a = 0; a < 4; ++a) {
+        file << "<PDataArray type=\"Float64\" Name=\"a" << a << "\"/>";
+    }
+    file << R"(</PPointData><PPoints><PDataArray type="Float64" NumberOfComponents="3"/></PPoints>)";
+    for (int p = 0; p < 2; ++p) {
+        file << "<Piece Source=\"" << piece << "\"/>";
+    }
+    file << "</PUnstructuredGrid></VTKFile>";
+    return path;
+}
+
+std::string writeLegacy(const std::string& path, vtkUnstructuredGrid* grid) {
+    vtkNew<vtkUnstructuredGridWriter> writer;
+    writer->SetFileName(path.c_str());
+    writer->SetInputData(grid);
+    writer->SetFileTypeToBinary();
+    writer->Write();
+    return path;
+}
+
+// In one part, by the array that the writer wants for that.
+std::string writeEnSight(const std::string& path, vtkUnstructuredGrid* grid) {
+    vtkNew<vtkUnstructuredGrid> copy;
+    copy->ShallowCopy(grid);
+    vtkNew<vtkIntArray> parts;
+    parts->SetName("BlockId");
+    parts->SetNumberOfValues(grid->GetNumberOfCells());
+    parts->Fill(1);
+    copy->GetCellData()->AddArray(parts);
+    vtkNew<vtkEnSightWriter> writer;
+    writer->SetFileName(path.c_str());
+    writer->SetInputData(copy);
+    writer->Write();
+    writer->WriteCaseFile(1);
+    std::fflush(nullptr); // The writer leaves the case file open.
+    return path + ".0.case";
+}
+
+// EnSight's writer adds to the names of arrays what they belong to.
 void openAndLoad(const std::string& path) {
     const PtrRef<imp::cae::DataSourceCae> source(new imp::cae::DataSourceCae(1));
-    bool isLoaded = source->openFiles({Str(path)}, nullptr);
-    for (const ug::ResultInfo& info : source->directory()->scalarResultInfos()) {
-        if (info.name() == Str(WANTED)) {
-            ug::DataStateSpec spec;
-            spec.setResultIds({info});
-            isLoaded = isLoaded && source->loadDataState(1, spec, nullptr);
+    bool isLoaded = false;
+    if (source->openFiles({Str(path)}, nullptr)) {
+        for (const ug::ResultInfo& info : source->directory()->scalarResultInfos()) {
+            if (info.name().toStdString().starts_with(WANTED)) {
+                ug::DataStateSpec spec;
+                spec.setResultIds({info});
+                isLoaded = source->loadDataState(1, spec, nullptr);
+            }
         }
     }
     if (!isLoaded) {
@@ -92,12 +148,33 @@ void openAndLoad(const std::string& path) {
     }
 }
 
+template <class Reader>
 void readXml(const std::string& path) {
-    vtkNew<vtkXMLUnstructuredGridReader> reader;
+    vtkNew<Reader> reader;
     reader->SetFileName(path.c_str());
     reader->UpdateInformation();
     reader->GetPointDataArraySelection()->DisableAllArrays();
     reader->GetPointDataArraySelection()->EnableArray(WANTED);
+    reader->Update();
+    benchmark::DoNotOptimize(reader->GetOutput());
+}
+
+// It reads all that there is in its array's section.
+void readLegacy(const std::string& path) {
+    vtkNew<vtkDataSetReader> reader;
+    reader->SetFileName(path.c_str());
+    reader->ReadAllScalarsOn();
+    reader->ReadAllFieldsOn();
+    reader->Update();
+    benchmark::DoNotOptimize(reader->GetOutput());
+}
+
+void readEnSight(const std::string& path) {
+    vtkNew<vtkGenericEnSightReader> reader;
+    reader->SetCaseFileName(path.c_str());
+    reader->UpdateInformation();
+    reader->GetPointDataArraySelection()->DisableAllArrays();
+    reader->GetPointDataArraySelection()->EnableArray((std::string(WANTED) + "_n").c_str());
     reader->Update();
     benchmark::DoNotOptimize(reader->GetOutput());
 }
@@ -119,11 +196,19 @@ int main(int argc, char** argv) {
     const vtkSmartPointer<vtkUnstructuredGrid> grid = makeBlock();
     const std::string xml = write<vtkXMLUnstructuredGridWriter>(folder + "/block.vtu", grid);
     const std::string exodus = write<vtkExodusIIWriter>(folder + "/block.ex2", grid);
-    const auto nothing = [] {};
+    const std::string pieces = writePieces(folder + "/block.pvtu", "block.vtu");
+    const std::string legacy = writeLegacy(folder + "/block.vtk", grid);
+    const std::string enSight = writeEnSight(folder + "/block", grid);
     orvbench::Claims claims(7);
-    claims.add("open and load .vtu", 1.1, {nothing, [&] { openAndLoad(xml); }}, {nothing, [&] { readXml(xml); }});
-    claims.add("open and load .ex2", 1.1, {nothing, [&] { openAndLoad(exodus); }},
-               {nothing, [&] { readExodus(exodus); }});
+    const auto add = [&](const char* name, const std::string& path, void (*read)(const std::string&)) {
+        const auto nothing = [] {};
+        claims.add(name, 1.1, {nothing, [path] { openAndLoad(path); }}, {nothing, [=] { read(path); }});
+    };
+    add("open and load .vtu", xml, readXml<vtkXMLUnstructuredGridReader>);
+    add("open and load .pvtu", pieces, readXml<vtkXMLPUnstructuredGridReader>);
+    add("open and load .vtk", legacy, readLegacy);
+    add("open and load .ex2", exodus, readExodus);
+    add("open and load .case", enSight, readEnSight);
     const int result = claims.run(argc, argv);
     std::filesystem::remove_all(folder);
     return result;

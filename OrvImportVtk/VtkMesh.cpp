@@ -81,7 +81,8 @@ std::vector<int> globalIdsOf(vtkDataSetAttributes* attributes, vtkIdType count) 
 class Elements {
 public:
     Elements(vtkDataSet* mesh, std::span<const double> coordinates, VtkUnknownCells* unknown)
-        : m_mesh(mesh), m_coordinates(coordinates), m_ghosts(mesh->GetCellGhostArray()), m_unknown(unknown) {
+        : m_mesh(mesh), m_pointCount(mesh->GetNumberOfPoints()), m_coordinates(coordinates),
+          m_ghosts(mesh->GetCellGhostArray()), m_unknown(unknown) {
         m_types.reserve(std::size_t(mesh->GetNumberOfCells()));
     }
 
@@ -102,7 +103,7 @@ public:
         }
         return stopped == m_mesh->GetNumberOfCells() ||
                ug::fail(error, Str("cell " + std::to_string(stopped) + " has a point that is not one of the " +
-                                   std::to_string(m_mesh->GetNumberOfPoints()) + " points of its mesh"));
+                                   std::to_string(m_pointCount) + " points of its mesh"));
     }
 
     void moveTo(ug::DataElements* elements, VtkPartMap* map) {
@@ -153,10 +154,12 @@ private:
 
     template <class Index>
     bool convertCell(vtkIdType cell, int cellType, const Index* points, vtkIdType count) {
+        bool areWithin = true;
         for (vtkIdType i = 0; i < count; ++i) {
-            if (points[i] < 0 || points[i] >= m_mesh->GetNumberOfPoints()) {
-                return false;
-            }
+            areWithin = areWithin && points[i] >= 0 && points[i] < m_pointCount;
+        }
+        if (!areWithin) {
+            return false;
         }
         if (isGhost(cell)) {
             return true;
@@ -223,6 +226,7 @@ private:
     static constexpr std::size_t MOST_ELEMENT_NODES = 20;
 
     vtkDataSet* m_mesh;
+    vtkIdType m_pointCount;
     std::span<const double> m_coordinates;
     vtkUnsignedCharArray* m_ghosts;
     VtkUnknownCells* m_unknown;
