@@ -127,17 +127,46 @@ private:
             const auto* points = state.GetConnectivity()->GetPointer(0);
             const vtkIdType pointCount = state.GetConnectivity()->GetNumberOfValues();
             const vtkIdType cellCount = std::min(state.GetNumberOfCells(), elements->m_mesh->GetNumberOfCells());
-            for (vtkIdType cell = 0; cell < cellCount; ++cell) {
+            for (vtkIdType cell = 0; cell < cellCount;) {
+                if (const vtkIdType run = elements->copyRun(cell, cellCount, types, offsets, points, pointCount)) {
+                    cell += run;
+                    continue;
+                }
                 const vtkIdType begin = offsets[cell];
                 const vtkIdType end = offsets[cell + 1];
                 if (begin < 0 || end < begin || end > pointCount ||
                     !elements->convertCell(cell, types[cell], points + begin, end - begin)) {
                     return cell;
                 }
+                ++cell;
             }
             return cellCount;
         }
     };
+
+    // Cells of one type whose nodes are as VTK has them go in one piece. How many; 0 when that cannot be.
+    template <class Index>
+    vtkIdType copyRun(vtkIdType first, vtkIdType cellCount, const unsigned char* types, const Index* offsets,
+                      const Index* points, vtkIdType pointCount) {
+        const VtkCell* known = findKnown(types[first]);
+        if (!known || !m_isSameOrder || m_ghosts || m_hasBadRun || !m_isIdentity ||
+            first != vtkIdType(m_types.size())) {
+            return 0;
+        }
+        vtkIdType end = first;
+        while (end < cellCount && types[end] == types[first] &&
+               std::uint64_t(offsets[end + 1]) - std::uint64_t(offsets[end]) == known->pointCount) {
+            ++end;
+        }
+        const Index begin = offsets[first];
+        m_hasBadRun = begin < 0 || offsets[end] > pointCount || !arePoints(points + begin, offsets[end] - begin);
+        if (m_hasBadRun) {
+            return 0;
+        }
+        m_types.insert(m_types.end(), std::size_t(end - first), known->elementType);
+        m_connectivity.insert(m_connectivity.end(), points + begin, points + offsets[end]);
+        return end - first;
+    }
 
     // What it gives is the cell that is wrong, or the number of all.
     vtkIdType convertOthers() {
@@ -154,11 +183,7 @@ private:
 
     template <class Index>
     bool convertCell(vtkIdType cell, int cellType, const Index* points, vtkIdType count) {
-        bool areWithin = true;
-        for (vtkIdType i = 0; i < count; ++i) {
-            areWithin = areWithin && points[i] >= 0 && points[i] < m_pointCount;
-        }
-        if (!areWithin) {
+        if (!arePoints(points, count)) {
             return false;
         }
         if (isGhost(cell)) {
@@ -179,6 +204,32 @@ private:
             ++(*m_unknown)[cellType];
         }
         return true;
+    }
+
+    template <class Index>
+    bool arePoints(const Index* points, vtkIdType count) const {
+        bool areWithin = true;
+        for (vtkIdType i = 0; i < count; ++i) {
+            areWithin &= points[i] >= 0 && points[i] < m_pointCount;
+        }
+        return areWithin;
+    }
+
+    const VtkCell* findKnown(int cellType) {
+        if (cellType != m_lastType) {
+            m_lastType = cellType;
+            m_lastCell = findVtkCell(cellType);
+            m_isSameOrder = m_lastCell && hasSameOrder(*m_lastCell);
+        }
+        return m_lastCell;
+    }
+
+    static bool hasSameOrder(const VtkCell& cell) {
+        std::size_t node = 0;
+        while (node < ug::elementTypeInfo(cell.elementType).nodeCount && cell.order[node] == node) {
+            ++node;
+        }
+        return node == cell.pointCount && !cell.turnedOrder;
     }
 
     bool isGhost(vtkIdType cell) const {
@@ -232,6 +283,8 @@ private:
     VtkUnknownCells* m_unknown;
     int m_lastType = -1;
     const VtkCell* m_lastCell = nullptr; ///< Of that type.
+    bool m_isSameOrder = false;          ///< All of its points are the element's nodes, in our order.
+    bool m_hasBadRun = false;            ///< Some cell is wrong, which is to be found.
     bool m_isIdentity = true;            ///< So far each element is the cell of its index.
     std::vector<ug::ElementType> m_types;
     std::vector<std::uint32_t> m_connectivity;

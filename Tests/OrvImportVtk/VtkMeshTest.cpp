@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <vtkCellArray.h>
 #include <vtkCellData.h>
 #include <vtkCellType.h>
 #include <vtkDataSetAttributes.h>
@@ -14,6 +15,7 @@
 #include <vtkUnstructuredGrid.h>
 
 #include <limits>
+#include <utility>
 
 using namespace orv;
 using namespace orv::imp::cae;
@@ -169,6 +171,63 @@ TEST_F(VtkMesh, PointsThatAreNotThereAreRefused) {
         EXPECT_FALSE(fill(grid));
         EXPECT_EQ(error.message(), Str("cell 1 has a point that is not one of the 6 points of its mesh"));
     }
+}
+
+// Cells of one type are taken many at a time.
+TEST_F(VtkMesh, RunsOfCellsAreTakenWithWhatIsBetweenThem) {
+    addCell(VTK_TETRA, {0, 1, 2, 3});
+    addCell(VTK_TETRA, {1, 2, 3, 4});
+    addCell(VTK_POLYGON, {0, 1, 4, 5, 3});
+    addCell(VTK_TRIANGLE, {0, 1, 2});
+    addCell(VTK_HEXAGONAL_PRISM, {0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4, 5});
+    addCell(VTK_TRIANGLE, {3, 4, 5});
+    addCell(VTK_TRIANGLE, {1, 2, 5});
+    for (const bool hasWideNumbers : {true, false}) {
+        hasWideNumbers ? grid->GetCells()->ConvertTo64BitStorage() : grid->GetCells()->ConvertTo32BitStorage();
+        ug::DataNodes ownNodes;
+        ug::DataElements own;
+        ASSERT_TRUE(fillVtkPart(grid, &ownNodes, &own, &map, &unknown, &error)) << error.message();
+        ASSERT_EQ(own.elementCount(), 8u);
+        EXPECT_EQ(map.elementCells, (std::vector<std::int64_t>{0, 1, 2, 2, 2, 3, 5, 6}));
+        const auto indexes = own.nodeIndexes(1);
+        EXPECT_EQ(Nodes(indexes.begin(), indexes.end()), (Nodes{1, 2, 3, 4}));
+        const auto last = own.nodeIndexes(7);
+        EXPECT_EQ(Nodes(last.begin(), last.end()), (Nodes{1, 2, 5}));
+    }
+}
+
+TEST_F(VtkMesh, TheCellOfARunThatIsWrongIsTold) {
+    addCell(VTK_TETRA, {0, 1, 2, 3});
+    addCell(VTK_TETRA, {1, 2, 3, 4});
+    addCell(VTK_TETRA, {1, 2, 3, 6});
+    EXPECT_FALSE(fill(grid));
+    EXPECT_EQ(error.message(), Str("cell 2 has a point that is not one of the 6 points of its mesh"));
+}
+
+TEST_F(VtkMesh, CellsOutsideOfTheirListAreRefused) {
+    addCell(VTK_TETRA, {0, 1, 2, 3});
+    addCell(VTK_TETRA, {1, 2, 3, 4});
+    vtkDataArray* offsets = grid->GetCells()->GetOffsetsArray();
+    for (const auto& [place, offset] : {std::pair<vtkIdType, double>{2, 12}, {1, -4}, {0, -4}, {1, 9}}) {
+        const double before = offsets->GetComponent(place, 0);
+        offsets->SetComponent(place, 0, offset);
+        EXPECT_FALSE(fill(grid)) << place << ' ' << offset;
+        offsets->SetComponent(place, 0, before);
+    }
+    grid->GetCellTypesArray()->SetNumberOfValues(1);
+    error.clear();
+    EXPECT_FALSE(fill(grid));
+    EXPECT_EQ(error.message(), Str("has no types for all of its cells"));
+}
+
+// Nodes in the middle of faces are left out of each.
+TEST_F(VtkMesh, CellsWithMorePointsThanTheirElementsMayFollowEachOther) {
+    for (int i = 0; i < 2; ++i) {
+        addCell(VTK_BIQUADRATIC_TRIANGLE, {0, 1, 2, 3, 4, 5, 1});
+    }
+    ASSERT_TRUE(fill(grid));
+    EXPECT_EQ(nodesOf(0), (Nodes{0, 1, 2, 3, 4, 5}));
+    EXPECT_EQ(nodesOf(1), (Nodes{0, 1, 2, 3, 4, 5}));
 }
 
 TEST_F(VtkMesh, MeshesOfOtherKindsAreTakenToo) {
