@@ -45,9 +45,9 @@ constexpr CaeReaderEntry READERS[] = {
      "cells "
      "and patches, point fields of nodes",
      nullptr, &VTK_MODULE},
-    {"VTK XML", "VTK XML files", "vtu vtp", "one part; arrays of points and cells, of 1, 3, 6 and 9 components",
-     nullptr, &VTK_MODULE},
-    {"VTK XML collections", "VTK XML collections", "pvd vtm pvtu pvtp",
+    {"VTK XML", "VTK XML files", "vtu vtp vts vtr vti",
+     "one part; arrays of points and cells, of 1, 3, 6 and 9 components", nullptr, &VTK_MODULE},
+    {"VTK XML collections", "VTK XML collections", "pvd vtm pvtu pvtp pvts pvtr pvti",
      "files, blocks and pieces as parts; times as states, each with its mesh; arrays of points and cells", nullptr,
      &VTK_MODULE},
     {"VTKHDF", "VTKHDF files", "vtkhdf hdf",

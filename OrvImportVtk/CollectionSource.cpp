@@ -33,7 +33,7 @@ std::string bareFileName(const std::string& path) {
 
 std::unique_ptr<VtkSource> makeMember(const std::string& filename, int depth) {
     const std::string extension = fileExtension(filename);
-    if (extension == "vtm" || extension == "pvtu" || extension == "pvtp") {
+    if (extension == "vtm" || (extension.starts_with('p') && extension != "pvd")) {
         return std::make_unique<CollectionSource>(depth + 1);
     }
     return std::make_unique<XmlSource>();
@@ -63,7 +63,8 @@ bool CollectionSource::open(const std::string& filename, VtkContents* contents, 
         contents->steps = {vtkOnlyStep()};
         listBlocks(blocks, std::string());
     } else {
-        for (const char* kind : {"PUnstructuredGrid", "PPolyData"}) {
+        for (const char* kind :
+             {"PUnstructuredGrid", "PPolyData", "PStructuredGrid", "PRectilinearGrid", "PImageData"}) {
             for (const pugi::xml_node& piece : file.child(kind).children("Piece")) {
                 const std::string source = piece.attribute("Source").as_string();
                 m_members.push_back({0, bareFileName(source), source, nullptr, {}});

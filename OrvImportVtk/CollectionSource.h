@@ -11,8 +11,8 @@ namespace orv::imp::cae {
 class VtkNames;
 
 /// Files that name others: collections of ParaView, .pvd, with a time, a part and a file each, trees of blocks, .vtm,
-/// whose leaves are files, and pieces of one mesh, .pvtu and .pvtp, which become parts. The files are VTK's XML files,
-/// each opened by itself, also collections.
+/// whose leaves are files, and pieces of one mesh, .pvtu, .pvtp, .pvts, .pvtr and .pvti, which become parts. The files
+/// are VTK's XML files, each opened by itself, also collections.
 class CollectionSource : public VtkSource {
 public:
     /// @param depth how many collections this one is within

@@ -1,5 +1,6 @@
 #include "OrvImportVtk/LegacySource.h"
 
+#include "OrvImportVtk/LegacyCheck.h"
 #include "OrvImportVtk/VtkMessages.h"
 
 #include <vtkDataSet.h>
@@ -7,6 +8,9 @@
 namespace orv::imp::cae {
 
 bool LegacySource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
+    if (!checkLegacyFile(filename, &contents->warnings, error)) {
+        return false;
+    }
     m_reader = vtkSmartPointer<vtkDataSetReader>::New();
     m_reader->SetFileName(filename.c_str());
     m_reader->ReadAllScalarsOn();

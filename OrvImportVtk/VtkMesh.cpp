@@ -15,6 +15,7 @@
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPointSet.h>
+#include <vtkPolyData.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
@@ -292,12 +293,27 @@ private:
     std::vector<VtkCellPiece> m_pieces;
 };
 
+// Whether the lists of cells fit together. VTK's readers do not always look.
+bool hasWholeCells(vtkDataSet* mesh) {
+    if (auto* grid = vtkUnstructuredGrid::SafeDownCast(mesh)) {
+        vtkUnsignedCharArray* types = grid->GetCellTypesArray();
+        return !grid->GetCells() || (grid->GetCells()->IsValid() && types &&
+                                     types->GetNumberOfValues() == grid->GetCells()->GetNumberOfCells());
+    }
+    auto* surface = vtkPolyData::SafeDownCast(mesh);
+    return !surface || (surface->GetVerts()->IsValid() && surface->GetLines()->IsValid() &&
+                        surface->GetPolys()->IsValid() && surface->GetStrips()->IsValid());
+}
+
 } // namespace
 
 bool fillVtkPart(vtkDataSet* mesh, ug::DataNodes* nodes, ug::DataElements* elements, VtkPartMap* map,
                  VtkUnknownCells* unknown, ug::Error* error) {
     if (std::size_t(mesh->GetNumberOfPoints()) > MOST_NODES) {
         return ug::fail(error, "a part has more than 4294967295 nodes");
+    }
+    if (!hasWholeCells(mesh)) {
+        return ug::fail(error, "has lists of cells that do not fit together");
     }
     std::vector<double> coordinates = coordinatesOf(mesh);
     Elements converted(mesh, coordinates, unknown);

@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <exception>
 
 namespace orv::imp::cae {
 namespace {
@@ -92,7 +93,11 @@ std::vector<ug::StateInfo> vtkTimeSteps(std::span<const double> times) {
 
 bool updateVtk(const std::function<void()>& update, ug::Error* error) {
     const VtkMessages messages;
-    update();
+    try {
+        update();
+    } catch (const std::exception&) { // Sizes beyond any memory; VTK throws nothing else.
+        return ug::fail(error, "needs more memory than there is, or is damaged");
+    }
     return !messages.hasErrors() || ug::fail(error, Str(messages.errors()));
 }
 

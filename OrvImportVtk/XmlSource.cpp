@@ -8,7 +8,10 @@
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
+#include <vtkXMLImageDataReader.h>
 #include <vtkXMLPolyDataReader.h>
+#include <vtkXMLRectilinearGridReader.h>
+#include <vtkXMLStructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 
 namespace orv::imp::cae {
@@ -25,8 +28,9 @@ struct Kind {
 };
 
 constexpr Kind KINDS[] = {
-    {"vtu", make<vtkXMLUnstructuredGridReader>},
-    {"vtp", make<vtkXMLPolyDataReader>},
+    {"vtu", make<vtkXMLUnstructuredGridReader>}, {"vtp", make<vtkXMLPolyDataReader>},
+    {"vts", make<vtkXMLStructuredGridReader>},   {"vtr", make<vtkXMLRectilinearGridReader>},
+    {"vti", make<vtkXMLImageDataReader>},
 };
 
 vtkSmartPointer<vtkXMLReader> makeReader(const std::string& filename) {

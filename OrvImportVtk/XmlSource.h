@@ -6,7 +6,7 @@
 
 namespace orv::imp::cae {
 
-/// VTK's XML files of one mesh: .vtu and .vtp. One step.
+/// VTK's XML files of one mesh: .vtu, .vtp, .vts, .vtr and .vti. One step.
 class XmlSource : public VtkSource {
 public:
     bool open(const std::string& filename, VtkContents* contents, ug::Error* error) override;

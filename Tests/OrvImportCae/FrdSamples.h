@@ -25,7 +25,7 @@ inline const std::string SUPPORTED_FORMATS =
     "supported are .frd (CalculiX results), .msh (Gmsh meshes and results), "
     ".med .rmed (MED files of code_aster and Salome), .e .ex2 .exo .exii .g (Exodus II results), "
     ".case (EnSight Gold cases), .cgns (CGNS files), .foam .openfoam (OpenFOAM cases), "
-    ".vtu .vtp (VTK XML files), .pvd .vtm .pvtu .pvtp (VTK XML collections), "
+    ".vtu .vtp .vts .vtr .vti (VTK XML files), .pvd .vtm .pvtu .pvtp .pvts .pvtr .pvti (VTK XML collections), "
     ".vtkhdf .hdf (VTKHDF files), .vtk (VTK legacy files), .tec .tp .dat (Tecplot files in text)";
 
 /// A text without the folder's name, which differs from run to run.

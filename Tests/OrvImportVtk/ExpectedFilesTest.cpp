@@ -17,7 +17,7 @@ using orvtest::testDataFolder;
 namespace {
 
 // Of Tests/data; each has its expected.json, and the script that wrote it.
-constexpr const char* FOLDERS[] = {"cgns", "ensight", "exodus", "foam", "tecplot", "vtk", "vtkhdf"};
+constexpr const char* FOLDERS[] = {"cgns", "ensight", "exodus", "foam", "grids", "tecplot", "vtk", "vtkhdf"};
 
 /// What is expected of each file, by its path in Tests/data.
 const std::map<std::string, Json>& expectedFiles() {
