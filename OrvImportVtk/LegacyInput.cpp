@@ -82,7 +82,7 @@ std::string LegacyInput::name() {
         found += char(c);
         c = get();
     }
-    m_endsWithinLine = c == END && !found.empty();
+    m_endsWithinLine = m_endsWithinLine || (c == END && !found.empty());
     if (c != END) {
         unget();
     }
