@@ -293,13 +293,8 @@ private:
     std::vector<VtkCellPiece> m_pieces;
 };
 
-// Whether the lists of cells fit together. VTK's readers do not always look.
-bool hasWholeCells(vtkDataSet* mesh) {
-    if (auto* grid = vtkUnstructuredGrid::SafeDownCast(mesh)) {
-        vtkUnsignedCharArray* types = grid->GetCellTypesArray();
-        return !grid->GetCells() || (grid->GetCells()->IsValid() && types &&
-                                     types->GetNumberOfValues() == grid->GetCells()->GetNumberOfCells());
-    }
+// Whether the lists of cells of a surface fit together. VTK's readers do not look.
+bool hasWholeLists(vtkDataSet* mesh) {
     auto* surface = vtkPolyData::SafeDownCast(mesh);
     return !surface || (surface->GetVerts()->IsValid() && surface->GetLines()->IsValid() &&
                         surface->GetPolys()->IsValid() && surface->GetStrips()->IsValid());
@@ -312,7 +307,7 @@ bool fillVtkPart(vtkDataSet* mesh, ug::DataNodes* nodes, ug::DataElements* eleme
     if (std::size_t(mesh->GetNumberOfPoints()) > MOST_NODES) {
         return ug::fail(error, "a part has more than 4294967295 nodes");
     }
-    if (!hasWholeCells(mesh)) {
+    if (!hasWholeLists(mesh)) {
         return ug::fail(error, "has lists of cells that do not fit together");
     }
     std::vector<double> coordinates = coordinatesOf(mesh);

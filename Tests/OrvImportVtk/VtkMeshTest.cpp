@@ -11,6 +11,7 @@
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
+#include <vtkPolyData.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
@@ -228,6 +229,19 @@ TEST_F(VtkMesh, CellsWithMorePointsThanTheirElementsMayFollowEachOther) {
     ASSERT_TRUE(fill(grid));
     EXPECT_EQ(nodesOf(0), (Nodes{0, 1, 2, 3, 4, 5}));
     EXPECT_EQ(nodesOf(1), (Nodes{0, 1, 2, 3, 4, 5}));
+}
+
+TEST_F(VtkMesh, SurfacesWithListsThatDoNotFitAreRefused) {
+    vtkNew<vtkPolyData> surface;
+    surface->SetPoints(points);
+    vtkNew<vtkCellArray> triangles;
+    const vtkIdType corners[] = {0, 1, 2};
+    triangles->InsertNextCell(3, corners);
+    surface->SetPolys(triangles);
+    ASSERT_TRUE(fill(surface));
+    triangles->GetOffsetsArray()->SetComponent(1, 0, 4);
+    EXPECT_FALSE(fill(surface));
+    EXPECT_EQ(error.message(), Str("has lists of cells that do not fit together"));
 }
 
 TEST_F(VtkMesh, MeshesOfOtherKindsAreTakenToo) {
