@@ -1,11 +1,12 @@
 // Opening a file and loading one result of one state, through the module, beside VTK's own reader doing just that.
-// Files of 125,000 hexahedra with four arrays, as VTK's writers make them.
+// Files of 125,000 hexahedra with four arrays, as VTK's writers make them, and cases as OpenFOAM does.
 
 #include "OrvImportCae/DataSourceCae.h"
 #include "OrvUnstructGrid/DataSourceDirectory.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
 
 #include "Benchmarks/Claims.h"
+#include "Benchmarks/FoamCaseWriter.h"
 
 #include <vtkCellData.h>
 #include <vtkDataArraySelection.h>
@@ -18,6 +19,7 @@
 #include <vtkIntArray.h>
 #include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
+#include <vtkOpenFOAMReader.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkUnstructuredGrid.h>
@@ -188,6 +190,18 @@ void readExodus(const std::string& path) {
     benchmark::DoNotOptimize(reader->GetOutput());
 }
 
+// With its defaults, and the patches, which are parts of ours.
+void readFoam(const std::string& path) {
+    vtkNew<vtkOpenFOAMReader> reader;
+    reader->SetFileName(path.c_str());
+    reader->UpdateInformation();
+    reader->EnableAllPatchArrays();
+    reader->DisableAllCellArrays();
+    reader->SetCellArrayStatus(WANTED, 1);
+    reader->Update();
+    benchmark::DoNotOptimize(reader->GetOutput());
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -199,6 +213,8 @@ int main(int argc, char** argv) {
     const std::string pieces = writePieces(folder + "/block.pvtu", "block.vtu");
     const std::string legacy = writeLegacy(folder + "/block.vtk", grid);
     const std::string enSight = writeEnSight(folder + "/block", grid);
+    const std::string foam = orvbench::FoamCaseWriter(folder + "/ascii", SIDE, false).write(grid);
+    const std::string binaryFoam = orvbench::FoamCaseWriter(folder + "/binary", SIDE, true).write(grid);
     orvbench::Claims claims(7);
     const auto add = [&](const char* name, const std::string& path, void (*read)(const std::string&)) {
         const auto nothing = [] {};
@@ -209,6 +225,8 @@ int main(int argc, char** argv) {
     add("open and load .vtk", legacy, readLegacy);
     add("open and load .ex2", exodus, readExodus);
     add("open and load .case", enSight, readEnSight);
+    add("open and load .foam, ASCII", foam, readFoam);
+    add("open and load .foam, binary", binaryFoam, readFoam);
     const int result = claims.run(argc, argv);
     std::filesystem::remove_all(folder);
     return result;
