@@ -131,7 +131,7 @@ bool FoamCase::findRegions(ug::Error* error) {
 bool FoamCase::findTimes(ug::Error* error) {
     for (const std::string& name : namesIn(m_folder, true)) {
         if (double value = 0; isTime(name, &value)) {
-            m_times.push_back({name, value, {}});
+            m_times.push_back({name, value});
         }
     }
     std::sort(m_times.begin(), m_times.end(), [](const FoamTime& a, const FoamTime& b) { return a.value < b.value; });
@@ -142,7 +142,12 @@ bool FoamCase::findTimes(ug::Error* error) {
         }
         for (std::size_t r = 0; r < m_regions.size(); ++r) {
             const std::string path = inFolder(time.name, m_regions[r].name);
-            time.hasMesh = time.hasMesh || isFile(path + "/polyMesh/points") || isFile(path + "/polyMesh/faces");
+            if (isFile(path + "/polyMesh/faces")) {
+                time.newFaces.insert(r);
+            }
+            if (isFile(path + "/polyMesh/points")) {
+                time.newPoints.insert(r);
+            }
             if (!listFields(&time, path, r, error) || !listClouds(time, m_regions[r], error)) {
                 return false;
             }
@@ -207,14 +212,16 @@ void FoamCase::dropDoubles(FoamTime* time) {
 }
 
 bool FoamCase::readBoundaries(ug::Error* error) {
-    for (FoamRegion& region : m_regions) {
-        std::set<std::string> folders = {inFolder("constant", region.name)};
-        for (std::size_t t = 0; t < m_times.size(); ++t) {
-            folders.insert(meshFolder(t, region, "faces"));
+    for (std::size_t r = 0; r < m_regions.size(); ++r) {
+        std::vector<std::string> folders = {inFolder("constant", m_regions[r].name)};
+        for (const FoamTime& time : m_times) {
+            if (time.newFaces.contains(r)) {
+                folders.push_back(inFolder(time.name, m_regions[r].name));
+            }
         }
         for (const std::string& folder : folders) {
             std::int64_t endFace = 0;
-            if (!readBoundary(folder, &region, &endFace, error)) {
+            if (!readBoundary(folder, &m_regions[r], &endFace, error)) {
                 return false;
             }
         }
@@ -223,15 +230,15 @@ bool FoamCase::readBoundaries(ug::Error* error) {
 }
 
 // The patches have their faces one behind the other.
-bool FoamCase::readBoundary(const std::string& meshFolder, FoamRegion* region, std::int64_t* endFace,
+bool FoamCase::readBoundary(const std::string& folder, FoamRegion* region, std::int64_t* endFace,
                             ug::Error* error) const {
     *endFace = 0;
-    if (!isFile(meshFolder + "/polyMesh/boundary")) {
+    if (!isFile(folder + "/polyMesh/boundary")) {
         return true;
     }
     FoamFile file(m_folder);
     FoamEntries patches;
-    if (!openChecked(meshFolder + "/polyMesh/boundary", &file, error) ||
+    if (!openChecked(folder + "/polyMesh/boundary", &file, error) ||
         !readFoamDictionary(&file, m_folder, &patches, error)) {
         return false;
     }
@@ -258,18 +265,22 @@ bool FoamCase::readBoundary(const std::string& meshFolder, FoamRegion* region, s
 }
 
 bool FoamCase::checkMeshes(std::size_t time, ug::Error* error) const {
-    return std::all_of(m_regions.begin(), m_regions.end(),
-                       [&](const FoamRegion& region) { return checkMesh(time, region, error); });
+    for (std::size_t region = 0; region < m_regions.size(); ++region) {
+        if (!checkMesh(time, region, error)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // VTK makes as many cells as the largest number says, and wants memory for as many items as counts say.
-bool FoamCase::checkMesh(std::size_t time, const FoamRegion& region, ug::Error* error) const {
+bool FoamCase::checkMesh(std::size_t time, std::size_t region, ug::Error* error) const {
     FoamFile points(m_folder);
-    if (!points.openBeginning(meshFolder(time, region, "points") + "/polyMesh/points", error) ||
+    if (!points.openBeginning(meshFolder(time, region, &FoamTime::newPoints) + "/polyMesh/points", error) ||
         !points.readHeader(error) || !points.checkList(*findFoamListType("List<vector>"), error)) {
         return false;
     }
-    const std::string folder = meshFolder(time, region, "faces");
+    const std::string folder = meshFolder(time, region, &FoamTime::newFaces);
     FoamFile faces(m_folder);
     std::uint64_t faceCount = 0;
     if (!openChecked(folder + "/polyMesh/faces", &faces, error) || !faces.skipFaces(&faceCount, error)) {
@@ -330,15 +341,14 @@ bool FoamCase::openChecked(const std::string& path, FoamFile* file, ug::Error* e
     return file->open(path, error) && file->readHeader(error);
 }
 
-// Where the mesh of that time is: in the folder of the last time that has one.
-std::string FoamCase::meshFolder(std::size_t time, const FoamRegion& region, const std::string& file) const {
+// Where a file of the mesh of that time is: in the folder of the last time that has a new one.
+std::string FoamCase::meshFolder(std::size_t time, std::size_t region, std::set<std::size_t> FoamTime::*news) const {
     for (std::size_t t = std::min(time + 1, m_times.size()); t-- > 0;) {
-        const std::string folder = inFolder(m_times[t].name, region.name);
-        if (isFile(folder + "/polyMesh/" + file)) {
-            return folder;
+        if ((m_times[t].*news).contains(region)) {
+            return inFolder(m_times[t].name, m_regions[region].name);
         }
     }
-    return inFolder("constant", region.name);
+    return inFolder("constant", m_regions[region].name);
 }
 
 bool FoamCase::isFile(const std::string& path) const {

@@ -24,8 +24,9 @@ struct FoamFieldFile {
 struct FoamTime {
     std::string name;
     double value;
-    std::vector<FoamFieldFile> fields;
-    bool hasMesh = false; ///< Of its own, or points that have moved.
+    std::vector<FoamFieldFile> fields = {};
+    std::set<std::size_t> newFaces = {};  ///< The regions that have another mesh from then on.
+    std::set<std::size_t> newPoints = {}; ///< Those whose points have moved.
 };
 
 /// A mesh of its own; most cases have one.
@@ -76,10 +77,10 @@ private:
     bool listClouds(const FoamTime& time, const FoamRegion& region, ug::Error* error);
     void dropDoubles(FoamTime* time);
     bool readBoundaries(ug::Error* error);
-    bool readBoundary(const std::string& meshFolder, FoamRegion* region, std::int64_t* endFace, ug::Error* error) const;
-    bool checkMesh(std::size_t time, const FoamRegion& region, ug::Error* error) const;
+    bool readBoundary(const std::string& folder, FoamRegion* region, std::int64_t* endFace, ug::Error* error) const;
+    bool checkMesh(std::size_t time, std::size_t region, ug::Error* error) const;
     bool openChecked(const std::string& path, FoamFile* file, ug::Error* error) const;
-    std::string meshFolder(std::size_t time, const FoamRegion& region, const std::string& file) const;
+    std::string meshFolder(std::size_t time, std::size_t region, std::set<std::size_t> FoamTime::*news) const;
     bool isFile(const std::string& path) const;
     void warn(const std::string& text);
 

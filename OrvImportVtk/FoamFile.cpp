@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <utility>
@@ -63,21 +64,16 @@ bool FoamFile::openBeginning(const std::string& name, ug::Error* error) {
 }
 
 bool FoamFile::read(const std::string& name, std::size_t mostBytes, ug::Error* error) {
-    m_name = name;
-    std::ifstream file(m_folder + name, std::ios::binary | std::ios::ate);
-    if (!file) {
-        m_name += ".gz";
-        file.open(m_folder + m_name, std::ios::binary | std::ios::ate);
-    }
-    const std::streamoff size = file ? std::streamoff(file.tellg()) : -1;
-    if (size < 0) {
+    std::error_code failed;
+    m_name = std::filesystem::exists(m_folder + name, failed) ? name : name + ".gz";
+    m_size = std::filesystem::file_size(m_folder + m_name, failed); // Which a folder has not.
+    std::ifstream file(m_folder + m_name, std::ios::binary);
+    if (failed || !file) {
         return ug::fail(error, Str(name + " cannot be opened"));
     }
-    m_size = std::uint64_t(size);
-    const std::size_t count = std::min(std::size_t(size), mostBytes);
+    const std::size_t count = std::min(std::size_t(m_size), mostBytes);
     m_buffer = std::make_unique_for_overwrite<char[]>(count);
     m_bytes = {m_buffer.get(), count};
-    file.seekg(0);
     if (!file.read(m_buffer.get(), std::streamsize(count))) {
         return ug::fail(error, Str(m_name + " cannot be read"));
     }

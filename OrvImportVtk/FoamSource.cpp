@@ -106,10 +106,11 @@ void FoamSource::listSteps(VtkContents* contents) {
     std::vector<double> values;
     for (std::size_t t = 0; t < m_case.times().size(); ++t) {
         const FoamTime& time = m_case.times()[t];
-        if (!time.fields.empty() || time.hasMesh) {
+        const bool hasMesh = !time.newFaces.empty() || !time.newPoints.empty();
+        if (!time.fields.empty() || hasMesh) {
             m_times.push_back(t);
             values.push_back(time.value);
-            contents->hasOneMesh = contents->hasOneMesh && !time.hasMesh;
+            contents->hasOneMesh = contents->hasOneMesh && !hasMesh;
         }
     }
     contents->steps = m_times.empty() ? std::vector{vtkOnlyStep()} : vtkTimeSteps(values);

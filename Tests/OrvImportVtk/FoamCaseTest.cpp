@@ -186,14 +186,17 @@ TEST_F(FoamCaseTest, MeshesOfMoreCellsThanFacesCanHaveAreRefused) {
 TEST_F(FoamCaseTest, MeshesAreThoseOfTheLatestTime) {
     copy("moving");
     ASSERT_EQ(open(), "");
-    EXPECT_FALSE(m_case.times()[0].hasMesh);
-    EXPECT_TRUE(m_case.times()[1].hasMesh);
+    EXPECT_TRUE(m_case.times()[0].newPoints.empty());
+    EXPECT_EQ(m_case.times()[1].newPoints.size(), 1u);
+    EXPECT_TRUE(m_case.times()[1].newFaces.empty());
     write("1/polyMesh/points", "damaged");
     EXPECT_EQ(check(0), "");
     EXPECT_EQ(check(1), "1/polyMesh/points, line 1: expected the dictionary FoamFile that begins OpenFOAM's files");
     EXPECT_EQ(check(2), "");
     fs::remove_all(m_folder / "2/polyMesh");
+    ASSERT_EQ(open(), "");
     EXPECT_EQ(check(2), check(1));
+    EXPECT_NE(check(2), "");
 }
 
 TEST_F(FoamCaseTest, PatchesOfAllMeshesAreListed) {
@@ -201,9 +204,8 @@ TEST_F(FoamCaseTest, PatchesOfAllMeshesAreListed) {
     fs::copy(m_folder / "constant/polyMesh", m_folder / "0.5/polyMesh", fs::copy_options::recursive);
     replace("0.5/polyMesh/boundary", "lid", "cover");
     ASSERT_EQ(open(), "");
-    EXPECT_THAT(m_case.regions()[0].patches,
-                testing::UnorderedElementsAre("lid", "left", "right", "bottom", "frontAndBack", "cover"));
-    EXPECT_TRUE(m_case.times()[2].hasMesh);
+    EXPECT_THAT(m_case.regions()[0].patches, ElementsAre("lid", "left", "right", "bottom", "frontAndBack", "cover"));
+    EXPECT_EQ(m_case.times()[2].newFaces.size(), 1u);
 }
 
 TEST_F(FoamCaseTest, FieldsTellWhereTheyHaveOneValue) {

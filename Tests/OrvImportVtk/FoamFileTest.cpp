@@ -279,6 +279,10 @@ TEST_F(FoamFileTest, MissingFilesAreTold) {
     FoamFile file("/no/such/folder/");
     EXPECT_FALSE(file.open("points", &m_error));
     EXPECT_EQ(errorText(), "points cannot be opened");
+    m_error.clear();
+    FoamFile noFile("/");
+    EXPECT_FALSE(noFile.open("tmp", &m_error)); // A folder.
+    EXPECT_EQ(errorText(), "tmp cannot be opened");
 }
 
 } // namespace
