@@ -87,9 +87,11 @@ bool readNumber(const FoamEntry* entry, std::int64_t* number) {
 bool checkBoundaryField(const FoamFile& file, const FoamEntries& patches, ug::Error* error) {
     for (const FoamEntry& patch : patches) {
         const FoamEntry* value = findFoamEntry(patch.entries, "value");
-        if (patch.kind == FoamEntry::NOTHING || !isFoamPattern(patch.key) ||
-            (value && value->kind == FoamEntry::NOTHING)) {
-            return file.fail(error, "has no patch, or no value, in \"" + patch.key + "\"");
+        if (!isFoamPattern(patch.key)) {
+            return file.fail(error, "the regular expression \"" + patch.key + "\" of patches is not understood");
+        }
+        if (patch.kind == FoamEntry::NOTHING || (value && value->kind == FoamEntry::NOTHING)) {
+            return file.fail(error, "the patch \"" + patch.key + "\" has no value");
         }
     }
     return true;

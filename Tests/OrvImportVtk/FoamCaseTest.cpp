@@ -226,8 +226,8 @@ TEST_F(FoamCaseTest, FieldsWithoutWhatTheyNeedAreRefused) {
         {"internalField", "inside", "has no internalField"},
         {"boundaryField", "outside", "has no boundaryField"},
         {"internalField uniform (1 2 3 4 5 6)", "internalField", "has no internalField"},
-        {"left", "\"(left\"", "has no patch, or no value, in \"(left\""},
-        {"uniform (7 8 9.5 10 11 12)", "", "has no patch, or no value, in \"right\""},
+        {"left", "\"(?i)left\"", "the regular expression \"(?i)left\" of patches is not understood"},
+        {"uniform (7 8 9.5 10 11 12)", "", "the patch \"right\" has no value"},
     };
     for (const auto& [from, to, text] : table) {
         copy("plate");
