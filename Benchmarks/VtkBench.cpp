@@ -8,7 +8,9 @@
 #include "Benchmarks/Claims.h"
 #include "Benchmarks/FoamCaseWriter.h"
 
+#include <vtkCellArray.h>
 #include <vtkCellData.h>
+#include <vtkCGNSReader.h>
 #include <vtkDataArraySelection.h>
 #include <vtkDataSetReader.h>
 #include <vtkDoubleArray.h>
@@ -28,12 +30,19 @@
 #include <vtkXMLUnstructuredGridReader.h>
 #include <vtkXMLUnstructuredGridWriter.h>
 
+#include <vtk_cgns.h>
+
+// clang-format off
+#include VTK_CGNS(cgnslib.h)
+// clang-format on
+
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 using namespace orv;
 
@@ -133,6 +142,51 @@ std::string writeEnSight(const std::string& path, vtkUnstructuredGrid* grid) {
 }
 
 // EnSight's writer adds to the names of arrays what they belong to.
+void check(int status) {
+    if (status != CG_OK) {
+        std::abort();
+    }
+}
+
+// By the library itself, as VTK has no writer.
+std::string writeCgns(const std::string& path, vtkUnstructuredGrid* grid) {
+    int file = 0;
+    int base = 0;
+    int zone = 0;
+    int index = 0;
+    const cgsize_t sizes[] = {grid->GetNumberOfPoints(), grid->GetNumberOfCells(), 0};
+    check(cg_set_file_type(CG_FILE_HDF5));
+    check(cg_open(path.c_str(), CG_MODE_WRITE, &file));
+    check(cg_base_write(file, "Base", 3, 3, &base));
+    check(cg_zone_write(file, base, "Block", sizes, CGNS_ENUMV(Unstructured), &zone));
+    for (const char axis : {'X', 'Y', 'Z'}) {
+        std::vector<double> places;
+        for (vtkIdType i = 0; i < grid->GetNumberOfPoints(); ++i) {
+            places.push_back(grid->GetPoint(i)[axis - 'X']);
+        }
+        check(cg_coord_write(file, base, zone, CGNS_ENUMV(RealDouble), (std::string("Coordinate") + axis).c_str(),
+                             places.data(), &index));
+    }
+    std::vector<cgsize_t> nodes;
+    for (vtkIdType cell = 0; cell < grid->GetNumberOfCells(); ++cell) {
+        vtkIdType count = 0;
+        const vtkIdType* points = nullptr;
+        grid->GetCells()->GetCellAtId(cell, count, points);
+        for (vtkIdType i = 0; i < count; ++i) {
+            nodes.push_back(points[i] + 1);
+        }
+    }
+    check(cg_section_write(file, base, zone, "Cells", CGNS_ENUMV(HEXA_8), 1, sizes[1], 0, nodes.data(), &index));
+    check(cg_sol_write(file, base, zone, "Values", CGNS_ENUMV(Vertex), &index));
+    for (int a = 0; a < grid->GetPointData()->GetNumberOfArrays(); ++a) {
+        vtkDataArray* array = grid->GetPointData()->GetArray(a);
+        check(cg_field_write(file, base, zone, 1, CGNS_ENUMV(RealDouble), array->GetName(), array->GetVoidPointer(0),
+                             &index));
+    }
+    check(cg_close(file));
+    return path;
+}
+
 void openAndLoad(const std::string& path) {
     const PtrRef<imp::cae::DataSourceCae> source(new imp::cae::DataSourceCae(1));
     bool isLoaded = false;
@@ -202,6 +256,15 @@ void readFoam(const std::string& path) {
     benchmark::DoNotOptimize(reader->GetOutput());
 }
 
+void readCgns(const std::string& path) {
+    vtkNew<vtkCGNSReader> reader;
+    reader->SetFileName(path.c_str());
+    reader->UpdateInformation();
+    reader->SetPointArrayStatus(WANTED, 1);
+    reader->Update();
+    benchmark::DoNotOptimize(reader->GetOutput());
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -215,6 +278,7 @@ int main(int argc, char** argv) {
     const std::string enSight = writeEnSight(folder + "/block", grid);
     const std::string foam = orvbench::FoamCaseWriter(folder + "/ascii", SIDE, false).write(grid);
     const std::string binaryFoam = orvbench::FoamCaseWriter(folder + "/binary", SIDE, true).write(grid);
+    const std::string cgns = writeCgns(folder + "/block.cgns", grid);
     orvbench::Claims claims(7);
     const auto add = [&](const char* name, const std::string& path, void (*read)(const std::string&)) {
         const auto nothing = [] {};
@@ -227,6 +291,7 @@ int main(int argc, char** argv) {
     add("open and load .case", enSight, readEnSight);
     add("open and load .foam, ASCII", foam, readFoam);
     add("open and load .foam, binary", binaryFoam, readFoam);
+    add("open and load .cgns", cgns, readCgns);
     const int result = claims.run(argc, argv);
     std::filesystem::remove_all(folder);
     return result;

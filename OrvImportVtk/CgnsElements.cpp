@@ -169,6 +169,10 @@ bool needsCheck(const CgnsZone& zone) {
     });
 }
 
+bool needsCheck(const CgnsBase& base) {
+    return std::any_of(base.zones.begin(), base.zones.end(), [](const CgnsZone& zone) { return needsCheck(zone); });
+}
+
 } // namespace
 
 bool readCgnsSection(const CgnsTree& tree, const CgnsNode& node, CgnsSection* section, ug::Error* error) {
@@ -227,14 +231,18 @@ bool checkCgnsSections(const CgnsZone& zone, CgnsLeftOut* leftOut, ug::Error* er
            ug::fail(error, "does not number its cells from 1 on, without gaps, which VTK needs");
 }
 
-bool checkCgnsElements(const CgnsTree& tree, const std::vector<CgnsBase>& bases, ug::Error* error) {
+bool checkCgnsElements(const std::string& filename, const std::vector<CgnsBase>& bases, ug::Error* error) {
+    if (std::none_of(bases.begin(), bases.end(), [](const CgnsBase& base) { return needsCheck(base); })) {
+        return true;
+    }
+    CgnsTree tree;
     std::vector<CgnsNode> nodes;
-    if (!tree.readRoot(&nodes, error)) {
+    if (!tree.open(filename, error) || !tree.readRoot(&nodes, error)) {
         return false;
     }
     std::erase_if(nodes, [](const CgnsNode& node) { return node.label != "CGNSBase_t"; });
     for (std::size_t b = 0; b < std::min(nodes.size(), bases.size()); ++b) {
-        if (std::none_of(bases[b].zones.begin(), bases[b].zones.end(), needsCheck)) {
+        if (!needsCheck(bases[b])) {
             continue;
         }
         std::vector<CgnsNode> zones;

@@ -11,7 +11,8 @@ bool readCgnsSection(const CgnsTree& tree, const CgnsNode& node, CgnsSection* se
 /// @param leftOut the sections behind the cells, which are of boundaries
 bool checkCgnsSections(const CgnsZone& zone, CgnsLeftOut* leftOut, ug::Error* error);
 
-/// Looks at the elements themselves where they tell how many nodes they have, polygons and polyhedra included.
-bool checkCgnsElements(const CgnsTree& tree, const std::vector<CgnsBase>& bases, ug::Error* error);
+/// Looks at the elements themselves where they tell how many nodes they have, polygons and polyhedra included. Does not
+/// even open the file when there are none.
+bool checkCgnsElements(const std::string& filename, const std::vector<CgnsBase>& bases, ug::Error* error);
 
 } // namespace orv::imp::cae

@@ -214,11 +214,8 @@ void CgnsSource::describe(VtkContents* contents) const {
 }
 
 bool CgnsSource::openReader(ug::Error* error) {
-    {
-        CgnsTree tree;
-        if (!tree.open(m_filename, error) || !checkCgnsElements(tree, m_bases, error)) {
-            return false;
-        }
+    if (!checkCgnsElements(m_filename, m_bases, error)) {
+        return false;
     }
     const auto reader = vtkSmartPointer<vtkCGNSReader>::New();
     reader->SetFileName(m_filename.c_str());
