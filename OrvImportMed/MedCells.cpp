@@ -35,24 +35,47 @@ constexpr MedCell CELLS[] = {
 
 // Of the volume just the sign is right: twice the area of the base, by its diagonals, times the way from the centre of
 // the base to that of the top.
-double orientedVolume(const double* const* corners, std::size_t cornerCount) {
-    const std::size_t baseCount = cornerCount == 4 || cornerCount == 6 ? 3 : 4;
+template <std::size_t BASE_COUNT, std::size_t TOP_COUNT>
+double orientedVolume(const MedCell& cell, const double* coordinates, const int* nodes) {
+    const double* corners[BASE_COUNT + TOP_COUNT];
+    for (std::size_t i = 0; i < BASE_COUNT + TOP_COUNT; ++i) {
+        corners[i] = coordinates + 3 * std::size_t(nodes[cell.order[i]] - 1);
+    }
     double first[3];
     double second[3];
     double up[3];
     for (std::size_t k = 0; k < 3; ++k) {
         first[k] = corners[2][k] - corners[0][k];
-        second[k] = corners[3 % baseCount][k] - corners[1][k];
+        second[k] = corners[3 % BASE_COUNT][k] - corners[1][k];
         double base = 0.0;
         double top = 0.0;
-        for (std::size_t i = 0; i < cornerCount; ++i) {
-            (i < baseCount ? base : top) += corners[i][k];
+        for (std::size_t i = 0; i < BASE_COUNT + TOP_COUNT; ++i) {
+            (i < BASE_COUNT ? base : top) += corners[i][k];
         }
-        up[k] = top / double(cornerCount - baseCount) - base / double(baseCount);
+        up[k] = top / double(TOP_COUNT) - base / double(BASE_COUNT);
     }
     return up[0] * (first[1] * second[2] - first[2] * second[1]) +
            up[1] * (first[2] * second[0] - first[0] * second[2]) +
            up[2] * (first[0] * second[1] - first[1] * second[0]);
+}
+
+double orientedVolume(const MedCell& cell, const double* coordinates, const int* nodes) {
+    switch (cell.elementType) {
+    case ug::TETRAHEDRON:
+    case ug::TETRAHEDRON_10:
+        return orientedVolume<3, 1>(cell, coordinates, nodes);
+    case ug::PYRAMID:
+    case ug::PYRAMID_13:
+        return orientedVolume<4, 1>(cell, coordinates, nodes);
+    case ug::WEDGE:
+    case ug::WEDGE_15:
+        return orientedVolume<3, 3>(cell, coordinates, nodes);
+    case ug::HEXAHEDRON:
+    case ug::HEXAHEDRON_20:
+        return orientedVolume<4, 4>(cell, coordinates, nodes);
+    default:
+        return 0.0; // No volume.
+    }
 }
 
 } // namespace
@@ -62,15 +85,7 @@ std::span<const MedCell> medCells() {
 }
 
 const std::uint8_t* medNodeOrder(const MedCell& cell, const double* coordinates, const int* nodes) {
-    const ug::ElementTypeInfo& info = ug::elementTypeInfo(cell.elementType);
-    if (info.dimension < 3) {
-        return cell.order;
-    }
-    const double* corners[8];
-    for (std::size_t i = 0; i < info.cornerCount; ++i) {
-        corners[i] = coordinates + 3 * std::size_t(nodes[cell.order[i]] - 1);
-    }
-    return orientedVolume(corners, info.cornerCount) < 0.0 ? SAME : cell.order;
+    return orientedVolume(cell, coordinates, nodes) < 0.0 ? SAME : cell.order;
 }
 
 } // namespace orv::imp::cae

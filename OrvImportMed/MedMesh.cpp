@@ -27,12 +27,23 @@ struct CellBlock {
     std::size_t count() const {
         return nodes.size() / cell->nodeCount();
     }
+
+    med_int family(std::size_t index) const {
+        return families.empty() ? 0 : families[index];
+    }
 };
 
 /// The parts' elements, before they have nodes of their own.
 struct PartPlan {
     std::string name;
     std::vector<std::pair<const CellBlock*, std::vector<std::uint32_t>>> runs;
+};
+
+/// Those of a part.
+struct Elements {
+    std::vector<ug::ElementType> types;
+    std::vector<std::uint32_t> connectivity;
+    std::vector<int> ids;
 };
 
 /// Reads one mesh.
@@ -63,11 +74,10 @@ public:
     std::vector<PartPlan> planParts() const {
         std::map<med_int, std::size_t, std::greater<>> families;
         for (const CellBlock& block : m_blocks) {
-            for (const med_int family : block.families) {
-                families.emplace(family, 0);
-            }
-            if (block.families.empty()) {
-                families.emplace(0, 0);
+            for (std::size_t i = 0; i < block.count(); ++i) {
+                if (i == 0 || block.family(i) != block.family(i - 1)) {
+                    families.try_emplace(block.family(i), 0);
+                }
             }
         }
         std::vector<PartPlan> plans(1);
@@ -89,30 +99,19 @@ public:
     }
 
     bool fillPart(const PartPlan& plan, ug::DataPart* part, MedPart* places, ug::Error* error) {
-        std::vector<ug::ElementType> types;
-        std::vector<std::uint32_t> connectivity;
-        std::vector<int> ids;
-        m_nodeInPart.assign(nodeCount(), NO_NODE);
-        for (const auto& [block, elements] : plan.runs) {
-            const MedCell& cell = *block->cell;
-            const std::size_t used = ug::elementTypeInfo(cell.elementType).nodeCount;
-            if (connectivity.size() + used * elements.size() > MOST_CONNECTED) {
+        Elements elements;
+        for (const auto& [block, indexes] : plan.runs) {
+            const std::size_t used = ug::elementTypeInfo(block->cell->elementType).nodeCount;
+            if (elements.connectivity.size() + used * indexes.size() > MOST_CONNECTED) {
                 return fail(error, "the elements of a part have more than 4294967295 nodes in all");
             }
-            for (const std::uint32_t element : elements) {
-                const med_int* nodes = block->nodes.data() + element * cell.nodeCount();
-                const std::uint8_t* order =
-                    m_dimension == 3 ? medNodeOrder(cell, m_coordinates.data(), nodes) : cell.order;
-                for (std::size_t i = 0; i < used; ++i) {
-                    connectivity.push_back(nodeInPart(std::uint32_t(nodes[order[i]] - 1), places));
-                }
-                types.push_back(cell.elementType);
-                ids.push_back(block->numbers.empty() ? int(block->firstNumber + element) : block->numbers[element]);
-                addToRun(cell, order, element, &places->runs);
-            }
+            addElements(*block, indexes, used, &elements, places);
         }
         setNodes(*places, part->nodes());
-        part->elements()->set(std::move(types), std::move(connectivity), std::move(ids));
+        part->elements()->set(std::move(elements.types), std::move(elements.connectivity), std::move(elements.ids));
+        for (const std::uint32_t node : places->nodes) {
+            m_nodeInPart[node] = NO_NODE;
+        }
         return true;
     }
 
@@ -137,7 +136,7 @@ public:
 
 private:
     std::size_t nodeCount() const {
-        return m_coordinates.size() / m_dimension;
+        return m_isUsed.size();
     }
 
     std::string place() const {
@@ -162,12 +161,19 @@ private:
             return fail(error, "its coordinates are not " + std::to_string(m_dimension) + " for each of " +
                                    std::to_string(count) + " nodes");
         }
-        m_coordinates.resize(std::size_t(count) * m_dimension);
-        if (count > 0 && MEDmeshNodeCoordinateRd(m_file.id(), m_name.c_str(), m_number, m_iteration, MED_FULL_INTERLACE,
-                                                 m_coordinates.data()) < 0) {
+        std::vector<double> columns(std::size_t(count) * m_dimension);
+        if (count > 0 && MEDmeshNodeCoordinateRd(m_file.id(), m_name.c_str(), m_number, m_iteration, MED_NO_INTERLACE,
+                                                 columns.data()) < 0) {
             return fail(error, "its coordinates cannot be read");
         }
         m_isUsed.assign(std::size_t(count), false);
+        m_nodeInPart.assign(std::size_t(count), NO_NODE);
+        m_coordinates.assign(3 * std::size_t(count), 0.0);
+        for (std::size_t k = 0; k < m_dimension; ++k) {
+            for (std::size_t i = 0; i < std::size_t(count); ++i) {
+                m_coordinates[3 * i + k] = columns[k * std::size_t(count) + i];
+            }
+        }
         return readNumbers(MED_NODE, MED_NONE, "/NOE", std::size_t(count), &m_nodeNumbers, error);
     }
 
@@ -211,10 +217,16 @@ private:
             return fail(error, "the nodes of its cells " + std::string(cell.name) + " are not " +
                                    std::to_string(cell.nodeCount()) + " for each of " + std::to_string(count));
         }
-        block->nodes.resize(std::size_t(count) * cell.nodeCount());
+        std::vector<med_int> columns(std::size_t(count) * cell.nodeCount());
         if (MEDmeshElementConnectivityRd(m_file.id(), m_name.c_str(), m_number, m_iteration, MED_CELL, cell.type,
-                                         MED_NODAL, MED_FULL_INTERLACE, block->nodes.data()) < 0) {
+                                         MED_NODAL, MED_NO_INTERLACE, columns.data()) < 0) {
             return fail(error, "the nodes of its cells " + std::string(cell.name) + " cannot be read");
+        }
+        block->nodes.resize(columns.size());
+        for (std::size_t i = 0; i < std::size_t(count); ++i) {
+            for (std::size_t k = 0; k < cell.nodeCount(); ++k) {
+                block->nodes[i * cell.nodeCount() + k] = columns[k * std::size_t(count) + i];
+            }
         }
         return checkNodes(*block, error) && readFamilyNumbers(group, block, error) &&
                readNumbers(MED_CELL, cell.type, group, std::size_t(count), &block->numbers, error);
@@ -292,13 +304,32 @@ private:
 
     static void share(const CellBlock& block, const std::map<med_int, std::size_t, std::greater<>>& families,
                       std::vector<PartPlan>* plans) {
+        PartPlan* plan = nullptr;
         for (std::size_t i = 0; i < block.count(); ++i) {
-            const med_int family = block.families.empty() ? 0 : block.families[i];
-            PartPlan& plan = (*plans)[families.at(family)];
-            if (plan.runs.empty() || plan.runs.back().first != &block) {
-                plan.runs.push_back({&block, {}});
+            if (i == 0 || block.family(i) != block.family(i - 1)) {
+                plan = &(*plans)[families.at(block.family(i))];
+                if (plan->runs.empty() || plan->runs.back().first != &block) {
+                    plan->runs.push_back({&block, {}});
+                }
             }
-            plan.runs.back().second.push_back(std::uint32_t(i));
+            plan->runs.back().second.push_back(std::uint32_t(i));
+        }
+    }
+
+    void addElements(const CellBlock& block, const std::vector<std::uint32_t>& indexes, std::size_t used,
+                     Elements* elements, MedPart* places) {
+        const MedCell& cell = *block.cell;
+        std::size_t end = elements->connectivity.size();
+        elements->connectivity.resize(end + used * indexes.size());
+        elements->types.insert(elements->types.end(), indexes.size(), cell.elementType);
+        for (const std::uint32_t index : indexes) {
+            const med_int* nodes = block.nodes.data() + index * cell.nodeCount();
+            const std::uint8_t* order = medNodeOrder(cell, m_coordinates.data(), nodes);
+            for (std::size_t i = 0; i < used; ++i) {
+                elements->connectivity[end++] = nodeInPart(std::uint32_t(nodes[order[i]] - 1), places);
+            }
+            elements->ids.push_back(block.numbers.empty() ? int(block.firstNumber + index) : block.numbers[index]);
+            addToRun(cell, order, index, &places->runs);
         }
     }
 
@@ -324,7 +355,7 @@ private:
         std::vector<int> ids(places.nodes.size());
         for (std::size_t i = 0; i < places.nodes.size(); ++i) {
             const std::size_t node = places.nodes[i];
-            std::copy_n(&m_coordinates[node * m_dimension], m_dimension, &coordinates[i * 3]);
+            std::copy_n(&m_coordinates[3 * node], 3, &coordinates[3 * i]);
             ids[i] = m_nodeNumbers.empty() ? int(node + 1) : m_nodeNumbers[node];
         }
         nodes->set(std::move(coordinates), std::move(ids));
@@ -336,7 +367,7 @@ private:
     med_int m_number = MED_NO_DT;
     med_int m_iteration = MED_NO_IT;
     std::string m_path;
-    std::vector<double> m_coordinates;
+    std::vector<double> m_coordinates; ///< x, y and z of each node.
     std::vector<med_int> m_nodeNumbers;
     std::vector<CellBlock> m_blocks;
     std::map<med_int, std::string> m_familyNames; ///< The groups of each.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 namespace orv::imp::cae {
 namespace {
@@ -10,20 +12,20 @@ constexpr std::uint32_t NO_ROW = std::numeric_limits<std::uint32_t>::max();
 
 /// A chunk's values, and for each node or cell of the mesh its row among them.
 struct Table {
-    std::vector<double> values; ///< Row after row, in it point after point, in it component after component.
+    std::vector<double> values; ///< Component after component, in it row after row, in it point after point.
     std::vector<std::uint32_t> rows;
 };
 
-/// Where values of a row go.
+/// Where values of a point are among them, and which ones go to an item.
 struct Layout {
     const std::vector<int>& columns;
-    std::size_t componentCount;
-    std::size_t rowSize;
+    std::size_t pointCount; ///< Of each row.
+    std::size_t columnSize;
 };
 
-void copyPoint(const double* point, const std::vector<int>& columns, double* item) {
-    for (const int column : columns) {
-        *item++ = column == MedColumns::ZERO ? 0.0 : point[column];
+void copyPoint(const double* point, const Layout& layout, double* item) {
+    for (const int column : layout.columns) {
+        *item++ = column == MedColumns::ZERO ? 0.0 : point[std::size_t(column) * layout.columnSize];
     }
 }
 
@@ -94,11 +96,15 @@ private:
         if (!numbers.empty() &&
             MEDfieldValueWithProfileRd(m_file.id(), m_field.name.c_str(), m_step.number, m_step.iteration, chunk.entity,
                                        chunk.cell ? chunk.cell->type : MED_NONE, MED_COMPACT_STMODE,
-                                       chunk.profile.c_str(), MED_FULL_INTERLACE, MED_ALL_CONSTITUENT,
+                                       chunk.profile.c_str(), MED_NO_INTERLACE, MED_ALL_CONSTITUENT,
                                        reinterpret_cast<unsigned char*>(numbers.data())) < 0) {
             return fail(error, "its values in step " + std::to_string(m_step.number) + " cannot be read");
         }
-        values->assign(numbers.begin(), numbers.end());
+        if constexpr (std::is_same_v<Number, double>) {
+            *values = std::move(numbers);
+        } else {
+            values->assign(numbers.begin(), numbers.end());
+        }
         return true;
     }
 
@@ -110,7 +116,7 @@ private:
 void copyNodes(const Table& table, const MedPart& part, const Layout& layout, double* item) {
     for (const std::uint32_t node : part.nodes) {
         if (const std::uint32_t row = table.rows[node]; row != NO_ROW) {
-            copyPoint(&table.values[row * layout.rowSize], layout.columns, item);
+            copyPoint(&table.values[row], layout, item);
         }
         item += layout.columns.size();
     }
@@ -121,10 +127,10 @@ void copyRun(const Table& table, const MedRun& run, const Layout& layout, bool i
     const std::size_t perElement = isPerElementNode ? ug::elementTypeInfo(run.cell->elementType).nodeCount : 1;
     for (const std::uint32_t element : run.elements) {
         if (const std::uint32_t row = table.rows[element]; row != NO_ROW) {
-            const double* points = &table.values[row * layout.rowSize];
+            const double* points = &table.values[row * layout.pointCount];
             for (std::size_t i = 0; i < perElement; ++i) {
                 const std::size_t point = isPerElementNode ? run.order[i] : 0;
-                copyPoint(points + point * layout.componentCount, layout.columns, item + i * layout.columns.size());
+                copyPoint(points + point, layout, item + i * layout.columns.size());
             }
         }
         item += perElement * layout.columns.size();
@@ -163,7 +169,7 @@ bool readMedValues(const MedFile& file, const MedMeshes& meshes, const MedField&
         if (!reader.read(chunk, chunk.cell ? mesh.cellCount(chunk.cell->type) : mesh.nodeCount, &table, error)) {
             return false;
         }
-        const Layout layout{columns, field.components.size(), chunk.pointCount * field.components.size()};
+        const Layout layout{columns, chunk.pointCount, chunk.pointCount * chunk.rowCount};
         for (std::size_t i = 0; i < meshes.parts.size(); ++i) {
             if (meshes.parts[i].mesh != field.mesh) {
                 continue;
