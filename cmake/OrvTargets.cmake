@@ -97,23 +97,26 @@ endfunction()
 
 # orv_add_module(NAME SOURCES ... PRIVATE_LIBRARIES ...)
 # The folder OrvImport<NAME>: libOrvImport<NAME>.so with readers that stand on a heavy library, beside libOrvApp.so and
-# opened by it. The tests link the archive.
+# opened by it. The tests and fuzz targets link the archive.
 function(orv_add_module name)
   cmake_parse_arguments(MODULE "" "" "SOURCES;PRIVATE_LIBRARIES" ${ARGN})
   set(floor OrvImport${name})
   add_library(${floor} STATIC ${MODULE_SOURCES})
-  add_library(${floor}Module MODULE $<TARGET_OBJECTS:${floor}>)
-  set_target_properties(${floor} ${floor}Module PROPERTIES
+  set_target_properties(${floor} PROPERTIES
     CXX_EXTENSIONS OFF
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON
-    OUTPUT_NAME ${floor})
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_link_libraries(${floor} PUBLIC OrvApp::OrvApp orv_options PRIVATE ${MODULE_PRIVATE_LIBRARIES})
+  if(ORV_BUILD_FUZZERS)
+    return() # Clang leaves its sanitizers' functions undefined in modules.
+  endif()
+  add_library(${floor}Module MODULE $<TARGET_OBJECTS:${floor}>)
   set_target_properties(${floor}Module PROPERTIES
+    OUTPUT_NAME ${floor}
     LINKER_LANGUAGE CXX
     LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}"
     INSTALL_RPATH "$ORIGIN")
-  target_link_libraries(${floor} PUBLIC OrvApp::OrvApp orv_options PRIVATE ${MODULE_PRIVATE_LIBRARIES})
   target_link_options(${floor}Module PRIVATE -Wl,-z,defs)
   target_link_libraries(${floor}Module PRIVATE OrvApp::OrvApp orv_options ${MODULE_PRIVATE_LIBRARIES})
   install(TARGETS ${floor}Module LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development)
