@@ -30,8 +30,8 @@ public:
         MedText timeUnit(MED_SNAME_SIZE);
         med_bool isLocal = MED_FALSE;
         med_int stepCount = 0;
-        if (MEDfieldInfo(m_file.id(), index, name, mesh, &isLocal, &m_field.type, components, units, timeUnit,
-                         &stepCount) < 0) {
+        MedChoice<med_field_type> type;
+        if (MEDfieldInfo(m_file.id(), index, name, mesh, &isLocal, type, components, units, timeUnit, &stepCount) < 0) {
             return refuse("what it is cannot be read");
         }
         m_field.name = name.text();
@@ -39,7 +39,7 @@ public:
         for (std::size_t i = 0; i < std::size_t(componentCount); ++i) {
             m_field.components.push_back(components.text(i));
         }
-        return findMesh(mesh.text()) && checkType() && readSteps(stepCount);
+        return findMesh(mesh.text()) && setType(type) && readSteps(stepCount);
     }
 
     const MedField& field() const {
@@ -67,10 +67,14 @@ private:
         return found != m_meshes.end() || refuse("its mesh '" + name + "' is not there");
     }
 
-    bool checkType() {
-        return std::find(std::begin(READABLE_TYPES), std::end(READABLE_TYPES), m_field.type) !=
-                   std::end(READABLE_TYPES) ||
-               refuse("its numbers are of the unknown type " + std::to_string(int(m_field.type)));
+    bool setType(const MedChoice<med_field_type>& type) {
+        for (const med_field_type readable : READABLE_TYPES) {
+            if (type == readable) {
+                m_field.type = readable;
+                return true;
+            }
+        }
+        return refuse("its numbers are of the unknown type " + std::to_string(type.number()));
     }
 
     bool readSteps(med_int count) {

@@ -9,6 +9,7 @@
 #include <ctime>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -45,6 +46,26 @@ public:
 private:
     std::size_t m_length;
     std::vector<char> m_characters;
+};
+
+/// One of libmedc's enumerations as the file has it: any number.
+template <class Enum>
+class MedChoice {
+public:
+    operator Enum*() {
+        return reinterpret_cast<Enum*>(&m_number);
+    }
+
+    int number() const {
+        return int(m_number);
+    }
+
+    bool operator==(Enum value) const {
+        return m_number == static_cast<std::underlying_type_t<Enum>>(value);
+    }
+
+private:
+    std::underlying_type_t<Enum> m_number = 0;
 };
 
 /// An open MED file of version 3 or later. The functions of libmedc and HDF5 take id().

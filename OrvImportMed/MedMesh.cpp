@@ -395,11 +395,11 @@ MeshHead readHead(const MedFile& file, int index) {
     med_int spaceDimension = 0;
     med_int meshDimension = 0;
     med_int stepCount = 0;
-    med_mesh_type type = MED_UNDEF_MESH_TYPE;
-    med_sorting_type sorting = MED_SORT_UNDEF;
-    med_axis_type axes = MED_UNDEF_AXIS_TYPE;
-    if (MEDmeshInfo(file.id(), index, name, &spaceDimension, &meshDimension, &type, description, timeUnit, &sorting,
-                    &stepCount, &axes, axisNames, axisUnits) < 0) {
+    MedChoice<med_mesh_type> type;
+    MedChoice<med_sorting_type> sorting;
+    MedChoice<med_axis_type> axes;
+    if (MEDmeshInfo(file.id(), index, name, &spaceDimension, &meshDimension, type, description, timeUnit, sorting,
+                    &stepCount, axes, axisNames, axisUnits) < 0) {
         return head;
     }
     head = {name.text(), std::size_t(spaceDimension), ""};

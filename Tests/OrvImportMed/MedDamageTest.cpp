@@ -105,6 +105,12 @@ const Damage DAMAGES[] = {
     {[](hid_t f) { setNumber(f, "/ENS_MAA/BEAM", "ESP", 4); },
      "meshes: expected one that is unstructured and has cells (FILE: mesh 'number 1' is left out: what it is "
      "cannot be read)"},
+    {[](hid_t f) { setNumber(f, "/ENS_MAA/BEAM", "TYP", 2147483647); },
+     "meshes: expected one that is unstructured and has cells (FILE: mesh 'BEAM' is left out: it is a structured "
+     "mesh)"},
+    {[](hid_t f) { setNumber(f, "/ENS_MAA/BEAM", "REP", 77); },
+     "meshes: expected one that is unstructured and has cells (FILE: mesh 'BEAM' is left out: its axes are not "
+     "Cartesian)"},
     {[](hid_t f) { setNumber(f, "/INFOS_GENERALES", "MAJ", 2); },
      "version 2.1: expected 3.0 or later; medimport turns older files into such"},
 };
@@ -139,6 +145,18 @@ TEST(MedDamage, ValuesOfOtherCountsAreLeftOut) {
     const auto source = orvtest::openMed(path);
     EXPECT_EQ(source->directory()->warnings().at(1).toStdString(),
               path + ": field 'RESU____DEPL': the values of 1000 of its nodes, of which there are 13 are left out");
+}
+
+// What is no value of an enumeration must not be taken for one.
+TEST(MedDamage, FieldsOfUnknownTypesAreLeftOut) {
+    const orvtest::ScratchFolder folder;
+    const std::string path = folder.write("a.rmed", orvtest::readWholeFile(medFile("beam.rmed")));
+    const hid_t file = H5Fopen(path.c_str(), H5F_ACC_RDWR, H5P_DEFAULT);
+    setNumber(file, "/CHA/RESU____DEPL", "TYP", 2147483647);
+    H5Fclose(file);
+    const auto source = orvtest::openMed(path);
+    EXPECT_EQ(source->directory()->warnings().at(1).toStdString(),
+              path + ": field 'RESU____DEPL' is left out: its numbers are of the unknown type 2147483647");
 }
 
 TEST(MedDamage, AFileWithoutFieldsHasOneStateWithoutResults) {
