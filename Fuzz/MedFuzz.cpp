@@ -7,13 +7,46 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <unistd.h>
 
 using namespace orv;
 using namespace orv::imp::cae;
 using orvfuzz::expect;
 
+namespace {
+
+/// A file on the disk while it lives: HDF5 opens none in memory, whose names lead nowhere.
+class ScratchFile {
+public:
+    ScratchFile(const std::uint8_t* data, std::size_t size)
+        : m_name(std::filesystem::temp_directory_path() / ("orvfuzz-" + std::to_string(::getpid()) + ".med")) {
+        std::ofstream(m_name, std::ios::binary)
+            .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    }
+
+    ~ScratchFile() {
+        ::unlink(m_name.c_str());
+    }
+
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    const std::string& name() const {
+        return m_name;
+    }
+
+private:
+    std::string m_name;
+};
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const orvfuzz::MemoryFile file({reinterpret_cast<const char*>(data), size});
+    const ScratchFile file(data, size);
     MedReader reader;
     CaeContents contents;
     ug::Error error;
