@@ -7,18 +7,44 @@
 #include <vtkDataSetAttributes.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
+#include <vtkObjectFactory.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
+#include <vtkXMLDataElement.h>
 #include <vtkXMLImageDataReader.h>
 #include <vtkXMLPolyDataReader.h>
 #include <vtkXMLRectilinearGridReader.h>
 #include <vtkXMLStructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 
+#include <cstring>
+
 namespace orv::imp::cae {
 namespace {
 
-template <class Reader>
-vtkSmartPointer<vtkXMLReader> make() {
+/// Passes over the faces of polyhedra, which become no elements: VTK does not survive faces that are damaged.
+class GridReader : public vtkXMLUnstructuredGridReader {
+public:
+    static GridReader* New();
+    vtkTypeMacro(GridReader, vtkXMLUnstructuredGridReader)
+
+        protected : int ReadPiece(vtkXMLDataElement* piece) override {
+        const int isRead = Superclass::ReadPiece(piece);
+        vtkXMLDataElement* cells = isRead ? CellElements[Piece] : nullptr;
+        for (int i = 0; cells && i < cells->GetNumberOfNestedElements(); ++i) {
+            vtkXMLDataElement* array = cells->GetNestedElement(i);
+            const char* name = array->GetAttribute("Name");
+            if (name && (std::strcmp(name, "faces") == 0 || std::strcmp(name, "faceoffsets") == 0)) {
+                array->SetAttribute("Name", "passed over");
+            }
+        }
+        return isRead;
+    }
+};
+
+vtkStandardNewMacro(GridReader)
+
+    template <class Reader>
+    vtkSmartPointer<vtkXMLReader> make() {
     return vtkSmartPointer<Reader>::New();
 }
 
@@ -28,8 +54,10 @@ struct Kind {
 };
 
 constexpr Kind KINDS[] = {
-    {"vtu", make<vtkXMLUnstructuredGridReader>}, {"vtp", make<vtkXMLPolyDataReader>},
-    {"vts", make<vtkXMLStructuredGridReader>},   {"vtr", make<vtkXMLRectilinearGridReader>},
+    {"vtu", make<GridReader>},
+    {"vtp", make<vtkXMLPolyDataReader>},
+    {"vts", make<vtkXMLStructuredGridReader>},
+    {"vtr", make<vtkXMLRectilinearGridReader>},
     {"vti", make<vtkXMLImageDataReader>},
 };
 
