@@ -293,11 +293,23 @@ private:
     std::vector<VtkCellPiece> m_pieces;
 };
 
-// Whether the lists of cells of a surface fit together. VTK's readers do not look.
+// Whether a list of cells of a surface fits together, and has no empty cells, which VTK cannot find again.
+bool isWhole(vtkCellArray* cells) {
+    if (!cells->IsValid()) {
+        return false;
+    }
+    for (vtkIdType cell = 0; cell < cells->GetNumberOfCells(); ++cell) {
+        if (cells->GetCellSize(cell) == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool hasWholeLists(vtkDataSet* mesh) {
     auto* surface = vtkPolyData::SafeDownCast(mesh);
-    return !surface || (surface->GetVerts()->IsValid() && surface->GetLines()->IsValid() &&
-                        surface->GetPolys()->IsValid() && surface->GetStrips()->IsValid());
+    return !surface || (isWhole(surface->GetVerts()) && isWhole(surface->GetLines()) && isWhole(surface->GetPolys()) &&
+                        isWhole(surface->GetStrips()));
 }
 
 } // namespace

@@ -7,8 +7,10 @@
 #include <vtkDataSetAttributes.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
+#include <vtkNew.h>
 #include <vtkObjectFactory.h>
 #include <vtkStreamingDemandDrivenPipeline.h>
+#include <vtkTypeInt64Array.h>
 #include <vtkXMLDataElement.h>
 #include <vtkXMLImageDataReader.h>
 #include <vtkXMLPolyDataReader.h>
@@ -16,19 +18,54 @@
 #include <vtkXMLStructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 
+#include <algorithm>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 namespace orv::imp::cae {
 namespace {
 
-/// Passes over the faces of polyhedra, which become no elements: VTK does not survive faces that are damaged.
-class GridReader : public vtkXMLUnstructuredGridReader {
+/// Looks at where the nodes of cells begin, which VTK's readers take on trust: they make room for as many nodes as the
+/// last one tells, and write beyond it when that number is damaged.
+template <class Base>
+class CheckedReader : public Base {
+protected:
+    bool hasOffsets(vtkXMLDataElement* cells, vtkIdType cellCount) {
+        vtkXMLDataElement* element = cells ? this->FindDataArrayWithName(cells, "offsets") : nullptr;
+        if (!element || cellCount < 1) {
+            return true;
+        }
+        constexpr vtkIdType BEST_COMPRESSION = 8192;
+        std::error_code failed;
+        const auto size = std::filesystem::file_size(this->FileName, failed);
+        const vtkIdType most = failed ? 0 : vtkIdType(size) * BEST_COMPRESSION;
+        if (cellCount > most) {
+            return false;
+        }
+        vtkNew<vtkTypeInt64Array> offsets;
+        offsets->SetNumberOfTuples(cellCount);
+        if (!this->ReadArrayValues(element, 0, offsets, 0, cellCount)) {
+            return false;
+        }
+        const vtkTypeInt64* values = offsets->GetPointer(0);
+        return values[0] >= 0 && std::is_sorted(values, values + cellCount) && values[cellCount - 1] <= most;
+    }
+
+    int failWithOffsets() {
+        vtkErrorMacro("The offsets of the cells are damaged");
+        return 0;
+    }
+};
+
+/// Passes over the faces of polyhedra, too, which become no elements: VTK does not survive faces that are damaged.
+class GridReader : public CheckedReader<vtkXMLUnstructuredGridReader> {
 public:
     static GridReader* New();
-    vtkTypeMacro(GridReader, vtkXMLUnstructuredGridReader)
 
-        protected : int ReadPiece(vtkXMLDataElement* piece) override {
-        const int isRead = Superclass::ReadPiece(piece);
+protected:
+    int ReadPiece(vtkXMLDataElement* piece) override {
+        const int isRead = vtkXMLUnstructuredGridReader::ReadPiece(piece);
         vtkXMLDataElement* cells = isRead ? CellElements[Piece] : nullptr;
         for (int i = 0; cells && i < cells->GetNumberOfNestedElements(); ++i) {
             vtkXMLDataElement* array = cells->GetNestedElement(i);
@@ -39,12 +76,33 @@ public:
         }
         return isRead;
     }
+
+    int ReadPieceData() override {
+        return hasOffsets(CellElements[Piece], NumberOfCells[Piece]) ? vtkXMLUnstructuredGridReader::ReadPieceData()
+                                                                     : failWithOffsets();
+    }
 };
 
-vtkStandardNewMacro(GridReader)
+vtkStandardNewMacro(GridReader);
 
-    template <class Reader>
-    vtkSmartPointer<vtkXMLReader> make() {
+class SurfaceReader : public CheckedReader<vtkXMLPolyDataReader> {
+public:
+    static SurfaceReader* New();
+
+protected:
+    int ReadPieceData() override {
+        const bool isWhole = hasOffsets(VertElements[Piece], NumberOfVerts[Piece]) &&
+                             hasOffsets(LineElements[Piece], NumberOfLines[Piece]) &&
+                             hasOffsets(StripElements[Piece], NumberOfStrips[Piece]) &&
+                             hasOffsets(PolyElements[Piece], NumberOfPolys[Piece]);
+        return isWhole ? vtkXMLPolyDataReader::ReadPieceData() : failWithOffsets();
+    }
+};
+
+vtkStandardNewMacro(SurfaceReader);
+
+template <class Reader>
+vtkSmartPointer<vtkXMLReader> make() {
     return vtkSmartPointer<Reader>::New();
 }
 
@@ -55,7 +113,7 @@ struct Kind {
 
 constexpr Kind KINDS[] = {
     {"vtu", make<GridReader>},
-    {"vtp", make<vtkXMLPolyDataReader>},
+    {"vtp", make<SurfaceReader>},
     {"vts", make<vtkXMLStructuredGridReader>},
     {"vtr", make<vtkXMLRectilinearGridReader>},
     {"vti", make<vtkXMLImageDataReader>},
