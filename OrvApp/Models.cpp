@@ -116,4 +116,8 @@ void Models::closeAll() {
     m_private->closeAll();
 }
 
+void Models::setProgress(ug::Progress* progress) {
+    m_private->setProgress(progress);
+}
+
 } // namespace orv::app

@@ -11,6 +11,7 @@
 
 namespace orv::ug {
 class Error;
+class Progress;
 class UnstructGridModel;
 } // namespace orv::ug
 
@@ -134,6 +135,11 @@ public:
     /// Takes all models off the list, and drops all data sources and the names that they were opened under. The Parts
     /// index keeps its value.
     void closeAll();
+
+    /// Told how far the opens and loads of all data sources of this catalogue have come, as
+    /// ug::DataSource::setProgress() says; null, as at first, for nobody. Not owned: take it back before it goes. A
+    /// data source that the catalogue lets go of tells nobody any more. This is not the Progress of AppComponent.
+    void setProgress(ug::Progress* progress);
 
 private:
     Models();

@@ -34,8 +34,9 @@ bool openZtfxCase(ug::DataSourceZTFx* source, const Str& filename, ug::Error* er
     return source->openCase(filename, 0, error);
 }
 
-PtrRef<ug::DataSource> openZtfx(const Str& filename, const Str& password, ug::Error* error) {
+PtrRef<ug::DataSource> openZtfx(const Str& filename, const Str& password, ug::Progress* progress, ug::Error* error) {
     PtrRef<ug::DataSourceZTFx> source = new ug::DataSourceZTFx(dataSourceId);
+    source->setProgress(progress);
     source->setPassword(password);
     if (!openZtfxCase(source.get(), filename, error)) {
         return nullptr;
@@ -43,33 +44,36 @@ PtrRef<ug::DataSource> openZtfx(const Str& filename, const Str& password, ug::Er
     return source;
 }
 
-PtrRef<ug::DataSource> openZtf(const Str& filename, ug::Error* error) {
+PtrRef<ug::DataSource> openZtf(const Str& filename, ug::Progress* progress, ug::Error* error) {
     PtrRef<ug::DataSourceZTF> source = new ug::DataSourceZTF(dataSourceId);
+    source->setProgress(progress);
     if (!source->openFile(filename, error)) {
         return nullptr;
     }
     return source;
 }
 
-PtrRef<ug::DataSource> openCae(const std::vector<Str>& filenames, ug::Error* error) {
+PtrRef<ug::DataSource> openCae(const std::vector<Str>& filenames, ug::Progress* progress, ug::Error* error) {
     PtrRef<imp::cae::DataSourceCae> source = new imp::cae::DataSourceCae(dataSourceId);
+    source->setProgress(progress);
     if (!source->openFiles(filenames, error)) {
         return nullptr;
     }
     return source;
 }
 
-PtrRef<ug::DataSource> openDataSource(const std::vector<Str>& filenames, const Str& password, ug::Error* error) {
+PtrRef<ug::DataSource> openDataSource(const std::vector<Str>& filenames, const Str& password, ug::Progress* progress,
+                                      ug::Error* error) {
     const Str& filename = filenames[0];
     switch (ModelsPrivate::fileRoute(filename, imp::cae::DataSourceCae::supportedFormats())) {
     case ModelsPrivate::FileRoute::ZTFX:
-        return openZtfx(filename, password, error);
+        return openZtfx(filename, password, progress, error);
     case ModelsPrivate::FileRoute::ZTF:
-        return openZtf(filename, error);
+        return openZtf(filename, progress, error);
     case ModelsPrivate::FileRoute::CAE:
         break;
     }
-    return openCae(filenames, error);
+    return openCae(filenames, progress, error);
 }
 
 } // namespace
@@ -209,10 +213,20 @@ void ModelsPrivate::close(std::size_t index) {
 }
 
 void ModelsPrivate::closeAll() {
+    for (const PtrRef<ug::DataSource>& source : m_dataSources) {
+        source->setProgress(nullptr);
+    }
     m_models.clear();
     m_dataSources.clear();
     m_openedFiles.clear();
     m_currentIndex = UNDEFINED_SIZE_T;
+}
+
+void ModelsPrivate::setProgress(ug::Progress* progress) {
+    m_progress = progress;
+    for (const PtrRef<ug::DataSource>& source : m_dataSources) {
+        source->setProgress(progress);
+    }
 }
 
 PtrRef<ug::UnstructGridModel> ModelsPrivate::createFromFile(const std::vector<Str>& filenames, const Str& password,
@@ -232,7 +246,7 @@ bool ModelsPrivate::loadFromFile(ug::UnstructGridModel* model, const std::vector
     const Str filename = filenames[0];
     model->modelSpec().clear();
     if (!shareOpenedDataSource(model, filename)) {
-        PtrRef<ug::DataSource> source = openDataSource(filenames, password, error);
+        PtrRef<ug::DataSource> source = openDataSource(filenames, password, m_progress, error);
         if (!source) {
             return false;
         }
@@ -278,6 +292,7 @@ bool ModelsPrivate::isUsedByAnother(const ug::DataSource* source, const ug::Unst
 void ModelsPrivate::dropDataSource(const ug::DataSource* source) {
     for (std::size_t i = 0; i < m_dataSources.size(); ++i) {
         if (m_dataSources[i].get() == source) {
+            m_dataSources[i]->setProgress(nullptr);
             m_dataSources.erase(m_dataSources.begin() + i);
             m_openedFiles.erase(m_openedFiles.begin() + i);
             return;

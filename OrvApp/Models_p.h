@@ -13,7 +13,8 @@
 
 namespace orv::ug {
 class Error;
-}
+class Progress;
+} // namespace orv::ug
 
 namespace orv::app {
 
@@ -38,6 +39,7 @@ public:
     bool reopen(std::size_t index, const Str& filename, ug::Error* error);
     void close(std::size_t index);
     void closeAll();
+    void setProgress(ug::Progress* progress);
 
     /// Who reads a file that is not open yet.
     enum class FileRoute {
@@ -70,6 +72,7 @@ private:
     std::vector<PtrRef<ug::DataSource>> m_dataSources;
     std::vector<Str> m_openedFiles; ///< The names that the data sources were opened under, entry for entry.
     std::size_t m_currentIndex = UNDEFINED_SIZE_T;
+    ug::Progress* m_progress = nullptr; ///< Of the data sources.
 };
 
 } // namespace orv::app

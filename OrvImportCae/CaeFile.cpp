@@ -72,7 +72,16 @@ std::size_t CaeFile::read(std::int64_t offset, char* buffer, std::size_t count) 
             break;
         }
     }
+    if (m_meter && m_tellBegin < m_tellEnd) {
+        m_meter->tell(double(offset + std::int64_t(done) - m_tellBegin) / double(m_tellEnd - m_tellBegin));
+    }
     return done;
+}
+
+void CaeFile::tellProgress(ug::ProgressMeter* meter, std::int64_t begin, std::int64_t end) {
+    m_meter = meter;
+    m_tellBegin = begin;
+    m_tellEnd = end;
 }
 
 bool CaeFile::checkUnchanged(ug::Error* error) const {

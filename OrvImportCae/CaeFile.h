@@ -2,6 +2,7 @@
 
 #include "LibCore/rvfExport.h"
 #include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/ProgressMeter.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -38,6 +39,9 @@ public:
     /// Reads up to `count` bytes. Returns how many there were: fewer at the end of the file or when the disk fails.
     std::size_t read(std::int64_t offset, char* buffer, std::size_t count) const;
 
+    /// From the next read on, tells how far reads have come between two places. `meter` may be null.
+    void tellProgress(ug::ProgressMeter* meter, std::int64_t begin, std::int64_t end);
+
     /// False, with a text, when size or time of the file are no longer those of the opening.
     bool checkUnchanged(ug::Error* error) const;
 
@@ -56,6 +60,9 @@ private:
     int m_descriptor = -1;
     std::string m_name;
     struct stat m_status = {};
+    ug::ProgressMeter* m_meter = nullptr;
+    std::int64_t m_tellBegin = 0;
+    std::int64_t m_tellEnd = 0;
     std::int64_t m_binaryBegin = std::numeric_limits<std::int64_t>::max();
 };
 

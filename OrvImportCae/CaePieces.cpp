@@ -37,6 +37,13 @@ CaePieces::CaePieces(std::vector<CaeOpenFile> files) {
     }
 }
 
+void CaePieces::setProgress(ug::ProgressMeter* progress) {
+    CaeReader::setProgress(progress);
+    for (const Piece& piece : m_pieces) {
+        piece.file.reader->setProgress(progress);
+    }
+}
+
 bool CaePieces::open(const Str&, CaeContents* contents, ug::Error*) {
     const CaeContents& first = m_pieces[0].file.contents;
     contents->title = first.title;
@@ -87,11 +94,14 @@ bool CaePieces::readResult(const ug::ResultInfo& info, int stateId, const ug::Re
                            ug::DataState* state, std::vector<Str>* warnings, ug::Error* error) {
     const std::size_t index = m_statesById.at(stateId);
     ug::DataResult* whole = state->results(state->geometry(0))->findOrAdd(intoInfo);
-    for (const Piece& piece : m_pieces) {
+    for (std::size_t i = 0; i < m_pieces.size(); ++i) {
+        const Piece& piece = m_pieces[i];
         const ug::ResultInfo* own = findResult(piece, info, index);
         if (!own) {
             continue;
         }
+        const double count = double(m_pieces.size());
+        const ug::ProgressMeter::Step step(progress(), double(i) / count, double(i + 1) / count);
         const PtrRef<ug::DataGeometry> geometry = piece.geometry(index);
         ug::DataState ownState(stateId, {geometry});
         if (!piece.file.reader->readResult(*own, piece.stateId(index), intoInfo, &ownState, warnings, error)) {

@@ -18,6 +18,8 @@ public:
     /// @param files open, with the same states
     explicit CaePieces(std::vector<CaeOpenFile> files);
 
+    void setProgress(ug::ProgressMeter* progress) override;
+
     /// The files are open already; tells what they hold together.
     bool open(const Str& filename, CaeContents* contents, ug::Error* error) override;
 

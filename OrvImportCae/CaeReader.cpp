@@ -28,6 +28,14 @@ std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& st
 
 CaeReader::~CaeReader() = default;
 
+void CaeReader::setProgress(ug::ProgressMeter* progress) {
+    m_progress = progress;
+}
+
+ug::ProgressMeter* CaeReader::progress() const {
+    return m_progress;
+}
+
 void CaeReader::beginLoad(const std::vector<ug::ResultInfo>&, int) {}
 
 void CaeReader::endLoad() {}

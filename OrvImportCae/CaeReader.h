@@ -8,6 +8,7 @@
 #include "OrvUnstructGrid/DataState.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/PartInfo.h"
+#include "OrvUnstructGrid/ProgressMeter.h"
 #include "OrvUnstructGrid/ResultInfo.h"
 #include "OrvUnstructGrid/StateGroupInfo.h"
 #include "OrvUnstructGrid/StateInfo.h"
@@ -48,6 +49,10 @@ public:
     CaeReader(const CaeReader&) = delete;
     CaeReader& operator=(const CaeReader&) = delete;
 
+    /// Tells this how far reads have come, if need be within the step that goes on. Lives longer than the reader; null,
+    /// as at first, for nobody.
+    virtual void setProgress(ug::ProgressMeter* progress);
+
     /// Reads structure and directory, no values. Once per object.
     virtual bool open(const Str& filename, CaeContents* contents, ug::Error* error) = 0;
 
@@ -73,6 +78,12 @@ public:
     /// Reads single values of a scalar as DataSourceLazy::readScalars() does. This form answers that it cannot.
     virtual bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
                              std::span<double> values);
+
+protected:
+    ug::ProgressMeter* progress() const;
+
+private:
+    ug::ProgressMeter* m_progress = nullptr;
 };
 
 } // namespace orv::imp::cae

@@ -60,6 +60,7 @@ bool DataSourceCae::openFiles(const std::vector<Str>& filenames, ug::Error* erro
         return ug::fail(error, Str("cannot open \"") + filenames[0] + "\": this data source holds \"" +
                                    directory()->simulationInfo().filename() + "\" already");
     }
+    ug::ProgressMeter::Work work(progressMeter());
     std::vector<CaeOpenFile> files;
     if (!openTogether(filenames, &files, error)) {
         return false;
@@ -67,6 +68,7 @@ bool DataSourceCae::openFiles(const std::vector<Str>& filenames, ug::Error* erro
     for (CaeOpenFile& file : files) {
         install(std::move(file));
     }
+    work.finish();
     return true;
 }
 
@@ -78,6 +80,7 @@ bool DataSourceCae::openSecondaryFile(const Str& filename, ug::Error* error) {
     if (m_files.empty()) {
         return ug::fail(error, Str("cannot add \"") + filename + "\": no file is open that it could be added to");
     }
+    ug::ProgressMeter::Work work(progressMeter());
     CaeOpenFile file;
     if (!openFile(filename, &file, error) || !file.contents.geometry->read(error)) {
         return false;
@@ -91,6 +94,7 @@ bool DataSourceCae::openSecondaryFile(const Str& filename, ug::Error* error) {
                                    "\": its mesh is another one, as " + file.meshDifference);
     }
     install(std::move(file));
+    work.finish();
     return true;
 }
 
@@ -149,15 +153,20 @@ bool DataSourceCae::openFile(const Str& filename, CaeOpenFile* file, ug::Error* 
     }
     file->name = filename;
     file->reader = createCaeReader(*entry, filename, error);
-    return file->reader && file->reader->open(filename, &file->contents, error);
+    if (!file->reader) {
+        return false;
+    }
+    file->reader->setProgress(progressMeter());
+    return file->reader->open(filename, &file->contents, error);
 }
 
 // One entry for each step, or a single one for all pieces.
-bool DataSourceCae::openTogether(const std::vector<Str>& filenames, std::vector<CaeOpenFile>* files,
-                                 ug::Error* error) const {
+bool DataSourceCae::openTogether(const std::vector<Str>& filenames, std::vector<CaeOpenFile>* files, ug::Error* error) {
     files->resize(filenames.size());
     for (std::size_t i = 0; i < filenames.size(); ++i) {
         CaeOpenFile& file = (*files)[i];
+        const double count = double(filenames.size());
+        const ug::ProgressMeter::Step step(progressMeter(), double(i) / count, double(i + 1) / count);
         if (!openFile(filenames[i], &file, error) || (filenames.size() > 1 && !file.contents.geometry->read(error))) {
             return false;
         }
@@ -174,6 +183,7 @@ bool DataSourceCae::openTogether(const std::vector<Str>& filenames, std::vector<
     }
     if (relation == FileRelation::PIECES && files->size() > 1) {
         CaeOpenFile whole{filenames[0], std::make_unique<CaePieces>(std::move(*files)), {}, {}};
+        whole.reader->setProgress(progressMeter());
         whole.reader->open(whole.name, &whole.contents, error);
         files->clear();
         files->push_back(std::move(whole));

@@ -88,8 +88,8 @@ private:
         int stateId; ///< In that file.
     };
 
-    static bool openFile(const Str& filename, CaeOpenFile* file, ug::Error* error);
-    bool openTogether(const std::vector<Str>& filenames, std::vector<CaeOpenFile>* files, ug::Error* error) const;
+    bool openFile(const Str& filename, CaeOpenFile* file, ug::Error* error);
+    bool openTogether(const std::vector<Str>& filenames, std::vector<CaeOpenFile>* files, ug::Error* error);
     void install(CaeOpenFile file);
     std::vector<ug::ResultInfo> addResults(const std::vector<ug::ResultInfo>& infos, File* file);
     ug::ResultInfo findOrName(const ug::ResultInfo& info, const Str& filename);

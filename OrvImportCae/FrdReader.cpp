@@ -2,6 +2,7 @@
 
 #include "OrvUnstructGrid/DataResultGroup.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orv::imp::cae {
@@ -41,7 +42,7 @@ void FrdReader::adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) {
 
 bool FrdReader::readStructure(CaeContents* contents, ug::Error* error) {
     std::vector<std::string> warnings;
-    if (!readFrdIndex(m_file, &m_index, error) || !readFrdMesh(m_file, m_index, &m_mesh, &warnings, error)) {
+    if (!readIndex(error) || !readMesh(&warnings, error)) {
         return false;
     }
     m_results = makeFrdResults(m_file, m_index, &warnings);
@@ -51,6 +52,19 @@ bool FrdReader::readStructure(CaeContents* contents, ug::Error* error) {
     warnings.insert(warnings.end(), m_index.warnings.begin(), m_index.warnings.end());
     describe(warnings, contents);
     return true;
+}
+
+// A few reads for each block, against all of the mesh.
+bool FrdReader::readIndex(ug::Error* error) {
+    const ug::ProgressMeter::Step step(progress(), 0.0, 0.1);
+    m_file.tellProgress(progress(), 0, m_file.size());
+    return readFrdIndex(m_file, &m_index, error);
+}
+
+bool FrdReader::readMesh(std::vector<std::string>* warnings, ug::Error* error) {
+    const ug::ProgressMeter::Step step(progress(), 0.1, 1.0);
+    m_file.tellProgress(progress(), m_index.nodes.begin, std::max(m_index.nodes.end, m_index.elements.end));
+    return readFrdMesh(m_file, m_index, &m_mesh, warnings, error);
 }
 
 void FrdReader::describe(const std::vector<std::string>& warnings, CaeContents* contents) const {
@@ -84,6 +98,7 @@ bool FrdReader::readResult(const ug::ResultInfo& info, int stateId, const ug::Re
     const std::vector<double*> parts = allocate(*m_mesh.geometry, result);
     const std::size_t storedCount = m_index.layouts[source.block->layout].components.size();
     FrdLeftOut leftOut;
+    m_file.tellProgress(progress(), source.block->rows.begin, source.block->rows.end);
     if (!readFrdValues(m_file, source.block->rows, storedCount, source.columns->columns, m_mesh, parts, &leftOut,
                        error)) {
         return false;

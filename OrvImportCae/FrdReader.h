@@ -42,6 +42,8 @@ public:
 
 private:
     bool readStructure(CaeContents* contents, ug::Error* error);
+    bool readIndex(ug::Error* error);
+    bool readMesh(std::vector<std::string>* warnings, ug::Error* error);
     FrdSource findSource(int stateId, const ug::ResultInfo& info) const;
     void tellLeftOut(const FrdResultBlock& block, const FrdLeftOut& leftOut, std::vector<Str>* warnings);
     void describe(const std::vector<std::string>& warnings, CaeContents* contents) const;

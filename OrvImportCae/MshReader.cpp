@@ -46,6 +46,7 @@ void MshReader::adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) {
 }
 
 bool MshReader::readStructure(CaeContents* contents, ug::Error* error) {
+    m_file.tellProgress(progress(), 0, m_file.size());
     if (!readMshSections(&m_file, &m_sections, error)) {
         return false;
     }
@@ -85,7 +86,11 @@ bool MshReader::readResult(const ug::ResultInfo& info, int stateId, const ug::Re
     }
     ug::DataResult* result = state->results(m_mesh.geometry.get())->findOrAdd(intoInfo);
     const std::vector<double*> parts = allocate(*m_mesh.geometry, result);
-    for (const std::size_t section : *sections) {
+    for (std::size_t i = 0; i < sections->size(); ++i) {
+        const std::size_t section = (*sections)[i];
+        const double count = double(sections->size());
+        const ug::ProgressMeter::Step step(progress(), double(i) / count, double(i + 1) / count);
+        m_file.tellProgress(progress(), m_sections.data[section].begin, endOfValues(section));
         MshLeftOut leftOut;
         if (!readMshValues(m_file, m_sections.isBinary, m_sections.data[section], m_mesh, info.type(), parts, &leftOut,
                            error)) {
@@ -106,6 +111,11 @@ const std::vector<std::size_t>* MshReader::findSections(int stateId, const ug::R
     const auto& sections = m_results.states[stateIndex].sections;
     const auto found = sections.find(std::size_t(info.id()) - 1);
     return found == sections.end() ? nullptr : &found->second;
+}
+
+// Where the next section of values begins, or else the file ends: near enough for a bar.
+std::int64_t MshReader::endOfValues(std::size_t section) const {
+    return section + 1 < m_sections.data.size() ? m_sections.data[section + 1].header : m_file.size();
 }
 
 void MshReader::tellLeftOut(std::size_t section, const MshLeftOut& leftOut, std::vector<Str>* warnings) {

@@ -8,6 +8,7 @@
 #include "OrvImportCae/MshSections.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -31,6 +32,7 @@ public:
 private:
     bool readStructure(CaeContents* contents, ug::Error* error);
     const std::vector<std::size_t>* findSections(int stateId, const ug::ResultInfo& info) const;
+    std::int64_t endOfValues(std::size_t section) const;
     void tellLeftOut(std::size_t section, const MshLeftOut& leftOut, std::vector<Str>* warnings);
     void describe(const std::vector<std::string>& warnings, CaeContents* contents) const;
 

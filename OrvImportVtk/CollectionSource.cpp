@@ -43,6 +43,13 @@ std::unique_ptr<VtkSource> makeMember(const std::string& filename, int depth) {
 
 CollectionSource::CollectionSource(int depth) : m_depth(depth) {}
 
+void CollectionSource::setProgress(ug::ProgressMeter* progress) {
+    VtkSource::setProgress(progress);
+    for (const Member& member : m_members) {
+        member.source->setProgress(progress);
+    }
+}
+
 bool CollectionSource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
     if (m_depth > DEEPEST) {
         return ug::fail(error, "is within too many collections");
@@ -88,10 +95,15 @@ bool CollectionSource::open(const std::string& filename, VtkContents* contents, 
 vtkSmartPointer<vtkDataObject> CollectionSource::read(std::size_t step, std::span<const std::size_t> arrays,
                                                       ug::Error* error) {
     vtkNew<vtkMultiBlockDataSet> output;
+    const double count =
+        double(std::ranges::count_if(m_members, [step](const Member& member) { return member.step == step; }));
+    double done = 0.0;
     for (Member& member : m_members) {
         if (member.step != step) {
             continue;
         }
+        const ug::ProgressMeter::Step stepOfRead(progress(), done / count, (done + 1.0) / count);
+        ++done;
         std::vector<std::size_t> wanted;
         for (std::size_t i = 0; i < member.arrays.size(); ++i) {
             if (std::find(arrays.begin(), arrays.end(), member.arrays[i]) != arrays.end()) {
@@ -158,6 +170,7 @@ void CollectionSource::listBlocks(const pugi::xml_node& node, const std::string&
 bool CollectionSource::openMember(Member* member, VtkNames* names, VtkContents* contents, ug::Error* error) {
     const std::string filename = member->filename.starts_with('/') ? member->filename : m_folder + member->filename;
     member->source = makeMember(filename, m_depth);
+    member->source->setProgress(progress());
     VtkContents read;
     ug::Error reason;
     if (!member->source->open(filename, &read, &reason)) {

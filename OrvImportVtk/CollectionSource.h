@@ -18,6 +18,7 @@ public:
     /// @param depth how many collections this one is within
     explicit CollectionSource(int depth = 0);
 
+    void setProgress(ug::ProgressMeter* progress) override;
     bool open(const std::string& filename, VtkContents* contents, ug::Error* error) override;
     vtkSmartPointer<vtkDataObject> read(std::size_t step, std::span<const std::size_t> arrays,
                                         ug::Error* error) override;

@@ -12,6 +12,7 @@ bool LegacySource::open(const std::string& filename, VtkContents* contents, ug::
         return false;
     }
     m_reader = vtkSmartPointer<vtkDataSetReader>::New();
+    watch(m_reader);
     m_reader->SetFileName(filename.c_str());
     m_reader->ReadAllScalarsOn();
     m_reader->ReadAllVectorsOn();

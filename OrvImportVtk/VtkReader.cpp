@@ -83,6 +83,11 @@ void VtkReader::letGo() {
     m_source.reset();
 }
 
+void VtkReader::setProgress(ug::ProgressMeter* progress) {
+    CaeReader::setProgress(progress);
+    m_source->setProgress(progress);
+}
+
 bool VtkReader::open(const Str& filename, CaeContents* contents, ug::Error* error) {
     m_filename = filename.toStdString();
     vtk::detail::smp::vtkSMPToolsAPI::GetInstance().SetBackend("Sequential");

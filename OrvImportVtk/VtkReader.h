@@ -20,6 +20,7 @@ public:
     explicit VtkReader(std::unique_ptr<VtkSource> source);
     ~VtkReader() override;
 
+    void setProgress(ug::ProgressMeter* progress) override;
     bool open(const Str& filename, CaeContents* contents, ug::Error* error) override;
     void adoptGeometry(const PtrRef<ug::DataGeometry>& geometry) override;
     void beginLoad(const std::vector<ug::ResultInfo>& infos, int stateId) override;

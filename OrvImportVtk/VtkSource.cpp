@@ -12,10 +12,13 @@
 #include "OrvImportVtk/XmlSource.h"
 
 #include <vtkAbstractArray.h>
+#include <vtkAlgorithm.h>
+#include <vtkCallbackCommand.h>
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
 #include <vtkDataObject.h>
 #include <vtkDataSet.h>
+#include <vtkNew.h>
 #include <vtkPointData.h>
 
 #include <algorithm>
@@ -68,6 +71,26 @@ void listArrays(vtkDataSetAttributes* attributes, ug::ResultMapping mapping, std
 } // namespace
 
 VtkSource::~VtkSource() = default;
+
+void VtkSource::setProgress(ug::ProgressMeter* progress) {
+    m_progress = progress;
+}
+
+// The observer goes with the algorithm, which is the source's own.
+void VtkSource::watch(vtkAlgorithm* algorithm) {
+    vtkNew<vtkCallbackCommand> command;
+    command->SetClientData(this);
+    command->SetCallback([](vtkObject* caller, unsigned long, void* source, void*) {
+        if (ug::ProgressMeter* meter = static_cast<VtkSource*>(source)->m_progress) {
+            meter->tell(static_cast<vtkAlgorithm*>(caller)->GetProgress());
+        }
+    });
+    algorithm->AddObserver(vtkCommand::ProgressEvent, command);
+}
+
+ug::ProgressMeter* VtkSource::progress() const {
+    return m_progress;
+}
 
 std::unique_ptr<VtkSource> createVtkSource(const std::string& formatName) {
     for (const Format& format : FORMATS) {

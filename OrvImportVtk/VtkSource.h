@@ -2,6 +2,7 @@
 
 #include "OrvImportVtk/VtkFields.h"
 #include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/ProgressMeter.h"
 #include "OrvUnstructGrid/StateInfo.h"
 
 #include <cstddef>
@@ -13,6 +14,7 @@
 
 #include <vtkSmartPointer.h>
 
+class vtkAlgorithm;
 class vtkDataObject;
 
 namespace orv::imp::cae {
@@ -36,6 +38,9 @@ public:
     VtkSource(const VtkSource&) = delete;
     VtkSource& operator=(const VtkSource&) = delete;
 
+    /// Tells this how far reads have come. Lives longer than the source; null, as at first, for nobody.
+    virtual void setProgress(ug::ProgressMeter* progress);
+
     /// Once per object. Reads no meshes and no arrays where the format allows that.
     virtual bool open(const std::string& filename, VtkContents* contents, ug::Error* error) = 0;
 
@@ -46,6 +51,14 @@ public:
 
     /// Gives back the memory of what read() returned last; it is empty from then on.
     virtual void release() = 0;
+
+protected:
+    /// Passes on what an algorithm of the source's own tells.
+    void watch(vtkAlgorithm* algorithm);
+    ug::ProgressMeter* progress() const;
+
+private:
+    ug::ProgressMeter* m_progress = nullptr;
 };
 
 /// A source for a file of the format of that CaeReaderEntry::name; null when there is none.

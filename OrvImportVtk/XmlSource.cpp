@@ -164,6 +164,7 @@ bool XmlSource::open(const std::string& filename, VtkContents* contents, ug::Err
     if (!m_reader) {
         return ug::fail(error, "is no VTK XML file by its name");
     }
+    watch(m_reader);
     m_reader->SetFileName(filename.c_str());
     if (!updateVtk([this] { m_reader->UpdateInformation(); }, error)) {
         return false;

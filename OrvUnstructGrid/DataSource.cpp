@@ -49,6 +49,14 @@ void DataSource::dropResult(const ResultInfo& info) {
     }
 }
 
+void DataSource::setProgress(Progress* progress) {
+    m_progressMeter.setProgress(progress);
+}
+
+ProgressMeter* DataSource::progressMeter() {
+    return &m_progressMeter;
+}
+
 void DataSource::attachModel(const UnstructGridModel* model) {
     m_models.push_back(model);
 }

@@ -6,6 +6,7 @@
 #include "OrvUnstructGrid/DataGeometry.h"
 #include "OrvUnstructGrid/DataSourceDirectory.h"
 #include "OrvUnstructGrid/DataState.h"
+#include "OrvUnstructGrid/ProgressMeter.h"
 
 #include <cstddef>
 #include <memory>
@@ -44,6 +45,13 @@ public:
     /// Deletes the values of a result in every state.
     virtual void dropResult(const ResultInfo& info);
 
+    /// Told, from the next percent on, how far each open and each load has come: percents that rise, and 100 when it is
+    /// done. Null, as at first, for nobody. Not owned: take it back before it goes. A load that has nothing to read
+    /// tells so too, and work within other work is a part of that.
+    void setProgress(Progress* progress);
+    /// What tells it, for those who do the work.
+    ProgressMeter* progressMeter();
+
     /// @name Kept by UnstructGridModel::setDataSource(), so that the source knows which states are current
     /// @{
     void attachModel(const UnstructGridModel* model);
@@ -61,6 +69,7 @@ protected:
 private:
     int m_id;
     DataSourceDirectory m_directory;
+    ProgressMeter m_progressMeter;
     std::vector<std::unique_ptr<DataState>> m_states;
     std::vector<const UnstructGridModel*> m_models;
 };

@@ -68,10 +68,12 @@ bool DataSourceLazy::loadDataState(int stateId, const DataStateSpec& spec, Error
     if (!loaded) {
         return fail(error, unknownStateText(*directory(), stateId));
     }
+    ProgressMeter::Work work(progressMeter());
     std::vector<ResultInfo> order;
     if (!planLoad(spec, *loaded, &order, error) || !readAndCarryOut(order, loaded, error)) {
         return false;
     }
+    work.finish();
     noteUse(*loaded);
     dropBeyondBudget(stateId);
     return true;
@@ -194,15 +196,24 @@ bool DataSourceLazy::readAndCarryOut(const std::vector<ResultInfo>& order, DataS
     std::copy_if(order.begin(), order.end(), std::back_inserter(ofFile),
                  [](const ResultInfo& info) { return !info.isCustom(); });
     beginLoad(ofFile, *state);
-    const bool isDone = state->readGeometries(error) && carryOut(order, state, error);
+    const bool isDone = readGeometries(order.size(), state, error) && carryOut(order, state, error);
     endLoad(*state);
     return isDone;
+}
+
+// The meshes count as one result.
+bool DataSourceLazy::readGeometries(std::size_t resultCount, DataState* state, Error* error) {
+    const ProgressMeter::Step step(progressMeter(), 0.0, 1.0 / double(resultCount + 1));
+    return state->readGeometries(error);
 }
 
 bool DataSourceLazy::carryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error) {
     Intermediates intermediates(order, [this](const ResultInfo& info) { return isKnown(info); });
     std::vector<ResultInfo> brought;
-    for (const ResultInfo& info : order) {
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const ResultInfo& info = order[i];
+        const double stepCount = double(order.size() + 1);
+        const ProgressMeter::Step step(progressMeter(), double(i + 1) / stepCount, double(i + 2) / stepCount);
         // A file's result under two names is planned twice.
         if (state->hasLoaded(info)) {
             continue;

@@ -83,6 +83,7 @@ private:
     bool planLoad(const DataStateSpec& spec, const DataState& state, std::vector<ResultInfo>* order,
                   Error* error) const;
     bool readAndCarryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error);
+    bool readGeometries(std::size_t resultCount, DataState* state, Error* error);
     bool carryOut(const std::vector<ResultInfo>& order, DataState* state, Error* error);
     bool loadOne(const ResultInfo& info, DataState* state, Error* error);
     bool isKnown(const ResultInfo& info) const;

@@ -74,6 +74,7 @@
 #include "OrvUnstructGrid/ModelSpec.h"
 #include "OrvUnstructGrid/PartInfo.h"
 #include "OrvUnstructGrid/Progress.h"
+#include "OrvUnstructGrid/ProgressMeter.h"
 #include "OrvUnstructGrid/ResultInfo.h"
 #include "OrvUnstructGrid/ResultsQuery.h"
 #include "OrvUnstructGrid/ResultsQueryItem.h"

@@ -112,11 +112,7 @@ bool UnstructGridModel::rayIntersect(const Ray& ray, HitItem* hit) const {
 
 bool UnstructGridModel::updateShapes(Str* reason) {
     Error error;
-    bool isDone = updateScene(&error);
-    if (isDone) {
-        DataState* state = m_dataSource->currentState(this);
-        isDone = m_shapes->updateScalars({m_dataSource.get(), state, m_modelSpec, m_cuttingPlanes}, &error);
-    }
+    const bool isDone = updateScene(&error) && updateScalars(&error);
     if (!isDone && reason) {
         *reason = error.message();
     }
@@ -137,13 +133,31 @@ Str UnstructGridModel::scalarTitle() const {
 
 bool UnstructGridModel::refresh(Error* error, Progress* progress, unsigned int) {
     m_shapes->forgetDisplacements();
-    if (!findCurrentState(error)) {
-        return false;
+    return findCurrentState(error) && (!progress || loadShown(progress, error));
+}
+
+bool UnstructGridModel::updateScalars(Error* error) {
+    DataState* state = m_dataSource->currentState(this);
+    return m_shapes->updateScalars({m_dataSource.get(), state, m_modelSpec, m_cuttingPlanes}, error);
+}
+
+// Meshes and displacements first, then scalars.
+bool UnstructGridModel::loadShown(Progress* progress, Error* error) {
+    ProgressMeter* meter = m_dataSource->progressMeter();
+    Progress* usual = meter->progress();
+    meter->setProgress(progress);
+    ProgressMeter::Work work(meter);
+    const auto load = [&](double from, double to, auto update) {
+        const ProgressMeter::Step step(meter, from, to);
+        return update();
+    };
+    const bool isDone =
+        load(0.0, 0.5, [&] { return updateScene(error); }) && load(0.5, 1.0, [&] { return updateScalars(error); });
+    if (isDone) {
+        work.finish();
     }
-    if (progress) {
-        progress->setPercent(100);
-    }
-    return true;
+    meter->setProgress(usual);
+    return isDone;
 }
 
 } // namespace orv::ug

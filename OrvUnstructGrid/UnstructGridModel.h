@@ -93,13 +93,17 @@ public:
     /// The name of the scalar of the first shape that shows one.
     Str scalarTitle() const override;
 
-    /// Brings the model up to date after a change of its spec. Values are loaded when somebody asks for them, so all
-    /// that is to be done here is to see whether the state exists, and to forget where displacements have led: call it
-    /// when the values of the displacement that is shown have been written anew.
-    /// @param error told when it does not; may be null
-    /// @param progress told how far it is; may be null
+    /// Brings the model up to date after a change of its spec. Values are loaded when somebody asks for them, so
+    /// without a Progress all that is to be done here is to see whether the state exists, and to forget where
+    /// displacements have led: call it when the values of the displacement that is shown have been written anew.
+    ///
+    /// With a Progress what is to be shown is loaded now, as updateShapes() does, and the Progress, not that of the
+    /// data source, is told how far the reads have come.
+    /// @param error told when it fails; may be null
+    /// @param progress told percents that rise, and 100 on success; may be null
     /// @param options 0; there are none yet
-    /// @return false when there is no data source or it has no such state
+    /// @return false when there is no data source or it has no such state; with a Progress also when something that is
+    ///         to be shown cannot be loaded
     virtual bool refresh(Error* error, Progress* progress, unsigned int options);
 
 private:
@@ -109,6 +113,8 @@ private:
     ModelShapes* currentShapes() const;
     DataState* findCurrentState(Error* error) const;
     bool updateScene(Error* error) const;
+    bool updateScalars(Error* error);
+    bool loadShown(Progress* progress, Error* error);
 
     PtrRef<DataSource> m_dataSource;
     ModelSpec m_modelSpec;

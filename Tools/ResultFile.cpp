@@ -3,6 +3,7 @@
 #include "OrvImportCae/DataSourceCae.h"
 #include "Tools/CommandError.h"
 #include "Tools/Output.h"
+#include "Tools/ProgressBar.h"
 #include "Tools/QuietLog.h"
 
 #include <algorithm>
@@ -10,6 +11,28 @@
 namespace orvapp {
 
 namespace {
+
+/// Has the catalogue's opens shown on a terminal.
+class ShownOpening {
+public:
+    explicit ShownOpening(const std::string& label) : m_bar(label) {
+        orv::app::Models::instance()->setProgress(&m_bar);
+    }
+
+    ~ShownOpening() {
+        orv::app::Models::instance()->setProgress(nullptr);
+    }
+
+    ShownOpening(const ShownOpening&) = delete;
+    ShownOpening& operator=(const ShownOpening&) = delete;
+
+    orv::ug::Progress* progress() {
+        return &m_bar;
+    }
+
+private:
+    BarProgress m_bar;
+};
 
 // By the extension, as an open finds its reader.
 orv::Str extensionOf(const std::string& path) {
@@ -22,10 +45,13 @@ bool mayHaveCases(const std::string& path) {
 
 // The catalogue leaves it to the files what they are to each other.
 orv::ug::UnstructGridModel* openAs(orv::imp::cae::FileRelation relation, const std::vector<orv::Str>& names,
-                                   orv::ug::Error* error) {
+                                   orv::ug::Progress* progress, orv::ug::Error* error) {
     const orv::PtrRef<orv::imp::cae::DataSourceCae> source(new orv::imp::cae::DataSourceCae(1));
     source->setFileRelation(relation);
-    if (!source->openFiles(names, error) || source->stateCount() == 0) {
+    source->setProgress(progress);
+    const bool isOpen = source->openFiles(names, error);
+    source->setProgress(nullptr);
+    if (!isOpen || source->stateCount() == 0) {
         return nullptr;
     }
     const orv::PtrRef<orv::ug::UnstructGridModel> model(new orv::ug::UnstructGridModel);
@@ -38,6 +64,7 @@ orv::ug::UnstructGridModel* openAs(orv::imp::cae::FileRelation relation, const s
 
 orv::ug::UnstructGridModel* openModel(const InputFiles& files, const std::string& password) {
     const QuietLog quiet;
+    ShownOpening shown("Reading " + files.first);
     orv::ug::Error error;
     std::vector<orv::Str> names = {files.first};
     names.insert(names.end(), files.further.begin(), files.further.end());
@@ -48,7 +75,7 @@ orv::ug::UnstructGridModel* openModel(const InputFiles& files, const std::string
     }
     const bool isTold = files.relation != orv::imp::cae::FileRelation::FROM_CONTENTS;
     orv::ug::UnstructGridModel* model = names.size() > 1 && isTold
-                                            ? openAs(files.relation, names, &error)
+                                            ? openAs(files.relation, names, shown.progress(), &error)
                                             : orv::app::Models::instance()->open(names, password, &error);
     if (!model) {
         throw CommandError(error.isEmpty()

@@ -1,8 +1,12 @@
 #include "OrvApp/Models.h"
 
 #include "OrvApp/Models_p.h"
+#include "OrvUnstructGrid/DataSourceInterface.h"
+#include "OrvUnstructGrid/DataStateSpec.h"
 #include "OrvUnstructGrid/Error.h"
 #include "Tests/OrvApp/CatalogueTest.h"
+#include "Tests/Support/RecordingProgress.h"
+#include "Tests/Support/TestPaths.h"
 
 using namespace orv;
 using orv::app::Models;
@@ -290,6 +294,31 @@ TEST_F(ModelsTest, PrivateSetReplacesOneEntryAndNothingElse) {
     EXPECT_EQ(b->refCount(), 2);
     EXPECT_EQ(asserts.takeUntil(1, [&] { list.set(2, b.get()); }),
               (std::vector<FailedAssert>{failed(inside, "index < count()")}));
+}
+
+TEST_F(ModelsTest, OpensAndLoadsOfItsSourcesAreTold) {
+    const std::string file = orvtest::testDataFolder() + "/frd/heat.frd";
+    orvtest::RecordingProgress progress;
+    models->setProgress(&progress);
+    ug::UnstructGridModel* model = models->open(file, nullptr);
+    ASSERT_NE(model, nullptr);
+    EXPECT_TRUE(orvtest::isRising(progress.percents));
+    EXPECT_EQ(progress.take().back(), 100);
+    const PtrRef<ug::DataSource> source(model->dataSource());
+    const auto load = [&](int stateId) {
+        ug::DataStateSpec spec;
+        spec.setResultIds({source->directory()->scalarResultInfos()[0]});
+        EXPECT_TRUE(dynamic_cast<ug::DataSourceInterface&>(*source).loadDataState(stateId, spec, nullptr));
+        return progress.take();
+    };
+    EXPECT_EQ(load(1).back(), 100);
+    models->setProgress(nullptr);
+    EXPECT_TRUE(load(2).empty());
+    models->setProgress(&progress);
+    EXPECT_FALSE(load(3).empty());
+    models->closeAll();
+    EXPECT_TRUE(load(4).empty());
+    models->setProgress(nullptr);
 }
 
 } // namespace
