@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <span>
 #include <string>
@@ -234,6 +235,22 @@ bool startsWithSymmetricTensors(const CaeFile& file, bool isBinary, const MshDat
 bool readMshValues(const CaeFile& file, bool isBinary, const MshDataSection& section, const MshParts& mesh,
                    ug::ResultType type, const std::vector<double*>& parts, MshLeftOut* leftOut, ug::Error* error) {
     return ValueReader(file, isBinary, section, error).readValues(mesh, type, parts, leftOut);
+}
+
+bool readMshValueOfRow(const CaeFile& file, bool isBinary, const MshDataSection& section, std::size_t row, int tag,
+                       double* value) {
+    constexpr std::size_t ROW_SIZE = sizeof(std::int32_t) + sizeof(double);
+    if (!isBinary || section.componentCount != 1) {
+        return false;
+    }
+    std::array<char, ROW_SIZE> bytes;
+    std::int32_t tagThere = 0;
+    if (file.read(section.begin + std::int64_t(row * ROW_SIZE), bytes.data(), ROW_SIZE) != ROW_SIZE) {
+        return false;
+    }
+    std::memcpy(&tagThere, bytes.data(), sizeof tagThere);
+    std::memcpy(value, bytes.data() + sizeof tagThere, sizeof *value);
+    return tagThere == tag;
 }
 
 } // namespace orv::imp::cae

@@ -34,4 +34,10 @@ bool startsWithSymmetricTensors(const CaeFile& file, bool isBinary, const MshDat
 bool readMshValues(const CaeFile& file, bool isBinary, const MshDataSection& section, const MshParts& mesh,
                    ug::ResultType type, const std::vector<double*>& parts, MshLeftOut* leftOut, ug::Error* error);
 
+/// The value of one row of a section of one number per item, without the others.
+/// @param tag what the row has to be of
+/// @return false when rows have no fixed size, as in text files, or the row is of another item
+bool readMshValueOfRow(const CaeFile& file, bool isBinary, const MshDataSection& section, std::size_t row, int tag,
+                       double* value);
+
 } // namespace orv::imp::cae

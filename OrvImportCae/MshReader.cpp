@@ -113,6 +113,30 @@ const std::vector<std::size_t>* MshReader::findSections(int stateId, const ug::R
     return found == sections.end() ? nullptr : &found->second;
 }
 
+bool MshReader::readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                            std::span<double> values) {
+    const std::vector<std::size_t>* sections = findSections(stateId, info);
+    if (!sections || sections->size() != 1 || !m_file.checkUnchanged(nullptr)) {
+        return false;
+    }
+    const MshDataSection& section = m_sections.data[sections->front()];
+    const bool isPerNode = section.mapping == ug::PER_NODE;
+    const CaeIds& ids = isPerNode ? m_mesh.nodeIds : m_mesh.elementIds;
+    if (section.mapping == ug::PER_ELEMENT_NODE || section.itemCount != std::int64_t(ids.ids().size())) {
+        return false;
+    }
+    const ug::DataPart* part = m_mesh.geometry->part(place.partIndex);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::size_t item = place.firstItem + i;
+        const int id = isPerNode ? part->nodes()->nodeId(item) : part->elements()->elementId(item);
+        const std::uint32_t row = ids.find(id, std::uint32_t(item));
+        if (row == CaeIds::NONE || !readMshValueOfRow(m_file, m_sections.isBinary, section, row, id, &values[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
 // Where the next section of values begins, or else the file ends: near enough for a bar.
 std::int64_t MshReader::endOfValues(std::size_t section) const {
     return section + 1 < m_sections.data.size() ? m_sections.data[section + 1].header : m_file.size();

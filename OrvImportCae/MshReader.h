@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace orv::imp::cae {
@@ -28,6 +29,11 @@ public:
     /// Fails too when the file has changed since it was opened.
     bool readResult(const ug::ResultInfo& info, int stateId, const ug::ResultInfo& intoInfo, ug::DataState* state,
                     std::vector<Str>* warnings, ug::Error* error) override;
+
+    /// Reads the rows of the items and nothing else, in binary files, when there is one section with a row for each
+    /// node or element of the file, in the order of their numbers.
+    bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                     std::span<double> values) override;
 
 private:
     bool readStructure(CaeContents* contents, ug::Error* error);

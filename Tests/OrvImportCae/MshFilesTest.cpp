@@ -215,4 +215,42 @@ TEST(MshFiles, StepsOfAViewAreStates) {
     }
 }
 
+/// Compares each value that is had alone with that of a load. Returns how many were had without one.
+std::size_t compareSingleValues(const std::string& file) {
+    orvtest::MshOpened one(file);
+    orvtest::MshOpened all(file);
+    std::size_t count = 0;
+    for (const ug::ResultInfo& info : one.source->directory()->scalarResultInfos()) {
+        for (std::size_t s = 0; s < one.source->stateCount(); ++s) {
+            const int id = one.source->state(s)->id();
+            if (!one.source->directory()->hasResult(id, info)) {
+                continue;
+            }
+            for (std::size_t part = 0; part < one.geometry()->partCount(); ++part) {
+                const std::vector<double> expected = all.load(ug::SCALAR, info.name().toStdString(), id, part);
+                for (std::size_t i = 0; i < expected.size(); ++i) {
+                    double value = 0;
+                    EXPECT_TRUE(one.source->copyScalars(id, info, {0, part, i}, {&value, 1}, nullptr));
+                    EXPECT_EQ(value, expected[i]) << file << " part " << part << " item " << i;
+                    count += one.source->state(s)->resultByteCount() == 0;
+                    one.source->dropResult(info);
+                }
+            }
+        }
+    }
+    return count;
+}
+
+TEST(MshFiles, SingleValuesOfBinaryFilesAreReadAlone) {
+    std::size_t count = 0;
+    for (const char* name : {"data22bin.msh", "data41bin.msh", "steps41bin.msh", "viewbin.msh", "view41bin.msh"}) {
+        count += compareSingleValues(orvtest::testDataFolder() + "/msh/" + name);
+    }
+    EXPECT_GT(count, 100u);
+}
+
+TEST(MshFiles, SingleValuesOfTextFilesComeWithTheOthers) {
+    EXPECT_EQ(compareSingleValues(orvtest::testDataFolder() + "/msh/data41.msh"), 0u);
+}
+
 } // namespace

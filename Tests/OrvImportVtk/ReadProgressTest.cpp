@@ -14,7 +14,8 @@ Percents toldOfALoad(const std::string& name) {
     orvtest::RecordingProgress progress;
     source->setProgress(&progress);
     ug::Error error;
-    EXPECT_TRUE(orvtest::load(source.get(), 1, {source->directory()->scalarResultInfos()[0]}, &error)) << error.message();
+    EXPECT_TRUE(orvtest::load(source.get(), 1, {source->directory()->scalarResultInfos()[0]}, &error))
+        << error.message();
     return progress.take();
 }
 
