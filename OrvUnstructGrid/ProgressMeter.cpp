@@ -3,6 +3,7 @@
 #include "OrvUnstructGrid/Progress.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace orv::ug {
 
@@ -15,7 +16,7 @@ Progress* ProgressMeter::progress() const {
 }
 
 void ProgressMeter::tell(double fraction) {
-    if (!m_progress || !m_isAtWork) {
+    if (!m_progress || !m_isAtWork || std::isnan(fraction)) {
         return;
     }
     const double ofAll = m_begin + (m_end - m_begin) * std::clamp(fraction, 0.0, 1.0);

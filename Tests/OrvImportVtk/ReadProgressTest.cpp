@@ -21,7 +21,7 @@ Percents toldOfALoad(const std::string& name) {
 
 // The mesh and the result are halves of the load, and VTK reads both in the first one.
 TEST(VtkReadProgress, VtkTellsHowFarItIs) {
-    for (const char* name : {"zoo_raw.vtu", "surface.vtp", "series.pvd", "zoo_binary.vtk"}) {
+    for (const char* name : {"zoo_ascii.vtu", "surface.vtp", "series.pvd", "zoo_binary.vtk"}) {
         const Percents percents = toldOfALoad(name);
         EXPECT_TRUE(orvtest::isRising(percents)) << name << testing::PrintToString(percents);
         EXPECT_EQ(percents.front(), 0) << name;

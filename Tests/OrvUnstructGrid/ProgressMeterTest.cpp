@@ -93,8 +93,8 @@ TEST_F(ProgressMeterTest, TheNextWorkBeginsAnew) {
 
 TEST_F(ProgressMeterTest, NoNumberIsNoProgress) {
     ProgressMeter::Work work(&meter);
-    meter.tell(std::numeric_limits<double>::infinity());
-    EXPECT_EQ(progress.take(), (Percents{0, 99}));
+    meter.tell(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(progress.take(), Percents{0});
 }
 
 } // namespace
