@@ -22,6 +22,7 @@
 #include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace orv::imp::cae {
 namespace {
@@ -45,7 +46,10 @@ protected:
         }
         vtkNew<vtkTypeInt64Array> offsets;
         offsets->SetNumberOfTuples(cellCount);
-        if (!this->ReadArrayValues(element, 0, offsets, 0, cellCount)) {
+        const float progressEnd = std::exchange(this->ProgressRange[1], this->ProgressRange[0]); // No steps back.
+        const bool isRead = this->ReadArrayValues(element, 0, offsets, 0, cellCount) != 0;
+        this->ProgressRange[1] = progressEnd;
+        if (!isRead) {
             return false;
         }
         const vtkTypeInt64* values = offsets->GetPointer(0);
