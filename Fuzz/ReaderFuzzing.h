@@ -26,14 +26,28 @@ inline void readSingles(orv::imp::cae::CaeReader& reader, const orv::ug::ResultI
     }
 }
 
-/// What a reader found holds together, and each of its results can be read or tells why not.
-inline void readEverything(orv::imp::cae::CaeReader& reader, const orv::imp::cae::CaeContents& contents) {
-    for (std::size_t i = 0; i < contents.geometry->partCount(); ++i) {
-        expect(contents.geometry->part(i)->isConsistent());
+/// A mesh can be read, and holds together then, or tells why not.
+inline bool readMesh(const orv::ug::DataGeometry& geometry) {
+    orv::ug::Error error;
+    const bool isRead = geometry.read(&error);
+    expect(isRead == error.isEmpty());
+    for (std::size_t p = 0; isRead && p < geometry.partCount(); ++p) {
+        expect(geometry.part(p)->isConsistent());
     }
+    return isRead;
+}
+
+/// Each mesh and each result that a reader found can be read or tells why not.
+inline void readEverything(orv::imp::cae::CaeReader& reader, const orv::imp::cae::CaeContents& contents) {
     expect(contents.parts.size() == contents.geometry->partCount());
+    readMesh(*contents.geometry);
     for (const orv::imp::cae::CaeContents::State& described : contents.states) {
-        orv::ug::DataState state(described.info.id(), {contents.geometry});
+        const orv::PtrRef<orv::ug::DataGeometry>& geometry =
+            described.geometry ? described.geometry : contents.geometry;
+        if (!readMesh(*geometry)) {
+            continue;
+        }
+        orv::ug::DataState state(described.info.id(), {geometry});
         for (const std::size_t result : described.results) {
             orv::ug::Error error;
             std::vector<orv::Str> warnings;

@@ -1,9 +1,8 @@
 // Any bytes as a file of a format that comes through VTK's module: opened, and everything in it loaded. Which format
 // and file it is, and which folder of Tests/data has what else belongs to it, CMakeLists.txt tells.
 
-#include "Fuzz/Fuzzing.h"
+#include "Fuzz/ReaderFuzzing.h"
 #include "OrvImportVtk/VtkReader.h"
-#include "OrvUnstructGrid/DataState.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstddef>
@@ -11,7 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <vector>
 
 #include <unistd.h>
 
@@ -46,27 +44,6 @@ private:
     std::string m_path;
 };
 
-void loadEverything(VtkReader& reader, const CaeContents& contents) {
-    for (const CaeContents::State& described : contents.states) {
-        const PtrRef<ug::DataGeometry>& geometry = described.geometry ? described.geometry : contents.geometry;
-        ug::DataState state(described.info.id(), {geometry});
-        ug::Error error;
-        expect(state.readGeometries(&error) == error.isEmpty());
-        if (!error.isEmpty()) {
-            continue;
-        }
-        for (const std::size_t result : described.results) {
-            std::vector<Str> warnings;
-            const ug::ResultInfo& info = contents.results.at(result);
-            ug::Error reason;
-            expect(reader.readResult(info, state.id(), info, &state, &warnings, &reason) == reason.isEmpty());
-        }
-        for (std::size_t p = 0; p < geometry->partCount(); ++p) {
-            expect(geometry->part(p)->isConsistent());
-        }
-    }
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -79,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool isOpen = reader.open(folder.file(ORV_FUZZ_OPENED), &contents, &error);
     expect(isOpen == error.isEmpty());
     if (isOpen) {
-        loadEverything(reader, contents);
+        orvfuzz::readEverything(reader, contents);
     }
     return 0;
 }
