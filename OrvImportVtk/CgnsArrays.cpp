@@ -65,7 +65,7 @@ bool areOfOneType(const Vector& vector, int dimension, const std::vector<CgnsArr
 } // namespace
 
 bool joinCgnsArrays(const std::vector<CgnsArray>& arrays, ug::ResultMapping mapping, int physicalDimension,
-                    std::vector<VtkArray>* joined, std::vector<std::string>* lost, ug::Error* error) {
+                    std::vector<CaeArray>* joined, std::vector<std::string>* lost, ug::Error* error) {
     const int sumOfAll = physicalDimension == 3 ? 6 : 3;
     std::vector<bool> isTaken(arrays.size());
     for (const Vector& vector : findVectors(arrays)) {
@@ -82,7 +82,7 @@ bool joinCgnsArrays(const std::vector<CgnsArray>& arrays, ug::ResultMapping mapp
         if (!isJoined || !areOfOneType(vector, physicalDimension, arrays)) {
             continue;
         }
-        VtkArray array{vector.name, mapping, 3};
+        CaeArray array{vector.name, mapping, 3};
         for (int d = 0; d < physicalDimension; ++d) {
             const std::size_t component = vector.components[std::size_t(d)];
             isTaken[component] = true;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OrvImportVtk/VtkFields.h"
+#include "OrvImportCae/CaeFields.h"
 #include "OrvUnstructGrid/Error.h"
 
 #include <string>
@@ -22,6 +22,6 @@ struct CgnsArray {
 /// @param physicalDimension 2 or 3
 /// @param lost the names of arrays that VTK loses
 bool joinCgnsArrays(const std::vector<CgnsArray>& arrays, ug::ResultMapping mapping, int physicalDimension,
-                    std::vector<VtkArray>* joined, std::vector<std::string>* lost, ug::Error* error);
+                    std::vector<CaeArray>* joined, std::vector<std::string>* lost, ug::Error* error);
 
 } // namespace orv::imp::cae

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "OrvImportCae/CaeFields.h"
 #include "OrvImportVtk/CgnsTree.h"
-#include "OrvImportVtk/VtkFields.h"
 
 #include <cstdint>
 #include <map>
@@ -15,7 +15,7 @@ namespace orv::imp::cae {
 struct CgnsSolution {
     std::string name;
     std::optional<ug::ResultMapping> mapping; ///< None when they are anywhere else, which VTK does not read.
-    std::vector<VtkArray> arrays;             ///< As VTK puts them together.
+    std::vector<CaeArray> arrays;             ///< As VTK puts them together.
 };
 
 /// Elements of one type, or of several, with their numbers in the zone, from 1.

@@ -87,8 +87,8 @@ std::string textOf(const CgnsLeftOut::value_type& leftOut) {
 }
 
 // A step counts once for each array, whatever zones have it there.
-void addArray(const VtkArray& array, std::size_t step, std::vector<VtkArray>* arrays) {
-    auto known = std::find_if(arrays->begin(), arrays->end(), [&](const VtkArray& other) {
+void addArray(const CaeArray& array, std::size_t step, std::vector<CaeArray>* arrays) {
+    auto known = std::find_if(arrays->begin(), arrays->end(), [&](const CaeArray& other) {
         return other.name == array.name && other.mapping == array.mapping;
     });
     if (known == arrays->end()) {
@@ -197,7 +197,7 @@ void CgnsSource::describe(VtkContents* contents) const {
         for (const std::size_t b : m_chosen) {
             for (const CgnsZone& zone : m_bases[b].zones) {
                 for (const std::size_t solution : zone.hasMesh ? zone.steps[s].solutions : std::vector<std::size_t>()) {
-                    for (const VtkArray& array : zone.solutions[solution].arrays) {
+                    for (const CaeArray& array : zone.solutions[solution].arrays) {
                         if (zone.solutions[solution].mapping) {
                             addArray(array, s, &contents->arrays);
                         }
@@ -206,7 +206,7 @@ void CgnsSource::describe(VtkContents* contents) const {
             }
         }
     }
-    for (VtkArray& array : contents->arrays) {
+    for (CaeArray& array : contents->arrays) {
         if (array.steps.size() == contents->steps.size()) {
             array.steps.clear();
         }

@@ -30,7 +30,7 @@ private:
     std::vector<CgnsBase> m_bases;
     std::vector<std::size_t> m_chosen; ///< Of the bases.
     std::vector<double> m_times;       ///< None when the file has no times.
-    std::vector<VtkArray> m_arrays;
+    std::vector<CaeArray> m_arrays;
     vtkSmartPointer<vtkCGNSReader> m_reader;
 };
 

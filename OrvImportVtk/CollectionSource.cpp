@@ -187,9 +187,9 @@ bool CollectionSource::openMember(Member* member, VtkNames* names, VtkContents* 
     return true;
 }
 
-void CollectionSource::addArrays(const std::vector<VtkArray>& arrays, Member* member, VtkContents* contents) {
-    for (const VtkArray& array : arrays) {
-        const auto known = std::find_if(contents->arrays.begin(), contents->arrays.end(), [&](const VtkArray& a) {
+void CollectionSource::addArrays(const std::vector<CaeArray>& arrays, Member* member, VtkContents* contents) {
+    for (const CaeArray& array : arrays) {
+        const auto known = std::find_if(contents->arrays.begin(), contents->arrays.end(), [&](const CaeArray& a) {
             return a.name == array.name && a.mapping == array.mapping && a.componentCount == array.componentCount;
         });
         member->arrays.push_back(std::size_t(known - contents->arrays.begin()));
@@ -205,7 +205,7 @@ void CollectionSource::addArrays(const std::vector<VtkArray>& arrays, Member* me
 
 // An array that all steps have needs no list of them.
 void CollectionSource::dropWholeSteps(VtkContents* contents) {
-    for (VtkArray& array : contents->arrays) {
+    for (CaeArray& array : contents->arrays) {
         std::sort(array.steps.begin(), array.steps.end());
         if (array.steps.size() == contents->steps.size()) {
             array.steps.clear();

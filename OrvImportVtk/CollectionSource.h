@@ -37,7 +37,7 @@ private:
     bool listEntries(const pugi::xml_node& root, VtkContents* contents, ug::Error* error);
     void listBlocks(const pugi::xml_node& node, const std::string& name);
     bool openMember(Member* member, VtkNames* names, VtkContents* contents, ug::Error* error);
-    void addArrays(const std::vector<VtkArray>& arrays, Member* member, VtkContents* contents);
+    void addArrays(const std::vector<CaeArray>& arrays, Member* member, VtkContents* contents);
     static void dropWholeSteps(VtkContents* contents);
 
     int m_depth;

@@ -36,7 +36,7 @@ bool EnSightSource::open(const std::string& filename, VtkContents* contents, ug:
     contents->warnings = m_case.warnings;
     m_times.resize(contents->steps.size(), 0.0);
     for (const EnSightVariable& variable : m_case.variables) {
-        VtkArray array{variable.name, variable.mapping, variable.componentCount};
+        CaeArray array{variable.name, variable.mapping, variable.componentCount};
         for (std::size_t step = 0; step < m_times.size(); ++step) {
             if (m_case.place(variable, m_times[step])) {
                 array.steps.push_back(step);

@@ -63,7 +63,7 @@ private:
     std::size_t m_elementCount = 0;
     std::size_t m_stepCount = 0; ///< That the file has.
     std::vector<Block> m_blocks;
-    std::vector<VtkArray> m_arrays;
+    std::vector<CaeArray> m_arrays;
     std::vector<std::size_t> m_variables; ///< The number in the file of each array, from 0.
 };
 

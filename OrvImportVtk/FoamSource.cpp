@@ -34,12 +34,12 @@ ug::ResultType typeOf(const FoamFieldFile& field) {
     }
 }
 
-bool isOf(const VtkArray& array, const FoamFieldFile& field) {
+bool isOf(const CaeArray& array, const FoamFieldFile& field) {
     return array.name == field.object && array.mapping == field.mapping && array.componentCount == field.componentCount;
 }
 
 // Tensors of six components from OpenFOAM's XX XY XZ YY YZ ZZ to VTK's order. VTK itself does that only with lists.
-void reorder(vtkDataSet* mesh, const VtkArray& array) {
+void reorder(vtkDataSet* mesh, const CaeArray& array) {
     vtkDataSetAttributes* attributes = array.mapping == ug::PER_NODE
                                            ? static_cast<vtkDataSetAttributes*>(mesh->GetPointData())
                                            : static_cast<vtkDataSetAttributes*>(mesh->GetCellData());
@@ -120,9 +120,9 @@ void FoamSource::listArrays(VtkContents* contents) {
     for (std::size_t step = 0; step < m_times.size(); ++step) {
         for (const FoamFieldFile& field : m_case.times()[m_times[step]].fields) {
             auto known = std::find_if(m_arrays.begin(), m_arrays.end(),
-                                      [&](const VtkArray& array) { return isOf(array, field); });
+                                      [&](const CaeArray& array) { return isOf(array, field); });
             if (known == m_arrays.end()) {
-                VtkArray array{field.object, field.mapping, field.componentCount};
+                CaeArray array{field.object, field.mapping, field.componentCount};
                 array.type = typeOf(field);
                 known = m_arrays.insert(known, std::move(array));
             }
@@ -140,7 +140,7 @@ vtkSmartPointer<vtkDataObject> FoamSource::read(std::size_t step, std::span<cons
     if (!m_case.checkMeshes(time ? m_times[step] : 0, error)) {
         return nullptr;
     }
-    for (const VtkArray& array : m_arrays) {
+    for (const CaeArray& array : m_arrays) {
         select(array, false);
     }
     std::vector<std::set<std::string>> uniform(arrays.size());
@@ -170,7 +170,7 @@ void FoamSource::release() {
     m_reader->GetOutputDataObject(0)->ReleaseData();
 }
 
-void FoamSource::select(const VtkArray& array, bool isWanted) {
+void FoamSource::select(const CaeArray& array, bool isWanted) {
     if (array.mapping == ug::PER_NODE) {
         m_reader->SetPointArrayStatus(array.name.c_str(), isWanted);
     } else {
@@ -179,7 +179,7 @@ void FoamSource::select(const VtkArray& array, bool isWanted) {
 }
 
 // All files that hold it at that time, one for each region.
-bool FoamSource::checkArray(const VtkArray& array, const FoamTime& time, std::set<std::string>* uniform,
+bool FoamSource::checkArray(const CaeArray& array, const FoamTime& time, std::set<std::string>* uniform,
                             ug::Error* error) const {
     return std::all_of(time.fields.begin(), time.fields.end(), [&](const FoamFieldFile& field) {
         return !isOf(array, field) || m_case.checkField(field, uniform, error);

@@ -24,14 +24,14 @@ private:
     void makeReader();
     void listSteps(VtkContents* contents);
     void listArrays(VtkContents* contents);
-    void select(const VtkArray& array, bool isWanted);
-    bool checkArray(const VtkArray& array, const FoamTime& time, std::set<std::string>* uniform,
+    void select(const CaeArray& array, bool isWanted);
+    bool checkArray(const CaeArray& array, const FoamTime& time, std::set<std::string>* uniform,
                     ug::Error* error) const;
 
     std::string m_filename;
     FoamCase m_case;
     vtkSmartPointer<vtkOpenFOAMReader> m_reader;
-    std::vector<VtkArray> m_arrays;
+    std::vector<CaeArray> m_arrays;
     std::vector<std::size_t> m_times; ///< For each step its time in the case; none when no time has anything.
 };
 

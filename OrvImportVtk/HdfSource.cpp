@@ -346,7 +346,7 @@ bool HdfSource::readMarks(const Attributes& attributes, vtkDataSetAttributes* in
 }
 
 bool HdfSource::readArray(std::size_t index, vtkDataSet* into, ug::Error* error) const {
-    const VtkArray& array = m_arrays[index];
+    const CaeArray& array = m_arrays[index];
     const bool isOfPoints = array.mapping == ug::PER_NODE;
     const Attributes& attributes = isOfPoints ? m_points : m_cells;
     const vtkSmartPointer<vtkDataArray> values = readReals(*m_file, pathOf(attributes.group) + "/" + array.name,

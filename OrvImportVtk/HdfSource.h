@@ -59,7 +59,7 @@ private:
     bool m_isImage = false;
     Attributes m_points = {"PointData", ug::PER_NODE};
     Attributes m_cells = {"CellData", ug::PER_ELEMENT};
-    std::vector<VtkArray> m_arrays;
+    std::vector<CaeArray> m_arrays;
 
     /// Counts of each piece of a grid.
     std::vector<long long> m_piecePoints;

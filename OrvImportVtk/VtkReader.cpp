@@ -48,7 +48,7 @@ std::string nameOfFile(const std::string& path) {
     return path.substr(path.find_last_of('/') + 1); // npos + 1 is 0.
 }
 
-vtkDataArray* findArray(vtkDataSet* mesh, const VtkArray& array) {
+vtkDataArray* findArray(vtkDataSet* mesh, const CaeArray& array) {
     vtkDataSetAttributes* attributes = array.mapping == ug::PER_NODE
                                            ? static_cast<vtkDataSetAttributes*>(mesh->GetPointData())
                                            : static_cast<vtkDataSetAttributes*>(mesh->GetCellData());
@@ -120,7 +120,7 @@ void VtkReader::beginLoad(const std::vector<ug::ResultInfo>& infos, int stateId)
     m_isLoading = true;
     m_loadStep = std::size_t(stateId - 1);
     for (const ug::ResultInfo& info : infos) {
-        for (const VtkComponent& component : findField(info).components) {
+        for (const CaeComponent& component : findField(info).components) {
             m_loadArrays.insert(component.array);
         }
     }
@@ -135,9 +135,9 @@ void VtkReader::endLoad() {
 bool VtkReader::readResult(const ug::ResultInfo& info, int stateId, const ug::ResultInfo& intoInfo,
                            ug::DataState* state, std::vector<Str>* warnings, ug::Error* error) {
     const std::size_t step = std::size_t(stateId - 1);
-    const VtkField& field = findField(info);
+    const CaeField& field = findField(info);
     std::vector<std::size_t> arrays;
-    for (const VtkComponent& component : field.components) {
+    for (const CaeComponent& component : field.components) {
         arrays.push_back(component.array);
     }
     if (!fetch(step, arrays, error)) {
@@ -203,7 +203,7 @@ void VtkReader::makeMeshes(CaeContents* contents) {
 void VtkReader::describeResults(CaeContents* contents) {
     m_fields = makeCaeFields(m_contents.arrays, &m_contents.warnings);
     std::map<ug::ResultType, int> ids;
-    for (const VtkField& field : m_fields) {
+    for (const CaeField& field : m_fields) {
         m_results.emplace_back(field.type, ++ids[field.type], Str(field.name), field.mapping);
     }
     contents->results = m_results;
@@ -308,7 +308,7 @@ void VtkReader::drop() {
     }
 }
 
-bool VtkReader::copyField(const VtkField& field, const VtkPartMap& map, vtkDataSet* piece, ug::DataPartValues* values,
+bool VtkReader::copyField(const CaeField& field, const VtkPartMap& map, vtkDataSet* piece, ug::DataPartValues* values,
                           ug::Error* error) {
     const bool isPerNode = field.mapping == ug::PER_NODE;
     const std::size_t expected = isPerNode ? map.pointCount : map.cellCount;
@@ -339,8 +339,8 @@ bool VtkReader::copyField(const VtkField& field, const VtkPartMap& map, vtkDataS
     return true;
 }
 
-void VtkReader::tellAsymmetry(const VtkField& field, vtkDataSet* piece) {
-    const VtkArray& array = m_contents.arrays[field.components[0].array];
+void VtkReader::tellAsymmetry(const CaeField& field, vtkDataSet* piece) {
+    const CaeArray& array = m_contents.arrays[field.components[0].array];
     vtkDataArray* values = array.componentCount == 9 ? findArray(piece, array) : nullptr;
     if (values && !isSymmetric(values) && m_told.insert(array.name).second) {
         m_lateWarnings.push_back(Str(m_filename + ": the tensor '" + array.name +
@@ -348,7 +348,7 @@ void VtkReader::tellAsymmetry(const VtkField& field, vtkDataSet* piece) {
     }
 }
 
-const VtkField& VtkReader::findField(const ug::ResultInfo& info) const {
+const CaeField& VtkReader::findField(const ug::ResultInfo& info) const {
     const auto found = std::find(m_results.begin(), m_results.end(), info);
     return m_fields[std::size_t(found - m_results.begin())];
 }

@@ -51,16 +51,16 @@ private:
     bool fetchMesh(std::size_t step, ug::Error* error);
     bool fetch(std::size_t step, std::span<const std::size_t> arrays, ug::Error* error);
     void drop();
-    bool copyField(const VtkField& field, const VtkPartMap& map, vtkDataSet* piece, ug::DataPartValues* values,
+    bool copyField(const CaeField& field, const VtkPartMap& map, vtkDataSet* piece, ug::DataPartValues* values,
                    ug::Error* error);
-    void tellAsymmetry(const VtkField& field, vtkDataSet* piece);
-    const VtkField& findField(const ug::ResultInfo& info) const;
+    void tellAsymmetry(const CaeField& field, vtkDataSet* piece);
+    const CaeField& findField(const ug::ResultInfo& info) const;
 
     std::string m_filename;
     std::unique_ptr<VtkSource> m_source;
     VtkContents m_contents;
     std::vector<std::string> m_partNames; ///< As VTK's pieces are called.
-    std::vector<VtkField> m_fields;
+    std::vector<CaeField> m_fields;
     std::vector<ug::ResultInfo> m_results; ///< Of the fields.
     std::vector<Mesh> m_meshes;            ///< One, or one for each step.
     std::shared_ptr<VtkReader*> m_self;    ///< For parts that live longer; null then.

@@ -51,14 +51,14 @@ std::string shortText(double number) {
     return std::string(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
 }
 
-void listArrays(vtkDataSetAttributes* attributes, ug::ResultMapping mapping, std::vector<VtkArray>* arrays) {
+void listArrays(vtkDataSetAttributes* attributes, ug::ResultMapping mapping, std::vector<CaeArray>* arrays) {
     for (int i = 0; i < attributes->GetNumberOfArrays(); ++i) {
         vtkAbstractArray* array = attributes->GetAbstractArray(i);
         if (!array || !array->GetName() || array == attributes->GetAbstractAttribute(vtkDataSetAttributes::GLOBALIDS) ||
             array->GetName() == std::string(vtkDataSetAttributes::GhostArrayName())) {
             continue;
         }
-        const bool isKnown = std::any_of(arrays->begin(), arrays->end(), [&](const VtkArray& known) {
+        const bool isKnown = std::any_of(arrays->begin(), arrays->end(), [&](const CaeArray& known) {
             return known.mapping == mapping && known.name == array->GetName();
         });
         if (!isKnown) {
@@ -124,7 +124,7 @@ bool updateVtk(const std::function<void()>& update, ug::Error* error) {
     return !messages.hasErrors() || ug::fail(error, Str(messages.errors()));
 }
 
-void listVtkArrays(vtkDataObject* output, std::vector<VtkArray>* arrays) {
+void listVtkArrays(vtkDataObject* output, std::vector<CaeArray>* arrays) {
     for (const VtkPiece& piece : piecesOf(output)) {
         listArrays(piece.data->GetPointData(), ug::PER_NODE, arrays);
         listArrays(piece.data->GetCellData(), ug::PER_ELEMENT, arrays);

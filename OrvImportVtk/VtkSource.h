@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OrvImportVtk/VtkFields.h"
+#include "OrvImportCae/CaeFields.h"
 #include "OrvUnstructGrid/Error.h"
 #include "OrvUnstructGrid/ProgressMeter.h"
 #include "OrvUnstructGrid/StateInfo.h"
@@ -23,7 +23,7 @@ namespace orv::imp::cae {
 struct VtkContents {
     std::string title;
     std::vector<ug::StateInfo> steps; ///< Ids from 1. At least one.
-    std::vector<VtkArray> arrays;     ///< Each name once for points and once for cells.
+    std::vector<CaeArray> arrays;     ///< Each name once for points and once for cells.
     std::vector<std::string> parts;   ///< All that any step has. Empty when only the meshes themselves tell.
     bool hasOneMesh = true;           ///< The same in all steps.
     std::vector<std::string> warnings;
@@ -74,6 +74,6 @@ std::vector<ug::StateInfo> vtkTimeSteps(std::span<const double> times);
 bool updateVtk(const std::function<void()>& update, ug::Error* error);
 
 /// Adds the arrays that an output has, those of every mesh in it.
-void listVtkArrays(vtkDataObject* output, std::vector<VtkArray>* arrays);
+void listVtkArrays(vtkDataObject* output, std::vector<CaeArray>* arrays);
 
 } // namespace orv::imp::cae

@@ -143,7 +143,7 @@ bool isOfTheMesh(vtkInformation* info, const std::string& name) {
     return name == vtkDataSetAttributes::GhostArrayName() || (attributes & 1 << vtkDataSetAttributes::GLOBALIDS) != 0;
 }
 
-void listArrays(vtkInformationVector* list, ug::ResultMapping mapping, std::vector<VtkArray>* arrays) {
+void listArrays(vtkInformationVector* list, ug::ResultMapping mapping, std::vector<CaeArray>* arrays) {
     for (int i = 0; list && i < list->GetNumberOfInformationObjects(); ++i) {
         vtkInformation* info = list->GetInformationObject(i);
         const std::string name = info->Get(vtkDataObject::FIELD_NAME());
@@ -185,7 +185,7 @@ bool XmlSource::open(const std::string& filename, VtkContents* contents, ug::Err
 vtkSmartPointer<vtkDataObject> XmlSource::read(std::size_t, std::span<const std::size_t> arrays, ug::Error* error) {
     vtkDataArraySelection* points = m_reader->GetPointDataArraySelection();
     vtkDataArraySelection* cells = m_reader->GetCellDataArraySelection();
-    for (const VtkArray& array : m_arrays) {
+    for (const CaeArray& array : m_arrays) {
         (array.mapping == ug::PER_NODE ? points : cells)->DisableArray(array.name.c_str());
     }
     for (const std::size_t array : arrays) {

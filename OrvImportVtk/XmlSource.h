@@ -16,7 +16,7 @@ public:
 
 private:
     vtkSmartPointer<vtkXMLReader> m_reader;
-    std::vector<VtkArray> m_arrays;
+    std::vector<CaeArray> m_arrays;
 };
 
 } // namespace orv::imp::cae

@@ -16,9 +16,9 @@ std::vector<CgnsArray> reals(const std::vector<std::string>& names) {
 }
 
 /// "name", or "name(components)" of what VTK puts together; "name(3)" when the components have no names.
-std::vector<std::string> describe(const std::vector<VtkArray>& arrays) {
+std::vector<std::string> describe(const std::vector<CaeArray>& arrays) {
     std::vector<std::string> texts;
-    for (const VtkArray& array : arrays) {
+    for (const CaeArray& array : arrays) {
         std::string names;
         for (const std::string& name : array.componentNames) {
             names += (names.empty() ? "" : " ") + name;
@@ -38,7 +38,7 @@ struct Joined {
 };
 
 Joined join(const std::vector<CgnsArray>& arrays, int dimension = 3) {
-    std::vector<VtkArray> joined;
+    std::vector<CaeArray> joined;
     Joined result;
     ug::Error error;
     if (!joinCgnsArrays(arrays, ug::PER_NODE, dimension, &joined, &result.lost, &error)) {
