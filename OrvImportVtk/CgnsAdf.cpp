@@ -1,11 +1,22 @@
 #include "OrvImportVtk/CgnsAdf.h"
 
+#include <vtk_cgns.h>
+
+// clang-format off
+#include VTK_CGNS(cgns_io.h)
+// clang-format on
+
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <set>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace orv::imp::cae {
 namespace {
@@ -15,7 +26,8 @@ namespace {
 // counts as many: hexadecimal digits, but for places from version B on.
 constexpr std::string_view MAGIC = "ADF Database Version";
 constexpr std::size_t MAGIC_AT = 4;
-constexpr std::size_t VERSION_AT = 25;
+constexpr std::size_t VERSION_AT = 25; // "A01"
+constexpr std::size_t VERSION_SIZE = 3;
 constexpr std::size_t BYTE_ORDER_AT = 100;
 constexpr std::size_t HEAD_SIZE = 186;
 constexpr std::uint64_t ROOT_AT = 266;
@@ -41,18 +53,62 @@ constexpr std::size_t PARTS_AT = 226;
 constexpr std::size_t PARTS_TABLE_AT = 230;
 constexpr std::size_t TAIL_AT = 242;
 
+// Nodes of the type "LK" stand for others: their data are "file>/path", without a file for one in their own. The
+// library has room for so much of it.
+constexpr std::string_view LINK_TYPE = "LK";
+constexpr std::size_t LONGEST_FILE = 1024;
+constexpr std::size_t LONGEST_PATH = 4096;
+
+/// Names of nodes, from the outermost one on.
+using Path = std::vector<std::string>;
+
+std::string withoutBlanks(std::string name) {
+    name.erase(name.find_last_not_of(' ') + 1); // npos + 1 is 0.
+    return name;
+}
+
+Path pathOf(std::string_view text) {
+    Path path;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('/', at), text.size());
+        if (end > at) {
+            path.push_back(withoutBlanks(std::string(text.substr(at, end - at))));
+        }
+        at = end + 1;
+    }
+    return path;
+}
+
+struct Link {
+    std::string file; ///< Empty when it is not there.
+    Path target;
+};
+
+using Links = std::map<Path, Link>; ///< By where they are.
+
 /// Goes through a file, node by node.
 class Walk {
 public:
-    explicit Walk(const std::string& filename) : m_file(filename, std::ios::binary) {}
+    explicit Walk(const std::string& filename) : m_filename(filename), m_file(filename, std::ios::binary) {}
 
     bool isAdf() {
         const std::string head = read(0, HEAD_SIZE);
         m_isBinary = head.size() == HEAD_SIZE && head[VERSION_AT] == 'B';
         m_isBigEndian = head.size() == HEAD_SIZE && head[BYTE_ORDER_AT] == 'B';
+        m_separator = head.size() == HEAD_SIZE && head.substr(VERSION_AT, VERSION_SIZE) < "A02" ? ' ' : '>';
         return head.size() > MAGIC_AT && head.substr(MAGIC_AT).starts_with(MAGIC);
     }
 
+    bool check() {
+        return checkNode(ROOT_AT, std::string(), 0);
+    }
+
+    /// All that check() has found.
+    const Links& links() const {
+        return m_links;
+    }
+
+private:
     bool checkNode(std::uint64_t at, const std::string& name, int depth) {
         const std::string node = read(at, NODE_SIZE);
         if (!m_seen.insert(at).second || depth > MOST_NODES_DEEP || node.size() != NODE_SIZE ||
@@ -60,12 +116,38 @@ public:
             (!name.empty() && node.compare(NAME_AT, NAME_SIZE, name) != 0)) {
             return false;
         }
-        // VTK has room for two letters.
-        const std::string type = node.substr(TYPE_AT, TYPE_SIZE);
-        return type.find_last_not_of(' ') == 1 && checkParts(node) && checkChildren(node, depth);
+        const std::string type = withoutBlanks(node.substr(TYPE_AT, TYPE_SIZE));
+        return type.size() == LINK_TYPE.size() && checkParts(node) && (type != LINK_TYPE || addLink(node)) &&
+               checkChildren(node, depth);
     }
 
-private:
+    bool addLink(const std::string& node) {
+        const auto at = place(node, PARTS_TABLE_AT);
+        const auto size = dataSize(node);
+        if (m_path.empty() || !at || !size || *size > LONGEST_FILE + LONGEST_PATH || number(node, RANK_AT, 2) != 1 ||
+            number(node, PARTS_AT, 4) != 1) {
+            return false;
+        }
+        const std::string text = std::string(read(*at + TAG_SIZE + PLACE_SIZE, std::size_t(*size)).c_str());
+        const std::size_t end = text.find(m_separator);
+        if (end > LONGEST_FILE || text.size() - end - 1 > LONGEST_PATH) { // npos, too.
+            return false;
+        }
+        m_links[m_path] = {fileOf(text.substr(0, end)), pathOf(std::string_view(text).substr(end + 1))};
+        return true;
+    }
+
+    // Where the library finds it.
+    std::string fileOf(const std::string& name) const {
+        std::array<char, LONGEST_FILE + 1> file = {};
+        if (name.empty()) {
+            return m_filename;
+        }
+        return cgio_find_file(m_filename.c_str(), name.c_str(), CGIO_FILE_ADF, int(file.size()), file.data()) == 0
+                   ? file.data()
+                   : "";
+    }
+
     bool checkParts(const std::string& node) {
         const auto count = number(node, PARTS_AT, 4);
         const auto at = place(node, PARTS_TABLE_AT);
@@ -128,9 +210,15 @@ private:
         for (std::uint64_t i = 0; i < *room; ++i) {
             const std::string entry = read(*at + TAG_SIZE + PLACE_SIZE + i * ENTRY_SIZE, ENTRY_SIZE);
             const auto child = place(entry, NAME_SIZE);
-            if (!child || (i < *count && !checkNode(*child, entry.substr(0, NAME_SIZE), depth + 1))) {
+            if (!child) {
                 return false;
             }
+            const std::string name = entry.substr(0, NAME_SIZE);
+            m_path.push_back(withoutBlanks(name));
+            if (i < *count && !checkNode(*child, name, depth + 1)) {
+                return false;
+            }
+            m_path.pop_back();
         }
         return true;
     }
@@ -180,18 +268,68 @@ private:
         return block && offset && *block < MOST_BLOCKS ? std::optional(*block * BLOCK_SIZE + *offset) : std::nullopt;
     }
 
+    const std::string m_filename;
     std::ifstream m_file;
     bool m_isBinary = false; ///< Places are.
     bool m_isBigEndian = false;
+    char m_separator = '>';
     std::set<std::uint64_t> m_seen;
+    Path m_path; ///< Of the node that is looked at.
+    Links m_links;
 };
+
+// Whether the library gets to a node: it goes around in circles, and never back, where links are on the way to each
+// other's targets.
+bool endsSomewhere(const std::map<std::string, Links>& files, std::string file, Path path) {
+    constexpr int MOST_HOPS = 100;
+    for (int hop = 0; hop < MOST_HOPS; ++hop) {
+        const auto links = files.find(file);
+        std::size_t length = 0;
+        const Link* link = nullptr;
+        while (links != files.end() && !link && length < path.size()) {
+            const auto found = links->second.find(Path(path.begin(), path.begin() + std::ptrdiff_t(++length)));
+            link = found == links->second.end() ? nullptr : &found->second;
+        }
+        if (!link) {
+            return true;
+        }
+        file = link->file;
+        Path next = link->target;
+        next.insert(next.end(), path.begin() + std::ptrdiff_t(length), path.end());
+        path = std::move(next);
+    }
+    return false;
+}
 
 } // namespace
 
 bool checkCgnsAdf(const std::string& filename, ug::Error* error) {
-    Walk walk(filename);
-    return !walk.isAdf() || walk.checkNode(ROOT_AT, std::string(), 0) ||
-           ug::fail(error, "is damaged: its nodes are not where they should be");
+    std::map<std::string, Links> files;
+    std::vector<std::string> left = {filename};
+    while (!left.empty()) {
+        const std::string file = left.back();
+        left.pop_back();
+        Walk walk(file);
+        if (file.empty() || files.contains(file)) {
+            continue;
+        }
+        if (walk.isAdf() && !walk.check()) {
+            const std::string text = "is damaged: its nodes are not where they should be";
+            return ug::fail(error, Str(file == filename ? text : "links to '" + file + "', which " + text));
+        }
+        files[file] = walk.links();
+        for (const auto& [path, link] : walk.links()) {
+            left.push_back(link.file);
+        }
+    }
+    for (const auto& [file, links] : files) {
+        for (const auto& [path, link] : links) {
+            if (!endsSomewhere(files, file, path)) {
+                return ug::fail(error, Str("has a link in '" + file + "' that leads nowhere: '" + path.back() + "'"));
+            }
+        }
+    }
+    return true;
 }
 
 } // namespace orv::imp::cae

@@ -13,6 +13,7 @@ namespace {
 constexpr int MOST_NODES_DEEP = 64;
 constexpr int MOST_DIMENSIONS = 12;
 constexpr std::size_t LONGEST_NAME = 255;
+constexpr std::size_t LONGEST_LINK = 512; // To another file: its name, and the way there.
 
 // What the CGNS library has room for.
 constexpr std::pair<const char*, std::size_t> ATTRIBUTE_SIZES[] = {{"name", 33}, {"label", 33}, {"type", 3}};
@@ -58,6 +59,11 @@ private:
     }
 
     bool checkChild(hid_t group, const std::string& name, int depth) {
+        H5L_info_t link;
+        if (H5Lget_info(group, name.c_str(), &link, H5P_DEFAULT) < 0 ||
+            (link.type == H5L_TYPE_EXTERNAL && link.u.val_size > LONGEST_LINK)) {
+            return false;
+        }
         const HdfId child(H5Oopen(group, name.c_str(), H5P_DEFAULT), H5Oclose);
         H5O_info_t info;
         if (child < 0 || H5Oget_info2(child, &info, H5O_INFO_BASIC) < 0) {
