@@ -53,6 +53,7 @@ const std::vector<Sample>& samples() {
     static const std::vector<Sample> all = {
         {"cgns", "cells.cgns", {}},
         {"cgns", "moving.cgns", {}},
+        {"cgns", "pipe.cgns", {}},
         {"cgns", "plane.cgns", {}},
         {"cgns", "polygons.cgns", {}},
         {"cgns", "saturne.cgns", {}},

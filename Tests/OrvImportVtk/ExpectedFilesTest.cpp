@@ -49,11 +49,25 @@ bool isSame(double value, const Json& expected) {
                               : std::abs(value - expected.get<double>()) <= TOLERANCE * (1 + std::abs(value));
 }
 
+/// What is expected of a list. Of long ones only every so many items are told.
+struct ExpectedList {
+    explicit ExpectedList(const Json& json)
+        : count(json.is_object() ? json["count"].get<std::size_t>() : json.size()),
+          every(json.is_object() ? json["every"].get<std::size_t>() : 1),
+          items(json.is_object() ? json["items"] : json) {}
+
+    std::size_t count;
+    std::size_t every;
+    const Json& items;
+};
+
 void compareNumbers(std::span<const double> values, const Json& expected, const std::string& what) {
-    ASSERT_EQ(values.size(), expected.size()) << what;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        ASSERT_TRUE(isSame(values[i], expected[i]))
-            << what << ": number " << i << " is " << values[i] << ", expected " << expected[i];
+    const ExpectedList list(expected);
+    ASSERT_EQ(values.size(), list.count) << what;
+    for (std::size_t i = 0; i < list.items.size(); ++i) {
+        const double value = values[i * list.every];
+        ASSERT_TRUE(isSame(value, list.items[i]))
+            << what << ": number " << i * list.every << " is " << value << ", expected " << list.items[i];
     }
 }
 
@@ -61,13 +75,15 @@ void compareMesh(const ug::DataPart& part, const Json& expected, const std::stri
     const ug::DataNodes& nodes = *part.nodes();
     compareNumbers(nodes.coordinates(), expected["nodes"], what + ", nodes");
     const ug::DataElements& elements = *part.elements();
-    ASSERT_EQ(elements.elementCount(), expected["elements"].size()) << what;
-    for (std::size_t e = 0; e < elements.elementCount(); ++e) {
+    const ExpectedList list(expected["elements"]);
+    ASSERT_EQ(elements.elementCount(), list.count) << what;
+    for (std::size_t i = 0; i < list.items.size(); ++i) {
+        const std::size_t e = i * list.every;
         Json element = {ug::elementTypeInfo(elements.elementType(e)).name};
         for (const std::uint32_t node : elements.nodeIndexes(e)) {
             element.push_back(node);
         }
-        EXPECT_EQ(element, expected["elements"][e]) << what << ", element " << e;
+        EXPECT_EQ(element, list.items[i]) << what << ", element " << e;
     }
     for (std::size_t i = 0; expected.contains("nodeIds") && i < nodes.nodeCount(); ++i) {
         EXPECT_EQ(nodes.nodeId(i), expected["nodeIds"][i]) << what;
