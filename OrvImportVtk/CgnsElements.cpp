@@ -1,9 +1,17 @@
 #include "OrvImportVtk/CgnsElements.h"
 
+#include "OrvImportVtk/CgnsCells.h"
+
+#include <vtkCellArray.h>
+#include <vtkCellType.h>
+#include <vtkNew.h>
+#include <vtkTypeInt32Array.h>
+#include <vtkUnsignedCharArray.h>
+#include <vtkUnstructuredGrid.h>
+
 #include <algorithm>
-#include <iterator>
 #include <limits>
-#include <set>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -11,23 +19,10 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr int MIXED = 20;
-constexpr int POLYGONS = 22;  // NGON_n: faces
-constexpr int POLYHEDRA = 23; // NFACE_n: cells of faces
-
-// How many nodes the elements of each type have. 0 is none of its own.
-constexpr int NODE_COUNTS[] = {0,  0,  1,  2,  3,  3,  6,  4,  8,  9,  4,  10, 5,  14, 6,  15, 18, 8,  20,
-                               27, 0,  13, 0,  0,  4,  9,  10, 12, 16, 16, 20, 21, 29, 30, 24, 38, 40, 32,
-                               56, 64, 5,  12, 15, 16, 25, 22, 34, 35, 29, 50, 55, 33, 66, 75, 44, 98, 125};
-
-constexpr int LARGEST_TYPE = int(std::size(NODE_COUNTS)) - 1;
-
-int nodeCountOf(std::int64_t type) {
-    return type >= 0 && type <= LARGEST_TYPE ? NODE_COUNTS[type] : 0;
-}
+constexpr std::int64_t MOST = std::numeric_limits<std::int32_t>::max(); // Cells are kept in lists of such numbers.
 
 bool isOfFaces(int type) {
-    return type == POLYGONS || type == POLYHEDRA;
+    return type == CGNS_POLYGONS || type == CGNS_POLYHEDRA;
 }
 
 const CgnsNode* find(const std::vector<CgnsNode>& nodes, std::string_view name) {
@@ -65,113 +60,182 @@ bool areCells(std::vector<std::pair<std::int64_t, std::int64_t>> ranges, std::in
     return next == count + 1;
 }
 
-bool isWhole(std::span<const std::int64_t> items, std::int64_t elementCount, bool isMixed) {
-    std::size_t at = 0;
-    for (std::int64_t e = 0; e < elementCount; ++e) {
-        const std::int64_t nodes = at >= items.size() ? 0 : isMixed ? nodeCountOf(items[at]) : items[at];
-        if (nodes <= 0 || std::size_t(nodes) > items.size() - at - 1) {
-            return false;
+// The sections of the cells, by their first ones.
+std::vector<const CgnsSection*> cellSections(const CgnsZone& zone) {
+    std::vector<const CgnsSection*> sections;
+    for (const CgnsSection& section : zone.sections) {
+        if (isOfFaces(section.elementType) || section.begin <= zone.cellCounts[0]) {
+            sections.push_back(&section);
         }
-        at += 1 + std::size_t(nodes);
     }
-    return at == items.size();
+    std::stable_sort(sections.begin(), sections.end(),
+                     [](const CgnsSection* a, const CgnsSection* b) { return a->begin < b->begin; });
+    return sections;
 }
 
-bool ascends(std::span<const std::int64_t> offsets, std::int64_t last) {
-    return !offsets.empty() && offsets.front() == 0 && offsets.back() == last &&
+bool ascends(std::span<const std::int64_t> offsets, std::size_t last) {
+    return !offsets.empty() && offsets.front() == 0 && offsets.back() == std::int64_t(last) &&
            std::is_sorted(offsets.begin(), offsets.end());
 }
 
-/// Looks at the elements of one zone.
-class ElementChecker {
+/// The cells of a zone, one section after the other.
+class Cells {
 public:
-    ElementChecker(const CgnsTree& tree, const CgnsZone& zone) : m_tree(tree), m_zone(zone) {}
+    Cells(const CgnsTree& tree, const CgnsZone& zone, std::size_t mostPoints)
+        : m_tree(tree), m_nodeCount(zone.nodeCounts[0]) {
+        m_types->SetNumberOfValues(vtkIdType(zone.cellCounts[0]));
+        m_offsets->SetNumberOfValues(vtkIdType(zone.cellCounts[0]) + 1);
+        m_points->SetNumberOfValues(vtkIdType(mostPoints));
+        m_type = m_types->GetPointer(0);
+        m_offset = m_offsets->GetPointer(0);
+    }
 
-    bool check(const CgnsNode& node, ug::Error* error) {
+    bool add(const CgnsNode& zone, const CgnsSection& section, ug::Error* error) {
+        CgnsNode node;
         std::vector<CgnsNode> children;
-        if (!m_tree.readChildren(node, &children, error)) {
+        if (!m_tree.find(zone, section.name, &node, error) || !m_tree.readChildren(node, &children, error)) {
             return false;
         }
-        std::size_t section = 0;
-        for (const CgnsNode& child : children) {
-            if (child.label != "Elements_t") {
-                continue;
-            }
-            if (section == m_zone.sections.size()) {
-                return ug::fail(error, "has been changed since it was opened");
-            }
-            if (!checkSection(child, m_zone.sections[section++], error)) {
-                return false;
-            }
+        const CgnsNode* list = find(children, "ElementConnectivity");
+        if (!isList(list) || list->itemCount() != section.itemCount) {
+            return ug::fail(error, "has been changed since it was opened");
         }
-        return true;
+        return list->type == "I4" ? addItems<std::int32_t>(*list, children, section, error)
+                                  : addItems<std::int64_t>(*list, children, section, error);
+    }
+
+    void addPolyhedra(std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            addCell(VTK_POLYHEDRON, 0);
+        }
+    }
+
+    void moveTo(vtkUnstructuredGrid* grid) {
+        *m_offset = std::int32_t(m_pointCount);
+        m_points->SetNumberOfValues(vtkIdType(m_pointCount)); // Which are no more than there is room for.
+        vtkNew<vtkCellArray> cells;
+        cells->SetData(m_offsets.Get(), m_points.Get());
+        grid->SetCells(m_types, cells, nullptr, nullptr); // Polyhedra have no faces.
     }
 
 private:
-    bool checkSection(const CgnsNode& node, const CgnsSection& section, ug::Error* error) {
-        if (section.elementType != MIXED && !isOfFaces(section.elementType)) {
-            return true;
-        }
-        std::vector<CgnsNode> nodes;
-        std::vector<std::int64_t> items;
-        std::vector<std::int64_t> offsets;
-        if (!m_tree.readChildren(node, &nodes, error)) {
+    template <class Number>
+    bool addItems(const CgnsNode& list, const std::vector<CgnsNode>& children, const CgnsSection& section,
+                  ug::Error* error) {
+        const auto numbers = std::make_unique_for_overwrite<Number[]>(std::size_t(section.itemCount));
+        if (!m_tree.readItems(list, numbers.get(), error)) {
             return false;
         }
-        const CgnsNode* list = find(nodes, "ElementConnectivity");
-        const CgnsNode* starts = find(nodes, "ElementStartOffset");
-        if (!isList(list) || !m_tree.readIntegers(*list, &items, error)) {
-            return list || ug::fail(error, Str("section '" + section.name + "' has no elements"));
+        const std::span<const Number> items(numbers.get(), std::size_t(section.itemCount));
+        const CgnsNode* starts = find(children, "ElementStartOffset");
+        std::vector<std::int64_t> offsets;
+        if (section.elementType == CGNS_POLYGONS && starts &&
+            (!isList(starts) || !m_tree.readIntegers(*starts, &offsets, error))) {
+            return ug::fail(error, Str("section '" + section.name + "' has no offsets of its elements"));
         }
-        bool isGood = false;
-        if (section.elementType != MIXED && starts) {
-            if (!isList(starts) || !m_tree.readIntegers(*starts, &offsets, error)) {
-                return ug::fail(error, Str("section '" + section.name + "' has no offsets of its elements"));
-            }
-            isGood = offsets.size() == std::size_t(section.elementCount()) + 1 &&
-                     ascends(offsets, std::int64_t(items.size()));
-        } else {
-            isGood = isWhole(items, section.elementCount(), section.elementType == MIXED);
-        }
-        m_layouts.insert(isOfFaces(section.elementType) ? (starts ? 1 : 2) : 0);
-        if (!isGood || m_layouts.size() > 1) {
-            return ug::fail(error, Str("the elements of section '" + section.name + "' are not as many as it tells"));
-        }
-        return section.elementType != POLYHEDRA || haveFaces(items, offsets, error);
+        const auto count = std::size_t(section.elementCount());
+        const bool isWhole = section.elementType == CGNS_MIXED ? addMixed(items, count)
+                             : !offsets.empty()                ? addPolygons(items, offsets, count)
+                             : section.elementType == CGNS_POLYGONS
+                                 ? addCountedPolygons(items, count)
+                                 : addCells(items, *findCgnsCell(section.elementType), count);
+        return isWhole ||
+               ug::fail(error, Str("the elements of section '" + section.name + "' are not as many as it tells"));
     }
 
-    bool haveFaces(std::span<const std::int64_t> items, std::span<const std::int64_t> offsets, ug::Error* error) {
-        std::size_t count = 0; // How many faces are left of a cell, in lists that count them.
-        for (const std::int64_t item : items) {
-            if (offsets.empty() && count == 0) {
-                count = std::size_t(item);
-                continue;
-            }
-            count -= offsets.empty();
-            const std::int64_t face = item < 0 ? -item : item;
-            if (!std::any_of(m_zone.sections.begin(), m_zone.sections.end(), [face](const CgnsSection& section) {
-                    return section.elementType == POLYGONS && face >= section.begin && face <= section.end;
-                })) {
-                return ug::fail(error, Str("has a cell of the face " + std::to_string(face) + ", which it has not"));
+    // As many items as they need have to be there.
+    template <class Number>
+    bool addCells(std::span<const Number> items, const CgnsCell& cell, std::size_t count) {
+        std::int32_t* points = m_points->GetPointer(0) + m_pointCount;
+        for (std::size_t i = 0; i < count; ++i) {
+            addCell(cell.cellType, cell.pointCount);
+        }
+        if (!cell.order) {
+            copyPoints(items.first(count * cell.nodeCount), points);
+            return true;
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            for (std::size_t p = 0; p < cell.pointCount; ++p) {
+                *points++ = pointOf(items[i * cell.nodeCount + cell.order[p]]);
             }
         }
         return true;
     }
 
+    // Each after its type. They may be written with their offsets, which tell the same.
+    template <class Number>
+    bool addMixed(std::span<const Number> items, std::size_t count) {
+        std::size_t at = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const CgnsCell* cell = at < items.size() ? findCgnsCell(items[at]) : nullptr;
+            if (!cell || cell->nodeCount > items.size() - at - 1) {
+                return false;
+            }
+            addCells(items.subspan(at + 1), *cell, 1);
+            at += 1 + cell->nodeCount;
+        }
+        return at == items.size();
+    }
+
+    template <class Number>
+    bool addPolygons(std::span<const Number> items, std::span<const std::int64_t> offsets, std::size_t count) {
+        if (offsets.size() != count + 1 || !ascends(offsets, items.size())) {
+            return false;
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            addPolygon(items.subspan(std::size_t(offsets[i]), std::size_t(offsets[i + 1] - offsets[i])));
+        }
+        return true;
+    }
+
+    // Before version 4 each came after how many nodes it has.
+    template <class Number>
+    bool addCountedPolygons(std::span<const Number> items, std::size_t count) {
+        std::size_t at = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::int64_t nodes = at < items.size() ? items[at] : 0;
+            if (nodes <= 0 || std::size_t(nodes) > items.size() - at - 1) {
+                return false;
+            }
+            addPolygon(items.subspan(at + 1, std::size_t(nodes)));
+            at += 1 + std::size_t(nodes);
+        }
+        return at == items.size();
+    }
+
+    template <class Number>
+    void addPolygon(std::span<const Number> nodes) {
+        std::int32_t* points = m_points->GetPointer(0) + m_pointCount;
+        addCell(VTK_POLYGON, nodes.size());
+        copyPoints(nodes, points);
+    }
+
+    // The points of the cell follow those of the one before it.
+    void addCell(int cellType, std::size_t pointCount) {
+        *m_type++ = static_cast<unsigned char>(cellType);
+        *m_offset++ = std::int32_t(m_pointCount);
+        m_pointCount += pointCount;
+    }
+
+    template <class Number>
+    void copyPoints(std::span<const Number> nodes, std::int32_t* points) const {
+        std::transform(nodes.begin(), nodes.end(), points, [this](Number node) { return pointOf(node); });
+    }
+
+    template <class Number>
+    std::int32_t pointOf(Number node) const {
+        return node >= 1 && node <= m_nodeCount ? std::int32_t(node - 1) : -1;
+    }
+
     const CgnsTree& m_tree;
-    const CgnsZone& m_zone;
-    std::set<int> m_layouts;
+    const std::int64_t m_nodeCount;
+    vtkNew<vtkUnsignedCharArray> m_types;
+    vtkNew<vtkTypeInt32Array> m_offsets;
+    vtkNew<vtkTypeInt32Array> m_points;
+    unsigned char* m_type;  ///< Of the next cell.
+    std::int32_t* m_offset; ///< Of the next cell.
+    std::size_t m_pointCount = 0;
 };
-
-bool needsCheck(const CgnsZone& zone) {
-    return std::any_of(zone.sections.begin(), zone.sections.end(), [](const CgnsSection& section) {
-        return section.elementType == MIXED || isOfFaces(section.elementType);
-    });
-}
-
-bool needsCheck(const CgnsBase& base) {
-    return std::any_of(base.zones.begin(), base.zones.end(), [](const CgnsZone& zone) { return needsCheck(zone); });
-}
 
 } // namespace
 
@@ -193,13 +257,12 @@ bool readCgnsSection(const CgnsTree& tree, const CgnsNode& node, CgnsSection* se
     section->begin = range[0];
     section->end = range[1];
     section->itemCount = list->sizes[0];
-    const int nodeCount = nodeCountOf(section->elementType);
-    const bool hasOwnCounts = section->elementType == MIXED || isOfFaces(section->elementType);
-    constexpr std::int64_t MOST = std::numeric_limits<std::int32_t>::max(); // VTK counts in int here.
-    if ((nodeCount == 0 && !hasOwnCounts) || section->begin < 1 || section->end < section->begin ||
-        section->end > MOST || section->itemCount > MOST ||
+    const CgnsCell* cell = findCgnsCell(kind[0]);
+    const bool hasOwnCounts = kind[0] == CGNS_MIXED || isOfFaces(section->elementType);
+    if ((!cell && !hasOwnCounts) || section->begin < 1 || section->end < section->begin || section->end > MOST ||
+        section->itemCount > MOST ||
         (hasOwnCounts ? section->elementCount() > section->itemCount
-                      : section->elementCount() * nodeCount != section->itemCount)) {
+                      : section->elementCount() * cell->nodeCount != section->itemCount)) {
         return ug::fail(error, Str("the elements of section '" + node.name + "' are not as many as it tells"));
     }
     return true;
@@ -208,8 +271,8 @@ bool readCgnsSection(const CgnsTree& tree, const CgnsNode& node, CgnsSection* se
 bool checkCgnsSections(const CgnsZone& zone, CgnsLeftOut* leftOut, ug::Error* error) {
     std::int64_t polygons = 0;
     std::int64_t polyhedra = 0;
-    const bool hasPolygons = sum(zone.sections, POLYGONS, &polygons);
-    const bool hasPolyhedra = sum(zone.sections, POLYHEDRA, &polyhedra);
+    const bool hasPolygons = sum(zone.sections, CGNS_POLYGONS, &polygons);
+    const bool hasPolyhedra = sum(zone.sections, CGNS_POLYHEDRA, &polyhedra);
     if (hasPolygons || hasPolyhedra) {
         const bool hasOthers = std::any_of(zone.sections.begin(), zone.sections.end(),
                                            [](const CgnsSection& section) { return !isOfFaces(section.elementType); });
@@ -217,47 +280,42 @@ bool checkCgnsSections(const CgnsZone& zone, CgnsLeftOut* leftOut, ug::Error* er
                ug::fail(error, "has polygons and other elements, or not as many as it tells, which VTK does not read");
     }
     std::vector<std::pair<std::int64_t, std::int64_t>> ranges;
-    std::int64_t items = 0;
     for (const CgnsSection& section : zone.sections) {
         if (section.begin <= zone.cellCounts[0]) {
             ranges.emplace_back(section.begin, section.end);
-            items += section.itemCount + section.elementCount();
         } else {
             (*leftOut)["sections of elements behind the cells of their zones"].push_back(zone.name + "/" +
                                                                                          section.name);
         }
     }
-    return (areCells(std::move(ranges), zone.cellCounts[0]) && items <= std::numeric_limits<std::int32_t>::max()) ||
+    return areCells(std::move(ranges), zone.cellCounts[0]) ||
            ug::fail(error, "does not number its cells from 1 on, without gaps, which VTK needs");
 }
 
-bool checkCgnsElements(const std::string& filename, const std::vector<CgnsBase>& bases, ug::Error* error) {
-    if (std::none_of(bases.begin(), bases.end(), [](const CgnsBase& base) { return needsCheck(base); })) {
+bool readCgnsCells(const CgnsTree& tree, const CgnsNode& node, const CgnsZone& zone, vtkUnstructuredGrid* grid,
+                   ug::Error* error) {
+    std::int64_t polyhedra = 0;
+    if (sum(zone.sections, CGNS_POLYHEDRA, &polyhedra)) {
+        Cells cells(tree, zone, 0);
+        cells.addPolyhedra(std::size_t(polyhedra));
+        cells.moveTo(grid);
         return true;
     }
-    CgnsTree tree;
-    std::vector<CgnsNode> nodes;
-    if (!tree.open(filename, error) || !tree.readRoot(&nodes, error)) {
-        return false;
+    const std::vector<const CgnsSection*> sections = cellSections(zone);
+    std::int64_t mostPoints = 0;
+    for (const CgnsSection* section : sections) {
+        mostPoints += section->itemCount;
     }
-    std::erase_if(nodes, [](const CgnsNode& node) { return node.label != "CGNSBase_t"; });
-    for (std::size_t b = 0; b < std::min(nodes.size(), bases.size()); ++b) {
-        if (!needsCheck(bases[b])) {
-            continue;
-        }
-        std::vector<CgnsNode> zones;
-        if (!tree.readChildren(nodes[b], &zones, error)) {
+    if (mostPoints > MOST) {
+        return ug::fail(error, "has more than 2147483647 nodes of elements");
+    }
+    Cells cells(tree, zone, std::size_t(mostPoints));
+    for (const CgnsSection* section : sections) {
+        if (!cells.add(node, *section, error)) {
             return false;
         }
-        std::erase_if(zones, [](const CgnsNode& node) { return node.label != "Zone_t"; });
-        for (std::size_t z = 0; z < std::min(zones.size(), bases[b].zones.size()); ++z) {
-            ug::Error reason;
-            const CgnsZone& zone = bases[b].zones[z];
-            if (needsCheck(zone) && !ElementChecker(tree, zone).check(zones[z], &reason)) {
-                return ug::fail(error, Str("zone '" + zone.name + "': ") + reason.message());
-            }
-        }
     }
+    cells.moveTo(grid);
     return true;
 }
 

@@ -10,7 +10,6 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr int MOST_FAMILIES_DEEP = 32;
 constexpr std::int64_t MOST_STEPS = 1'000'000;
 
 /// Reads one base.
@@ -23,7 +22,7 @@ public:
         m_base.name = node.name;
         std::vector<CgnsNode> children;
         return readDimensions(node, error) && m_tree.readChildren(node, &children, error) &&
-               checkOthers(children, error) && readTimes(children, error) && readZones(children, error);
+               readTimes(children, error) && readZones(children, error);
     }
 
 private:
@@ -39,29 +38,6 @@ private:
         m_base.cellDimension = int(dimensions[0]);
         m_base.physicalDimension = int(dimensions[1]);
         return true;
-    }
-
-    // Families and reference values are nothing to us, but VTK reads them.
-    bool checkOthers(const std::vector<CgnsNode>& children, ug::Error* error) {
-        for (const CgnsNode& child : children) {
-            std::vector<CgnsNode> values;
-            if ((child.label == "Family_t" && !checkFamily(child, 0, error)) ||
-                (child.label == "ReferenceState_t" && !m_tree.readChildren(child, &values, error))) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    bool checkFamily(const CgnsNode& family, int depth, ug::Error* error) {
-        std::vector<CgnsNode> children;
-        if (depth > MOST_FAMILIES_DEEP) {
-            return ug::fail(error, Str("has too many families in one another at '" + family.name + "'"));
-        }
-        return m_tree.readChildren(family, &children, error) &&
-               std::all_of(children.begin(), children.end(), [&](const CgnsNode& child) {
-                   return child.label != "Family_t" || checkFamily(child, depth + 1, error);
-               });
     }
 
     bool readTimes(const std::vector<CgnsNode>& children, ug::Error* error) {
@@ -110,14 +86,12 @@ private:
     }
 
     bool readZones(const std::vector<CgnsNode>& children, ug::Error* error) {
-        CgnsZoneRules rules;
         for (const CgnsNode& child : children) {
             if (child.label != "Zone_t") {
                 continue;
             }
             CgnsZone zone;
-            if ((m_base.zones.empty() && !readCgnsZoneRules(m_tree, child, &rules, error)) ||
-                !readCgnsZone(m_tree, child, m_base, rules, &zone, m_leftOut, error)) {
+            if (!readCgnsZone(m_tree, child, m_base, &zone, m_leftOut, error)) {
                 return false;
             }
             m_base.zones.push_back(std::move(zone));
@@ -133,8 +107,9 @@ private:
 } // namespace
 
 bool readCgnsIndex(const CgnsTree& tree, std::vector<CgnsBase>* bases, CgnsLeftOut* leftOut, ug::Error* error) {
+    CgnsNode root;
     std::vector<CgnsNode> nodes;
-    if (!tree.readRoot(&nodes, error)) {
+    if (!tree.findRoot(&root, error) || !tree.readChildren(root, &nodes, error)) {
         return false;
     }
     for (const CgnsNode& node : nodes) {

@@ -1,81 +1,21 @@
 #include "OrvImportVtk/CgnsSource.h"
 
 #include "OrvImportVtk/CgnsAdf.h"
-#include "OrvImportVtk/CgnsElements.h"
 #include "OrvImportVtk/CgnsHdf5.h"
-#include "OrvImportVtk/VtkMessages.h"
+#include "OrvImportVtk/CgnsMesh.h"
 #include "OrvImportVtk/VtkPieces.h"
 
-#include <vtkCellType.h>
-#include <vtkCGNSReader.h>
-#include <vtkDataArraySelection.h>
+#include <vtkCompositeDataSet.h>
+#include <vtkInformation.h>
 #include <vtkMultiBlockDataSet.h>
-#include <vtkUnsignedCharArray.h>
-#include <vtkUnstructuredGrid.h>
+#include <vtkPointSet.h>
 
 #include <algorithm>
-#include <exception>
-#include <functional>
-#include <iostream>
-#include <set>
-#include <sstream>
-#include <string_view>
-#include <utility>
 
 namespace orv::imp::cae {
 namespace {
 
 constexpr std::size_t MOST_NAMES = 5; // In a warning.
-
-// What VTK says of solutions that are neither of nodes nor of cells, which opening has told already.
-constexpr const char* CENTERING_WARNING = "centering is not supported";
-constexpr std::string_view CENTERING_LINE = "Bad Centering encountered !Only Vertex and CellCenter are supported\n";
-
-/// While one lives, what C++ programs print as errors is kept here; VTK's reader of CGNS does that besides its
-/// messages.
-class ErrorStream {
-public:
-    ErrorStream() : m_before(std::cerr.rdbuf(m_text.rdbuf())) {}
-
-    ~ErrorStream() {
-        std::cerr.rdbuf(m_before);
-    }
-
-    ErrorStream(const ErrorStream&) = delete;
-    ErrorStream& operator=(const ErrorStream&) = delete;
-
-    std::string text() const {
-        std::string line = m_text.str();
-        for (std::size_t at; (at = line.find(CENTERING_LINE)) != std::string::npos;) {
-            line.erase(at, CENTERING_LINE.size());
-        }
-        std::replace(line.begin(), line.end(), '\n', ' ');
-        line.erase(line.find_last_not_of(' ') + 1); // npos + 1 is 0.
-        return line;
-    }
-
-private:
-    std::ostringstream m_text;
-    std::streambuf* m_before;
-};
-
-// Whatever VTK has to say is about a file that is not as it takes it to be.
-bool run(const std::function<void()>& update, ug::Error* error) {
-    VtkMessages messages;
-    messages.takeWarningsForErrors();
-    messages.ignore(CENTERING_WARNING);
-    const ErrorStream stream;
-    const HdfSilence silence;
-    try {
-        update();
-    } catch (const std::exception& exception) { // Of vectors that are too long, or for want of memory.
-        return ug::fail(error, Str(std::string("VTK cannot read it: ") + exception.what()));
-    }
-    if (messages.hasErrors() || !stream.text().empty()) {
-        return ug::fail(error, Str(messages.errors().empty() ? stream.text() : messages.errors()));
-    }
-    return true;
-}
 
 std::string textOf(const CgnsLeftOut::value_type& leftOut) {
     const auto& [what, names] = leftOut;
@@ -100,30 +40,11 @@ void addArray(const CaeArray& array, std::size_t step, std::vector<CaeArray>* ar
 }
 
 bool isSameMesh(const CgnsZone& zone) {
-    return std::all_of(zone.steps.begin(), zone.steps.end(), [&](const CgnsZoneStep& step) {
-        return step.hasGrid == zone.steps[0].hasGrid && step.grid == zone.steps[0].grid;
-    });
-}
-
-// VTK has no name for pyramids of 13 nodes, though it knows them otherwise; nothing else that it leaves nameless
-// has 13.
-void namePyramids(vtkDataObject* output) {
-    constexpr vtkIdType NODES = 13;
-    for (const VtkPiece& piece : piecesOf(output)) {
-        auto* grid = vtkUnstructuredGrid::SafeDownCast(piece.data);
-        vtkUnsignedCharArray* types = grid ? grid->GetCellTypesArray() : nullptr;
-        for (vtkIdType cell = 0; types && cell < types->GetNumberOfTuples(); ++cell) {
-            if (types->GetValue(cell) == VTK_EMPTY_CELL && grid->GetCells()->GetCellSize(cell) == NODES) {
-                types->SetValue(cell, VTK_QUADRATIC_PYRAMID);
-            }
-        }
-    }
+    return std::all_of(zone.steps.begin(), zone.steps.end(),
+                       [&](const CgnsZoneStep& step) { return step.grid == zone.steps[0].grid; });
 }
 
 } // namespace
-
-CgnsSource::CgnsSource() = default;
-CgnsSource::~CgnsSource() = default;
 
 bool CgnsSource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
     m_filename = filename;
@@ -135,6 +56,7 @@ bool CgnsSource::open(const std::string& filename, VtkContents* contents, ug::Er
     }
     chooseBases(&leftOut);
     describe(contents);
+    m_parts = contents->parts;
     m_arrays = contents->arrays;
     for (const auto& one : leftOut) {
         contents->warnings.push_back(textOf(one));
@@ -144,30 +66,13 @@ bool CgnsSource::open(const std::string& filename, VtkContents* contents, ug::Er
 
 vtkSmartPointer<vtkDataObject> CgnsSource::read(std::size_t step, std::span<const std::size_t> arrays,
                                                 ug::Error* error) {
-    if (!m_reader && !openReader(error)) {
-        return nullptr;
-    }
-    m_reader->DisableAllPointArrays();
-    m_reader->DisableAllCellArrays();
-    for (const std::size_t array : arrays) {
-        const char* name = m_arrays[array].name.c_str();
-        m_arrays[array].mapping == ug::PER_NODE ? m_reader->SetPointArrayStatus(name, 1)
-                                                : m_reader->SetCellArrayStatus(name, 1);
-    }
-    const auto update = [&] { m_times.empty() ? m_reader->Update() : void(m_reader->UpdateTimeStep(m_times[step])); };
-    if (!run(update, error)) {
-        return nullptr;
-    }
-    auto* output = vtkMultiBlockDataSet::SafeDownCast(m_reader->GetOutputDataObject(0));
-    if (output) {
-        namePyramids(output);
-    }
-    return output && m_chosen.size() == 1 && output->GetNumberOfBlocks() == 1 ? output->GetBlock(0) : output;
+    auto output = vtkSmartPointer<vtkMultiBlockDataSet>::New();
+    bool isRead = false;
+    return updateVtk([&] { isRead = readZones(step, arrays, output, error); }, error) && isRead ? output : nullptr;
 }
 
-void CgnsSource::release() {
-    m_reader->GetOutputDataObject(0)->ReleaseData();
-}
+// Nothing is kept.
+void CgnsSource::release() {}
 
 // Those that have the times of the first one.
 void CgnsSource::chooseBases(CgnsLeftOut* leftOut) {
@@ -213,21 +118,66 @@ void CgnsSource::describe(VtkContents* contents) const {
     }
 }
 
-bool CgnsSource::openReader(ug::Error* error) {
-    if (!checkCgnsElements(m_filename, m_bases, error)) {
+bool CgnsSource::readZones(std::size_t step, std::span<const std::size_t> arrays, vtkMultiBlockDataSet* output,
+                           ug::Error* error) const {
+    CgnsTree tree;
+    CgnsNode root;
+    if (!tree.open(m_filename, error) || !tree.findRoot(&root, error)) {
         return false;
     }
-    const auto reader = vtkSmartPointer<vtkCGNSReader>::New();
-    reader->SetFileName(m_filename.c_str());
-    if (!run([&] { reader->UpdateInformation(); }, error)) {
-        return false;
-    }
-    reader->DisableAllBases();
     for (const std::size_t b : m_chosen) {
-        reader->SetBaseArrayStatus(m_bases[b].name.c_str(), 1);
+        CgnsNode base;
+        if (!tree.find(root, m_bases[b].name, &base, error)) {
+            return false;
+        }
+        for (const CgnsZone& zone : m_bases[b].zones) {
+            if (!zone.hasMesh) {
+                continue;
+            }
+            CgnsNode node;
+            ug::Error reason;
+            vtkSmartPointer<vtkPointSet> mesh;
+            if (tree.find(base, zone.name, &node, &reason)) {
+                mesh = readZone(tree, node, m_bases[b], zone, step, arrays, &reason);
+            }
+            if (!mesh) {
+                return ug::fail(error, Str("zone '" + zone.name + "': ") + reason.message());
+            }
+            const unsigned int part = output->GetNumberOfBlocks();
+            output->SetBlock(part, mesh);
+            output->GetMetaData(part)->Set(vtkCompositeDataSet::NAME(), m_parts[part].c_str());
+        }
     }
-    m_reader = reader;
     return true;
+}
+
+vtkSmartPointer<vtkPointSet> CgnsSource::readZone(const CgnsTree& tree, const CgnsNode& node, const CgnsBase& base,
+                                                  const CgnsZone& zone, std::size_t step,
+                                                  std::span<const std::size_t> arrays, ug::Error* error) const {
+    vtkSmartPointer<vtkPointSet> mesh = readCgnsMesh(tree, node, zone, step, error);
+    if (!mesh || !zone.steps[step].grid) {
+        return mesh;
+    }
+    // Of arrays of one name the last one stays, by the names of the solutions.
+    std::vector<std::size_t> solutions = zone.steps[step].solutions;
+    std::sort(solutions.begin(), solutions.end(),
+              [&](std::size_t a, std::size_t b) { return zone.solutions[a].name < zone.solutions[b].name; });
+    for (const std::size_t s : solutions) {
+        const CgnsSolution& solution = zone.solutions[s];
+        for (const CaeArray& array : solution.arrays) {
+            if (solution.mapping && isWanted(array, arrays) &&
+                !addCgnsArray(tree, node, zone, solution, array, base.physicalDimension, mesh, error)) {
+                return nullptr;
+            }
+        }
+    }
+    return mesh;
+}
+
+bool CgnsSource::isWanted(const CaeArray& array, std::span<const std::size_t> arrays) const {
+    return std::any_of(arrays.begin(), arrays.end(), [&](std::size_t wanted) {
+        return m_arrays[wanted].name == array.name && m_arrays[wanted].mapping == array.mapping;
+    });
 }
 
 } // namespace orv::imp::cae

@@ -79,16 +79,43 @@ bool CgnsTree::open(const std::string& filename, ug::Error* error) {
     return !failed || ug::fail(error, Str(failed.message()));
 }
 
-bool CgnsTree::readRoot(std::vector<CgnsNode>* children, ug::Error* error) const {
-    double root = 0;
-    if (cgio_get_root_id(m_file, &root) != 0) {
-        return ug::fail(error, Str("has no outermost node: " + lastError()));
+bool CgnsTree::findRoot(CgnsNode* root, ug::Error* error) const {
+    root->name = "file";
+    return cgio_get_root_id(m_file, &root->m_id) == 0 || ug::fail(error, Str("has no outermost node: " + lastError()));
+}
+
+bool CgnsTree::find(const CgnsNode& parent, const std::string& name, CgnsNode* child, ug::Error* error) const {
+    CgnsNode found;
+    if (cgio_get_node_id(m_file, parent.m_id, name.c_str(), &found.m_id) != 0) {
+        return ug::fail(error, Str("'" + name + "' cannot be found: " + lastError()));
     }
-    return readChildrenOf(root, "file", children, error);
+    found.m_file = m_file;
+    *child = std::move(found);
+    return look(child, error) && (child->name == name || ug::fail(error, Str("'" + child->name + "' has two names")));
 }
 
 bool CgnsTree::readChildren(const CgnsNode& parent, std::vector<CgnsNode>* children, ug::Error* error) const {
-    return readChildrenOf(parent.m_id, parent.name, children, error);
+    children->clear();
+    int count = 0;
+    if (cgio_number_children(m_file, parent.m_id, &count) != 0 || count < 0 || count > MOST_CHILDREN) {
+        return ug::fail(error, Str("the nodes of '" + parent.name + "' cannot be told: " + lastError()));
+    }
+    if (count == 0) {
+        return true;
+    }
+    int found = 0;
+    std::vector<double> ids(std::size_t(count), 0);
+    if (cgio_children_ids(m_file, parent.m_id, 1, count, &found, ids.data()) != 0 || found != count) {
+        return ug::fail(error, Str("the nodes of '" + parent.name + "' cannot be found: " + lastError()));
+    }
+    for (const double child : ids) {
+        CgnsNode node;
+        node.m_file = m_file;
+        node.m_id = child;
+        children->push_back(std::move(node));
+    }
+    return std::all_of(children->begin(), children->end(), [&](CgnsNode& node) { return look(&node, error); }) &&
+           areCalledSo(parent, *children, error);
 }
 
 bool CgnsTree::readIntegers(const CgnsNode& node, std::vector<std::int64_t>* items, ug::Error* error) const {
@@ -150,37 +177,12 @@ bool CgnsTree::look(CgnsNode* node, ug::Error* error) const {
     return true;
 }
 
-bool CgnsTree::readChildrenOf(double id, const std::string& name, std::vector<CgnsNode>* children,
-                              ug::Error* error) const {
-    children->clear();
-    int count = 0;
-    if (cgio_number_children(m_file, id, &count) != 0 || count < 0 || count > MOST_CHILDREN) {
-        return ug::fail(error, Str("the nodes of '" + name + "' cannot be told: " + lastError()));
-    }
-    if (count == 0) {
-        return true;
-    }
-    int found = 0;
-    std::vector<double> ids(std::size_t(count), 0);
-    if (cgio_children_ids(m_file, id, 1, count, &found, ids.data()) != 0 || found != count) {
-        return ug::fail(error, Str("the nodes of '" + name + "' cannot be found: " + lastError()));
-    }
-    for (const double child : ids) {
-        CgnsNode node;
-        node.m_file = m_file;
-        node.m_id = child;
-        children->push_back(std::move(node));
-    }
-    return std::all_of(children->begin(), children->end(), [&](CgnsNode& node) { return look(&node, error); }) &&
-           areCalledSo(id, *children, error);
-}
-
 // Nodes have their names twice: their own, and the one that they are found by.
-bool CgnsTree::areCalledSo(double parent, const std::vector<CgnsNode>& children, ug::Error* error) const {
+bool CgnsTree::areCalledSo(const CgnsNode& parent, const std::vector<CgnsNode>& children, ug::Error* error) const {
     constexpr std::size_t LENGTH = CGIO_MAX_NAME_LENGTH + 1;
     std::vector<char> names(children.size() * LENGTH + 1, '\0');
     int found = 0;
-    if (cgio_children_names(m_file, parent, 1, int(children.size()), int(LENGTH), &found, names.data()) != 0 ||
+    if (cgio_children_names(m_file, parent.m_id, 1, int(children.size()), int(LENGTH), &found, names.data()) != 0 ||
         std::size_t(found) != children.size()) {
         return ug::fail(error, Str("names of nodes cannot be found: " + lastError()));
     }
@@ -190,11 +192,7 @@ bool CgnsTree::areCalledSo(double parent, const std::vector<CgnsNode>& children,
         }
     }
     CgnsNode last; // Looking for it goes past all others.
-    if (cgio_get_node_id(m_file, parent, children.back().name.c_str(), &last.m_id) != 0) {
-        return ug::fail(error, Str("'" + children.back().name + "' cannot be found: " + lastError()));
-    }
-    last.m_file = m_file;
-    return true;
+    return find(parent, children.back().name, &last, error);
 }
 
 bool CgnsTree::readItems(const CgnsNode& node, void* items, ug::Error* error) const {

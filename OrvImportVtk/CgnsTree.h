@@ -33,8 +33,8 @@ private:
     double m_id = 0;
 };
 
-/// The tree of nodes that a CGNS file is, HDF5 or ADF, through the library that VTK's reader uses. Nodes are looked at
-/// when they are asked for, and all that VTK would stumble over in a node by itself is an error here.
+/// The tree of nodes that a CGNS file is, HDF5 or ADF, through the library that VTK has for it. Nodes are looked at
+/// when they are asked for.
 class CgnsTree {
 public:
     CgnsTree() = default;
@@ -45,11 +45,18 @@ public:
 
     bool open(const std::string& filename, ug::Error* error);
 
-    /// The children of the outermost node, which has neither name nor data.
-    bool readRoot(std::vector<CgnsNode>* children, ug::Error* error) const;
+    /// The outermost node, which has no data.
+    bool findRoot(CgnsNode* root, ug::Error* error) const;
+
+    /// The child of that name.
+    bool find(const CgnsNode& parent, const std::string& name, CgnsNode* child, ug::Error* error) const;
+
     bool readChildren(const CgnsNode& parent, std::vector<CgnsNode>* children, ug::Error* error) const;
 
-    /// Items of one of the types "I4" and "I8", "R4" and "R8", "C1".
+    /// All items of a node, of its type, as many as CgnsNode::itemCount().
+    bool readItems(const CgnsNode& node, void* items, ug::Error* error) const;
+
+    /// The same of one of the types "I4" and "I8", "R4" and "R8", "C1".
     /// @{
     bool readIntegers(const CgnsNode& node, std::vector<std::int64_t>* items, ug::Error* error) const;
     bool readReals(const CgnsNode& node, std::vector<double>* items, ug::Error* error) const;
@@ -58,9 +65,7 @@ public:
 
 private:
     bool look(CgnsNode* node, ug::Error* error) const;
-    bool readChildrenOf(double id, const std::string& name, std::vector<CgnsNode>* children, ug::Error* error) const;
-    bool areCalledSo(double parent, const std::vector<CgnsNode>& children, ug::Error* error) const;
-    bool readItems(const CgnsNode& node, void* items, ug::Error* error) const;
+    bool areCalledSo(const CgnsNode& parent, const std::vector<CgnsNode>& children, ug::Error* error) const;
 
     const HdfSilence m_silence; ///< The library changes what HDF5 prints.
     int m_file = 0;             ///< Of the library; 0 while none is open.

@@ -4,7 +4,6 @@
 #include "OrvImportVtk/CgnsElements.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <set>
 #include <string_view>
@@ -14,7 +13,7 @@ namespace orv::imp::cae {
 namespace {
 
 constexpr std::size_t NAME_LENGTH = 32;
-constexpr std::int64_t LARGEST_COUNT = 0x7fffffff; // VTK counts along the sides of structured zones in int.
+constexpr std::int64_t LARGEST_COUNT = 0x7fffffff; // VTK counts along the sides of structured grids in int.
 
 bool isArray(const CgnsNode& node) {
     return node.label == "DataArray_t";
@@ -26,18 +25,14 @@ bool isFlowPointers(const std::string& name) {
     return name.starts_with(BEGIN) && name.ends_with(END);
 }
 
-/// The layers around what belongs to a zone.
-using Rind = std::array<std::int64_t, 6>;
-
 class ZoneReader {
 public:
-    ZoneReader(const CgnsTree& tree, const CgnsBase& base, const CgnsZoneRules& rules, CgnsZone* zone,
-               CgnsLeftOut* leftOut)
-        : m_tree(tree), m_base(base), m_rules(rules), m_zone(*zone), m_leftOut(leftOut) {}
+    ZoneReader(const CgnsTree& tree, const CgnsBase& base, CgnsZone* zone, CgnsLeftOut* leftOut)
+        : m_tree(tree), m_base(base), m_zone(*zone), m_leftOut(leftOut) {}
 
     bool read(const CgnsNode& node, ug::Error* error) {
         m_zone.name = node.name;
-        return m_tree.readChildren(node, &m_children, error) && readKind(error) && checkFamilies(error) &&
+        return m_tree.readChildren(node, &m_children, error) && readKind(error) &&
                (!m_zone.hasMesh || (readShape(node, error) && readGrids(error) && readSections(error) &&
                                     readSolutions(error) && readSteps(error)));
     }
@@ -59,38 +54,6 @@ private:
             (*m_leftOut)["zones of unknown types"].push_back(m_zone.name);
         }
         return true;
-    }
-
-    // VTK forgets zones with names that begin a path and do not end it, and looks for them later.
-    bool checkFamilies(ug::Error* error) {
-        for (const CgnsNode& child : m_children) {
-            if (child.label == "FamilyName_t" && !checkFamily(child, error)) {
-                return false;
-            }
-            std::vector<CgnsNode> conditions;
-            if (child.label == "ZoneBC_t" && !m_tree.readChildren(child, &conditions, error)) {
-                return false;
-            }
-            for (const CgnsNode& condition : conditions) {
-                std::vector<CgnsNode> parts;
-                if (condition.label == "BC_t" && !m_tree.readChildren(condition, &parts, error)) {
-                    return false;
-                }
-                if (!std::all_of(parts.begin(), parts.end(), [&](const CgnsNode& part) {
-                        return part.label != "FamilyName_t" || checkFamily(part, error);
-                    })) {
-                    return false;
-                }
-            }
-        }
-        return true;
-    }
-
-    bool checkFamily(const CgnsNode& node, ug::Error* error) {
-        std::string name;
-        return m_tree.readText(node, &name, error) &&
-               (!name.starts_with('/') || name.find('/', 1) != std::string::npos ||
-                ug::fail(error, Str("'" + name + "' is no family")));
     }
 
     // Counts of nodes, cells, and nodes of the boundary; each for each dimension.
@@ -119,8 +82,8 @@ private:
     bool readGrids(ug::Error* error) {
         for (const CgnsNode& child : m_children) {
             if (child.label == "GridCoordinates_t") {
-                m_grids.push_back(child.name);
-                if (!readGrid(child, error)) {
+                m_zone.grids.emplace_back();
+                if (!readGrid(child, &m_zone.grids.back(), error)) {
                     return false;
                 }
             }
@@ -128,30 +91,31 @@ private:
         return true;
     }
 
-    bool readGrid(const CgnsNode& grid, ug::Error* error) {
+    bool readGrid(const CgnsNode& node, CgnsGrid* grid, ug::Error* error) {
+        grid->name = node.name;
         std::vector<CgnsNode> nodes;
-        Rind rind = {};
-        if (!m_tree.readChildren(grid, &nodes, error) || !readRind(nodes, &rind, error)) {
+        if (!m_tree.readChildren(node, &nodes, error) || !readRind(nodes, &grid->rind, error)) {
             return false;
         }
         int axes = 0;
-        for (const CgnsNode& node : nodes) {
-            if (!isArray(node)) {
+        for (const CgnsNode& array : nodes) {
+            if (!isArray(array)) {
                 continue;
             }
             ++axes;
-            if (std::string_view("XYZ").find(node.name.back()) == std::string_view::npos ||
-                (node.type != "R4" && node.type != "R8")) {
-                return ug::fail(error, Str("has coordinates '" + node.name + "', which VTK does not know"));
+            const std::size_t axis = std::string_view("XYZ").find(array.name.back());
+            if (axis == std::string_view::npos || (array.type != "R4" && array.type != "R8")) {
+                return ug::fail(error, Str("has coordinates '" + array.name + "', which VTK does not know"));
             }
-            if (!checkSizes(node, m_zone.nodeCounts, rind, error)) {
+            if (!checkCgnsValues(array, m_zone.nodeCounts, grid->rind, error)) {
                 return false;
             }
+            grid->axes[axis] = array.name;
         }
-        return axes >= m_base.physicalDimension || ug::fail(error, Str("'" + grid.name + "' has not all coordinates"));
+        return axes >= m_base.physicalDimension || ug::fail(error, Str("'" + grid->name + "' has not all coordinates"));
     }
 
-    bool readRind(const std::vector<CgnsNode>& nodes, Rind* rind, ug::Error* error) {
+    bool readRind(const std::vector<CgnsNode>& nodes, CgnsRind* rind, ug::Error* error) {
         for (const CgnsNode& node : nodes) {
             if (node.label != "Rind_t") {
                 continue;
@@ -168,15 +132,6 @@ private:
             std::copy(layers.begin(), layers.end(), rind->begin());
         }
         return true;
-    }
-
-    bool checkSizes(const CgnsNode& array, const std::vector<std::int64_t>& counts, const Rind& rind,
-                    ug::Error* error) {
-        bool isLarge = array.sizes.size() == counts.size();
-        for (std::size_t d = 0; isLarge && d < counts.size(); ++d) {
-            isLarge = array.sizes[d] >= rind[2 * d] + counts[d];
-        }
-        return isLarge || ug::fail(error, Str("has an array '" + array.name + "' of another size"));
     }
 
     bool readSections(ug::Error* error) {
@@ -208,8 +163,7 @@ private:
 
     bool readSolution(const CgnsNode& node, CgnsSolution* solution, ug::Error* error) {
         std::vector<CgnsNode> nodes;
-        Rind rind = {};
-        if (!m_tree.readChildren(node, &nodes, error) || !readRind(nodes, &rind, error) ||
+        if (!m_tree.readChildren(node, &nodes, error) || !readRind(nodes, &solution->rind, error) ||
             !readMapping(nodes, solution, error)) {
             return false;
         }
@@ -224,8 +178,8 @@ private:
             if (array.type != "R4" && array.type != "R8" && array.type != "I4" && array.type != "I8") {
                 return ug::fail(error, Str("has an array '" + array.name + "' of the type '" + array.type + "'"));
             }
-            const auto& counts = solution->mapping == ug::PER_ELEMENT ? m_zone.cellCounts : m_zone.nodeCounts;
-            if (solution->mapping && !checkSizes(array, counts, rind, error)) {
+            const CgnsCounts& counts = solution->mapping == ug::PER_ELEMENT ? m_zone.cellCounts : m_zone.nodeCounts;
+            if (solution->mapping && !checkCgnsValues(array, counts, solution->rind, error)) {
                 return false;
             }
             arrays.push_back({array.name, array.type});
@@ -258,26 +212,20 @@ private:
     }
 
     bool readSteps(ug::Error* error) {
-        m_zone.steps.resize(std::max<std::size_t>(m_base.times.size(), 1));
-        for (CgnsZoneStep& step : m_zone.steps) {
-            step.grid = m_grids.empty() ? "GridCoordinates" : m_grids[0];
-        }
+        const std::optional<std::size_t> firstGrid =
+            m_zone.grids.empty() ? std::nullopt : std::optional<std::size_t>(0);
+        m_zone.steps.assign(std::max<std::size_t>(m_base.times.size(), 1), {firstGrid, {}});
         const auto iterative = std::find_if(m_children.begin(), m_children.end(),
                                             [](const CgnsNode& child) { return child.label == "ZoneIterativeData_t"; });
-        const bool hasPointers = iterative != m_children.end();
         std::vector<CgnsNode> nodes;
-        if (hasPointers && !m_tree.readChildren(*iterative, &nodes, error)) {
+        if (iterative != m_children.end() && !m_tree.readChildren(*iterative, &nodes, error)) {
             return false;
         }
-        if (m_rules.haveGridPointers && !readGridPointers(nodes, error)) {
+        std::erase_if(nodes, [](const CgnsNode& node) { return !isArray(node); });
+        if (!readGridPointers(nodes, error)) {
             return false;
         }
-        for (const CgnsZoneStep& step : m_zone.steps) {
-            if (step.hasGrid && std::find(m_grids.begin(), m_grids.end(), step.grid) == m_grids.end()) {
-                return ug::fail(error, Str("has no coordinates '" + step.grid + "'"));
-            }
-        }
-        if (m_rules.haveFlowPointers && hasPointers) {
+        if (std::any_of(nodes.begin(), nodes.end(), [](const CgnsNode& node) { return isFlowPointers(node.name); })) {
             return readFlowPointers(nodes, error);
         }
         for (CgnsZoneStep& step : m_zone.steps) {
@@ -288,19 +236,24 @@ private:
     }
 
     bool readGridPointers(const std::vector<CgnsNode>& nodes, ug::Error* error) {
+        std::vector<std::string> names(m_zone.steps.size());
         for (const CgnsNode& node : nodes) {
-            if (!isArray(node) || node.name != "GridCoordinatesPointers") {
-                continue;
-            }
-            std::vector<std::string> names;
-            if (!readPointers(node, &names, error)) {
+            if (node.name == "GridCoordinatesPointers" && !readPointers(node, &names, error)) {
                 return false;
             }
-            for (std::size_t s = 0; s < names.size(); ++s) {
-                m_zone.steps[s].hasGrid = names[s] != "Null";
-                m_zone.steps[s].grid = names[s].empty() ? m_zone.steps[s].grid : names[s];
+        }
+        for (std::size_t s = 0; s < names.size(); ++s) {
+            std::optional<std::size_t>& grid = m_zone.steps[s].grid;
+            const auto named = std::find_if(m_zone.grids.begin(), m_zone.grids.end(),
+                                            [&](const CgnsGrid& known) { return known.name == names[s]; });
+            if (names[s] == "Null") {
+                grid.reset();
+            } else if (named != m_zone.grids.end()) {
+                grid = std::size_t(named - m_zone.grids.begin());
+            } else if (!names[s].empty() || !grid) {
+                return ug::fail(error,
+                                Str("has no coordinates '" + (names[s].empty() ? "GridCoordinates" : names[s]) + "'"));
             }
-            break;
         }
         return true;
     }
@@ -308,10 +261,10 @@ private:
     bool readFlowPointers(const std::vector<CgnsNode>& nodes, ug::Error* error) {
         std::vector<bool> isTold(m_zone.steps.size());
         for (const CgnsNode& node : nodes) {
-            if (!isArray(node) || !isFlowPointers(node.name)) {
+            std::vector<std::string> names;
+            if (!isFlowPointers(node.name)) {
                 continue;
             }
-            std::vector<std::string> names;
             if (!readPointers(node, &names, error)) {
                 return false;
             }
@@ -330,7 +283,7 @@ private:
         return true;
     }
 
-    // A name that VTK would find something else by is an error; of one that nothing has it knows nothing.
+    // The name of something else is an error; one that nothing has tells nothing.
     bool addSolution(const std::string& name, CgnsZoneStep* step, ug::Error* error) {
         for (std::size_t s = 0; s < m_zone.solutions.size(); ++s) {
             if (m_zone.solutions[s].name == name) {
@@ -353,6 +306,7 @@ private:
         if (text.size() < NAME_LENGTH * m_zone.steps.size()) {
             return ug::fail(error, Str("'" + node.name + "' has no name for each time"));
         }
+        names->clear();
         for (std::size_t s = 0; s < m_zone.steps.size(); ++s) {
             std::string name = text.substr(NAME_LENGTH * s, NAME_LENGTH).c_str();
             name.erase(name.find_last_not_of(" \t\n\v\f\r") + 1); // npos + 1 is 0.
@@ -361,7 +315,7 @@ private:
         return true;
     }
 
-    // Where nothing tells which solutions belong to a time VTK takes the first one of nodes and the first one of cells.
+    // Where nothing tells which solutions belong to a time it is the first one of nodes and the first one of cells.
     std::vector<std::size_t> firstSolutions() const {
         std::set<std::optional<ug::ResultMapping>> mappings;
         std::vector<std::size_t> solutions;
@@ -384,37 +338,17 @@ private:
 
     const CgnsTree& m_tree;
     const CgnsBase& m_base;
-    const CgnsZoneRules& m_rules;
     CgnsZone& m_zone;
     CgnsLeftOut* m_leftOut;
     std::vector<CgnsNode> m_children;
-    std::vector<std::string> m_grids;
 };
 
 } // namespace
 
-bool readCgnsZoneRules(const CgnsTree& tree, const CgnsNode& firstZone, CgnsZoneRules* rules, ug::Error* error) {
-    std::vector<CgnsNode> children;
-    if (!tree.readChildren(firstZone, &children, error)) {
-        return false;
-    }
-    for (const CgnsNode& child : children) {
-        std::vector<CgnsNode> nodes;
-        if (child.label == "ZoneIterativeData_t" && !tree.readChildren(child, &nodes, error)) {
-            return false;
-        }
-        for (const CgnsNode& node : nodes) {
-            rules->haveGridPointers |= isArray(node) && node.name == "GridCoordinatesPointers";
-            rules->haveFlowPointers |= isArray(node) && node.name == "FlowSolutionPointers";
-        }
-    }
-    return true;
-}
-
-bool readCgnsZone(const CgnsTree& tree, const CgnsNode& node, const CgnsBase& base, const CgnsZoneRules& rules,
-                  CgnsZone* zone, CgnsLeftOut* leftOut, ug::Error* error) {
+bool readCgnsZone(const CgnsTree& tree, const CgnsNode& node, const CgnsBase& base, CgnsZone* zone,
+                  CgnsLeftOut* leftOut, ug::Error* error) {
     ug::Error reason;
-    return ZoneReader(tree, base, rules, zone, leftOut).read(node, &reason) ||
+    return ZoneReader(tree, base, zone, leftOut).read(node, &reason) ||
            ug::fail(error, Str("zone '" + node.name + "': ") + reason.message());
 }
 

@@ -112,6 +112,19 @@ protected:
         cgio_close_file(file);
     }
 
+    void remove(const std::string& parent, const char* name) {
+        int file = 0;
+        double root = 0;
+        double parentId = 0;
+        double id = 0;
+        ASSERT_EQ(cgio_open_file(path().c_str(), CGIO_MODE_MODIFY, CGIO_FILE_NONE, &file), 0);
+        cgio_get_root_id(file, &root);
+        ASSERT_EQ(cgio_get_node_id(file, root, parent.c_str(), &parentId), 0);
+        ASSERT_EQ(cgio_get_node_id(file, parentId, name, &id), 0);
+        ASSERT_EQ(cgio_delete_node(file, parentId, id), 0);
+        cgio_close_file(file);
+    }
+
     std::string path() const {
         return m_folder.path() + "/a.cgns";
     }
@@ -280,14 +293,15 @@ TEST_F(CgnsFiles, ComponentsZInAPlaneAreLeftOut) {
     EXPECT_THAT(warnings(), ElementsAre("components Z in two dimensions are left out: 'Zone/Values/VelocityZ'"));
 }
 
-TEST_F(CgnsFiles, FamiliesMustNotBeHalfPaths) {
+// Half a path is none that VTK's own reader survives.
+TEST_F(CgnsFiles, FamiliesAreNothingToMeshes) {
     create();
     addZone("Zone");
     addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
     ASSERT_EQ(cg_goto(m_file, m_base, "Zone_t", m_zone, "end"), CG_OK);
     ASSERT_EQ(cg_famname_write("/Fluid"), CG_OK);
     close();
-    EXPECT_EQ(errorText(), "base 'Base': zone 'Zone': '/Fluid' is no family");
+    EXPECT_EQ(errorText(), "");
 }
 
 TEST_F(CgnsFiles, ArraysHaveToBeNumbers) {
@@ -394,6 +408,143 @@ TEST_F(CgnsFiles, ElementsOfSeveralTypesAreLookedAt) {
         replace("/Base/Zone/All/ElementConnectivity", bad);
         EXPECT_EQ(errorText(), text);
     }
+}
+
+// The first has offsets, as version 4 wants them, the second counts.
+TEST_F(CgnsFiles, PolygonsAreWrittenInTwoWays) {
+    create(2, 3);
+    addZone("Zone", 2);
+    const Numbers nodes = {1, 2, 4, 3, 5, 6, 7};
+    const Numbers offsets = {0, 4, 7};
+    int index = 0;
+    ASSERT_EQ(cg_poly_section_write(m_file, m_base, m_zone, "Faces", CGNS_ENUMV(NGON_n), 1, 2, 0, nodes.data(),
+                                    offsets.data(), &index),
+              CG_OK);
+    close();
+    const auto expectFaces = [this] {
+        const auto source = orvtest::openVtk(path());
+        const ug::DataElements& elements = *source->state(0)->geometry(0)->part(0)->elements();
+        ASSERT_EQ(elements.elementCount(), 2u);
+        EXPECT_THAT(elements.nodeIndexes(0), ElementsAre(0, 1, 3, 2));
+        EXPECT_THAT(elements.nodeIndexes(1), ElementsAre(4, 5, 6));
+    };
+    expectFaces();
+    const std::string text = "zone 'Zone': the elements of section 'Faces' are not as many as it tells";
+    for (const std::vector<int>& bad : {std::vector<int>{0, 4}, {0, 8, 7}, {1, 4, 7}, {0, 4, 6}}) {
+        replace("/Base/Zone/Faces/ElementStartOffset", bad);
+        EXPECT_EQ(errorText(), text);
+    }
+    remove("/Base/Zone/Faces", "ElementStartOffset");
+    for (const std::vector<int>& bad :
+         {std::vector<int>{4, 1, 2, 4, 3, 4, 5, 6, 7}, {4, 1, 2, 4, 3, 0, 5, 6, 7}, {4, 1, 2, 4, 3, 2, 5, 6, 7}}) {
+        replace("/Base/Zone/Faces/ElementConnectivity", bad);
+        EXPECT_EQ(errorText(), text);
+    }
+    replace("/Base/Zone/Faces/ElementConnectivity", std::vector<int>{4, 1, 2, 4, 3, 3, 5, 6, 7});
+    expectFaces();
+}
+
+TEST_F(CgnsFiles, PolyhedraAreLeftOut) {
+    create();
+    addZone("Zone");
+    const Numbers nodes = {1, 2, 3, 1, 2, 5, 2, 3, 5, 3, 1, 5};
+    const Numbers offsets = {0, 3, 6, 9, 12};
+    const Numbers faces = {1, 2, 3, 4};
+    const Numbers faceOffsets = {0, 4};
+    int index = 0;
+    ASSERT_EQ(cg_poly_section_write(m_file, m_base, m_zone, "Faces", CGNS_ENUMV(NGON_n), 1, 4, 0, nodes.data(),
+                                    offsets.data(), &index),
+              CG_OK);
+    ASSERT_EQ(cg_poly_section_write(m_file, m_base, m_zone, "Cells", CGNS_ENUMV(NFACE_n), 5, 5, 0, faces.data(),
+                                    faceOffsets.data(), &index),
+              CG_OK);
+    addSolution("Values", CGNS_ENUMV(Vertex), "a");
+    close();
+    const auto source = orvtest::openVtk(path());
+    ASSERT_TRUE(orvtest::load(source.get(), 1, {orvtest::findResult(source.get(), "a")}));
+    const ug::DataPart* part = source->state(0)->geometry(0)->part(0);
+    EXPECT_EQ(part->nodes()->nodeCount(), 8u);
+    EXPECT_EQ(part->elements()->elementCount(), 0u);
+    const std::vector<Str>& warnings = source->directory()->warnings();
+    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_THAT(warnings[0].toStdString(), HasSubstr("1 cells of VTK cell type 42 (vtkPolyhedron) are left out"));
+}
+
+TEST_F(CgnsFiles, NodesHaveToBeThere) {
+    create();
+    addZone("Zone");
+    addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
+    close();
+    for (const int bad : {0, -1, 9}) {
+        replace("/Base/Zone/Cells/ElementConnectivity", std::vector<int>{1, 2, 3, 4, 5, 6, 7, bad});
+        EXPECT_EQ(errorText(), "cell 0 has a point that is not one of the 8 points of its mesh");
+    }
+}
+
+// Which is no error, as pointers to solutions that are not there have always been passed over.
+TEST_F(CgnsFiles, WithoutASolutionOfThatNameItIsTheFirstOne) {
+    create();
+    addZone("Zone");
+    addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
+    addSolution("Values", CGNS_ENUMV(Vertex), "a");
+    addTimes({0.5});
+    ASSERT_EQ(cg_ziter_write(m_file, m_base, m_zone, "ZoneIterativeData"), CG_OK);
+    ASSERT_EQ(cg_goto(m_file, m_base, "Zone_t", m_zone, "ZoneIterativeData_t", 1, "end"), CG_OK);
+    const cgsize_t sizes[] = {32, 1};
+    const std::string name = std::string("Other") + std::string(27, ' ');
+    ASSERT_EQ(cg_array_write("FlowSolutionPointers", CGNS_ENUMV(Character), 2, sizes, name.data()), CG_OK);
+    close();
+    const auto source = orvtest::openVtk(path());
+    const ug::ResultInfo info = orvtest::findResult(source.get(), "a");
+    ASSERT_TRUE(orvtest::load(source.get(), 1, {info}));
+    EXPECT_EQ(source->state(0)->results(source->state(0)->geometry(0))->find(info)->values(0)->span()[7], 1.5);
+}
+
+/// A file whose only zone has its coordinates elsewhere.
+class CgnsLinks : public CgnsFiles {
+protected:
+    void createWithLink(const std::string& file, const char* target) {
+        create();
+        const Numbers sizes = {8, 1, 0};
+        ASSERT_EQ(cg_zone_write(m_file, m_base, "Zone", sizes.data(), CGNS_ENUMV(Unstructured), &m_zone), CG_OK);
+        ASSERT_EQ(cg_goto(m_file, m_base, "Zone_t", m_zone, "end"), CG_OK);
+        ASSERT_EQ(cg_link_write("GridCoordinates", file.c_str(), target), CG_OK);
+        addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
+        close();
+    }
+
+    void createOther() {
+        create();
+        addZone("Zone");
+        close();
+        std::filesystem::rename(path(), other());
+    }
+
+    std::string other() const {
+        return m_folder.path() + "/b.cgns";
+    }
+};
+
+TEST_F(CgnsLinks, ToOtherFilesAreFollowed) {
+    createOther();
+    createWithLink("b.cgns", "/Base/Zone/GridCoordinates");
+    EXPECT_EQ(errorText(), "");
+    EXPECT_EQ(orvtest::openVtk(path())->state(0)->geometry(0)->part(0)->nodes()->node(7), Vec3d(0, 1, 1));
+}
+
+TEST_F(CgnsLinks, ToDamagedFilesAreRefused) {
+    createOther();
+    createWithLink("b.cgns", "/Base/Zone/GridCoordinates");
+    std::filesystem::resize_file(other(), std::filesystem::file_size(other()) / 2);
+    EXPECT_EQ(errorText(), "links to '" + other() + "', which is damaged: its nodes are not where they should be");
+    std::filesystem::remove(other());
+    EXPECT_THAT(errorText(), HasSubstr("ADF"));
+}
+
+// The library would go around until there is no more memory.
+TEST_F(CgnsLinks, HaveToEnd) {
+    createWithLink("", "/Base/Zone/GridCoordinates/Grid");
+    EXPECT_EQ(errorText(), "has a link in '" + path() + "' that leads nowhere: 'GridCoordinates'");
 }
 
 // Nodes on edges lie in the middle of ours, in sections of one type and of several.
