@@ -1,5 +1,7 @@
 #include "OrvImportMed/MedFile.h"
 
+#include "OrvImportCae/Hdf5Check.h"
+
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -81,6 +83,10 @@ bool MedFile::open(const std::string& filename, ug::Error* error) {
     }
     m_size = std::uint64_t(status.st_size);
     m_changed = status.st_mtim;
+    ug::Error damage;
+    if (!checkHdf5File(filename, &damage)) {
+        return ug::fail(error, Str(m_name + ": ") + damage.message());
+    }
     m_id = MEDfileOpen(filename.c_str(), MED_ACC_RDONLY);
     med_int version[3] = {};
     if (m_id < 0 || MEDfileNumVersionRd(m_id, &version[0], &version[1], &version[2]) < 0) {

@@ -1,5 +1,6 @@
 #include "OrvImportVtk/CgnsHdf5.h"
 
+#include "OrvImportCae/Hdf5Check.h"
 #include "OrvImportVtk/HdfLibrary.h"
 
 #include <array>
@@ -112,6 +113,9 @@ private:
 } // namespace
 
 bool checkCgnsHdf5(const std::string& filename, ug::Error* error) {
+    if (!checkHdf5File(filename, error)) {
+        return false;
+    }
     const HdfSilence silence;
     if (H5Fis_hdf5(filename.c_str()) <= 0) {
         return true;

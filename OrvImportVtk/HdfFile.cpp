@@ -1,5 +1,6 @@
 #include "OrvImportVtk/HdfFile.h"
 
+#include "OrvImportCae/Hdf5Check.h"
 #include "OrvImportVtk/HdfLibrary.h"
 
 #include <algorithm>
@@ -77,6 +78,9 @@ bool HdfFile::open(const std::string& filename, ug::Error* error) {
     m_size = std::filesystem::file_size(filename, failed);
     if (failed) {
         return ug::fail(error, Str("cannot be opened: " + failed.message()));
+    }
+    if (!checkHdf5File(filename, error)) {
+        return false;
     }
     m_id = H5Fopen(filename.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT);
     return m_id >= 0 || ug::fail(error, Str("cannot be opened as an HDF5 file: " + lastCause()));

@@ -202,7 +202,8 @@ TEST(MedDamage, NoFileThatEndsTooEarlyOpens) {
     const std::string whole = orvtest::readWholeFile(medFile("beam.rmed"));
     for (std::size_t size = 0; size < whole.size(); size += 499) {
         const std::string path = folder.write("beam.rmed", whole.substr(0, size));
-        EXPECT_EQ(readAll(path), path + " is damaged, ends too early or is no MED file that libmedc 4.1.0 can read");
+        EXPECT_THAT(readAll(path), testing::MatchesRegex(path + ":? is damaged.* ends too early.*|" + path +
+                                                         ": is damaged.* more bytes in a superblock, found.*"));
     }
 }
 

@@ -1,0 +1,160 @@
+#include "OrvImportCae/Hdf5Chunks.h"
+
+#include "OrvImportCae/Hdf5Arrays.h"
+#include "OrvImportCae/Hdf5Trees.h"
+
+#include <algorithm>
+
+namespace orv::imp::cae {
+namespace {
+
+constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
+constexpr std::uint64_t FLETCHER_SIZE = 4;
+
+bool isShrinking(const Hdf5Filter& filter) {
+    return filter.id != Hdf5Filter::SHUFFLE && filter.id != Hdf5Filter::FLETCHER;
+}
+
+/// Goes through the chunks of a data set.
+class Chunks {
+public:
+    Chunks(Hdf5Input& input, const Hdf5Layout& layout, const Hdf5Space& space, const std::vector<Hdf5Filter>& filters)
+        : m_input(input), m_layout(layout), m_space(space), m_filters(filters) {
+        for (const std::uint64_t size : layout.chunk) {
+            m_bytes *= size; // Less than four gigabytes, as reading the layout has told.
+        }
+    }
+
+    void check() const {
+        for (const Hdf5Filter& filter : m_filters) {
+            checkFilter(filter);
+        }
+        switch (m_layout.index) {
+        case Hdf5Layout::OLD_TREE:
+            checkOldTree();
+            break;
+        case Hdf5Layout::SINGLE:
+            checkChunk(m_layout.address, m_layout.packedSize == HDF5_UNDEFINED ? m_bytes : m_layout.packedSize,
+                       m_layout.packedMask);
+            break;
+        case Hdf5Layout::IMPLICIT:
+            m_input.expectRoom(m_layout.address, hdf5Product(mostChunks(), m_bytes), "all chunks of a data set");
+            break;
+        case Hdf5Layout::FIXED_ARRAY:
+            walkHdf5FixedArray(m_input, m_layout.address, isPacked(), elementSize(), mostChunks(),
+                               [&](Hdf5Cursor element) { checkElement(element); });
+            break;
+        case Hdf5Layout::EXTENSIBLE_ARRAY:
+            walkHdf5ExtensibleArray(m_input, m_layout.address, isPacked(), elementSize(),
+                                    [&](Hdf5Cursor element) { checkElement(element); });
+            break;
+        default:
+            walkHdf5Tree(m_input, m_layout.address, isPacked() ? Hdf5Tree::PACKED_CHUNKS : Hdf5Tree::CHUNKS,
+                         elementSize() + 8 * m_space.sizes.size(), [&](Hdf5Cursor record) { checkElement(record); });
+            break;
+        }
+    }
+
+private:
+    // Some tell how much memory is to be taken, and fill it.
+    void checkFilter(const Hdf5Filter& filter) const {
+        constexpr std::size_t COUNT_AT = 2;
+        constexpr std::size_t SIZE_AT = 4;
+        if ((filter.id == Hdf5Filter::NBIT || filter.id == Hdf5Filter::SCALE_OFFSET) &&
+            (filter.values.size() <= SIZE_AT ||
+             hdf5Product(filter.values[COUNT_AT], filter.values[SIZE_AT]) != m_bytes)) {
+            m_input.fail(m_layout.address, "expected a filter of chunks of " + std::to_string(m_bytes) +
+                                               " bytes, found one for others");
+        }
+    }
+
+    bool isPacked() const {
+        return !m_filters.empty();
+    }
+
+    // An address, and for those that are packed their size, with one more byte than it needs, and a mask.
+    std::uint64_t elementSize() const {
+        return m_input.sizes().address + (isPacked() ? sizeOfPackedSize() + 4 : 0);
+    }
+
+    std::size_t sizeOfPackedSize() const {
+        return std::min<std::size_t>(1 + hdf5SizeOfNumber(m_bytes), 8);
+    }
+
+    std::uint64_t mostChunks() const {
+        std::uint64_t count = 1;
+        for (std::size_t d = 0; d < m_space.most.size(); ++d) {
+            const std::uint64_t most = m_space.most[d];
+            count = hdf5Product(count, most / m_layout.chunk[d] + (most % m_layout.chunk[d] > 0 ? 1 : 0));
+        }
+        return count;
+    }
+
+    void checkOldTree() const {
+        const std::uint64_t keySize = 4 + 4 + 8 * m_layout.chunk.size();
+        walkHdf5OldTree(m_input, m_layout.address, Hdf5OldTree::CHUNKS, keySize,
+                        [&](Hdf5Cursor key, std::uint64_t child) {
+                            if (child != HDF5_UNDEFINED) {
+                                checkKey(key, child);
+                            }
+                        });
+    }
+
+    void checkKey(Hdf5Cursor& key, std::uint64_t address) const {
+        const std::uint64_t size = key.number(4);
+        const std::uint64_t mask = key.number(4);
+        for (const std::uint64_t length : m_layout.chunk) {
+            const std::uint64_t offset = key.number(8);
+            key.expectBetween("the place of a chunk within its grid", offset % length, 0, 0);
+        }
+        checkChunk(address, size, mask);
+    }
+
+    void checkElement(Hdf5Cursor& element) const {
+        const std::uint64_t address = element.address();
+        if (address != HDF5_UNDEFINED) {
+            const std::uint64_t size = isPacked() ? element.number(sizeOfPackedSize()) : m_bytes;
+            checkChunk(address, size, isPacked() ? element.number(4) : 0);
+        }
+    }
+
+    // HDF5 takes what comes out of the filters for a whole chunk, however many bytes it is.
+    void checkChunk(std::uint64_t address, std::uint64_t size, std::uint64_t mask) const {
+        m_input.expectRoom(address, size, "a chunk");
+        std::uint64_t plain = m_bytes; // What there is when no filter makes it less.
+        std::uint64_t shrinking = 0;
+        bool isDeflated = false;
+        for (std::size_t f = 0; f < m_filters.size(); ++f) {
+            if ((mask >> f & 1) == 0) {
+                plain += m_filters[f].id == Hdf5Filter::FLETCHER ? FLETCHER_SIZE : 0;
+                shrinking += isShrinking(m_filters[f]) ? 1 : 0;
+                isDeflated = isDeflated || m_filters[f].id == Hdf5Filter::DEFLATE;
+            }
+        }
+        if (shrinking == 0 && size != plain && !(m_layout.hasPlainEdges && size == m_bytes)) {
+            m_input.fail(address, "expected a chunk of " + std::to_string(plain) + " bytes, found one of " +
+                                      std::to_string(size));
+        }
+        if (shrinking == 1 && isDeflated && hdf5Product(size, DENSEST_PACKING) < m_bytes) {
+            m_input.fail(address, "expected a packed chunk to give " + std::to_string(m_bytes) + " bytes, found " +
+                                      std::to_string(size) + " bytes of it");
+        }
+    }
+
+    Hdf5Input& m_input;
+    const Hdf5Layout& m_layout;
+    const Hdf5Space& m_space;
+    const std::vector<Hdf5Filter>& m_filters;
+    std::uint64_t m_bytes = 1; ///< Of a chunk.
+};
+
+} // namespace
+
+void checkHdf5Chunks(Hdf5Input& input, const Hdf5Layout& layout, const Hdf5Space& space,
+                     const std::vector<Hdf5Filter>& filters) {
+    if (layout.address != HDF5_UNDEFINED) {
+        Chunks(input, layout, space, filters).check();
+    }
+}
+
+} // namespace orv::imp::cae
