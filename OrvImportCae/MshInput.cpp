@@ -9,7 +9,6 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::size_t BUFFER_SIZE = std::size_t(1) << 16;
 constexpr std::size_t LONGEST_WORD = 1024; // Longer ones are cut in two, and no half is what is expected.
 
 bool isBlank(char c) {
@@ -31,8 +30,7 @@ const char* readShortInteger(const char* begin, const char* end, std::int64_t* v
 
 } // namespace
 
-MshInput::MshInput(const CaeFile& file, ug::Error* error)
-    : m_file(file), m_error(error), m_buffer(BUFFER_SIZE), m_at(m_buffer.data()), m_end(m_buffer.data()) {}
+MshInput::MshInput(const CaeFile& file, ug::Error* error) : CaeInput(file, error) {}
 
 void MshInput::setBinary(bool isBinary) {
     m_isBinary = isBinary;
@@ -40,20 +38,6 @@ void MshInput::setBinary(bool isBinary) {
 
 bool MshInput::isBinary() const {
     return m_isBinary;
-}
-
-void MshInput::seek(std::int64_t offset) {
-    const std::int64_t inBuffer = offset - m_bufferOffset;
-    if (inBuffer >= 0 && inBuffer <= m_end - m_buffer.data()) {
-        m_at = m_buffer.data() + inBuffer;
-        return;
-    }
-    m_bufferOffset = offset;
-    m_at = m_end = m_buffer.data();
-}
-
-std::int64_t MshInput::offset() const {
-    return m_bufferOffset + (m_at - m_buffer.data());
 }
 
 std::int64_t MshInput::bytesLeft() const {
@@ -68,21 +52,6 @@ std::int64_t MshInput::lastOffset() const {
     return m_lastOffset;
 }
 
-// Makes the buffer hold that many bytes from here on, or all that there are. False when these are fewer.
-bool MshInput::fillFor(std::size_t count) {
-    if (std::size_t(m_end - m_at) >= count) {
-        return true;
-    }
-    const std::size_t left = std::size_t(m_end - m_at);
-    m_bufferOffset = offset();
-    std::memmove(m_buffer.data(), m_at, left);
-    const std::size_t got =
-        m_file.read(m_bufferOffset + std::int64_t(left), m_buffer.data() + left, m_buffer.size() - left);
-    m_at = m_buffer.data();
-    m_end = m_at + left + got;
-    return left + got >= count;
-}
-
 bool MshInput::skipBlanks() {
     for (;;) {
         while (m_at < m_end && isBlank(*m_at)) {
@@ -91,7 +60,7 @@ bool MshInput::skipBlanks() {
         if (m_at < m_end) {
             return true;
         }
-        if (!fillFor(1)) {
+        if (!fill(1)) {
             return false;
         }
     }
@@ -103,7 +72,7 @@ bool MshInput::find(std::string_view mark) {
         if (!m_at) {
             m_at = m_end;
         }
-        if (!fillFor(mark.size())) {
+        if (!fill(mark.size())) {
             m_at = m_end;
             m_hasEnded = true;
             return false;
@@ -126,7 +95,7 @@ bool MshInput::skipLine(const char* what) {
 
 bool MshInput::beginWord(const char* what) {
     const bool isThere = skipBlanks();
-    fillFor(LONGEST_WORD);
+    fill(LONGEST_WORD);
     m_lastOffset = offset();
     return isThere || failHere(what);
 }
@@ -223,7 +192,7 @@ bool MshInput::expectWord(const std::string& expected) {
 template <class Number>
 bool MshInput::readBytes(const char* what, Number* value) {
     m_lastOffset = offset();
-    if (!fillFor(sizeof *value)) {
+    if (!fill(sizeof *value)) {
         m_at = m_end;
         return failHere(what);
     }
@@ -292,10 +261,6 @@ bool MshInput::failHere(const char* what) {
 
 bool MshInput::fail(const std::string& text) {
     return failAt(m_lastOffset, text);
-}
-
-bool MshInput::failAt(std::int64_t offset, const std::string& text) {
-    return m_file.fail(offset, text, m_error);
 }
 
 } // namespace orv::imp::cae

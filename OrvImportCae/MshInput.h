@@ -1,13 +1,11 @@
 #pragma once
 
-#include "OrvImportCae/CaeFile.h"
-#include "OrvUnstructGrid/Error.h"
+#include "OrvImportCae/CaeInput.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace orv::imp::cae {
 
@@ -15,7 +13,7 @@ namespace orv::imp::cae {
 /// format calls int has four, size_t and double eight.
 ///
 /// What is not as expected gives "NAME, line 12: expected WHAT, found THAT", and false.
-class MshInput {
+class MshInput : public CaeInput {
 public:
     /// @param error where failures go; may be null
     MshInput(const CaeFile& file, ug::Error* error);
@@ -24,8 +22,6 @@ public:
     void setBinary(bool isBinary);
     bool isBinary() const;
 
-    void seek(std::int64_t offset);
-    std::int64_t offset() const;
     /// The bytes from here to the end of the file.
     std::int64_t bytesLeft() const;
     /// Whether the file was at its end when something failed.
@@ -64,12 +60,11 @@ public:
     /// Fills the error for the last number or word that was read. Always false.
     bool fail(const std::string& text);
     /// The same for another place.
-    bool failAt(std::int64_t offset, const std::string& text);
+    using CaeInput::failAt;
     /// Where the last number or word began.
     std::int64_t lastOffset() const;
 
 private:
-    bool fillFor(std::size_t count);
     bool beginWord(const char* what);
     std::string_view wordHere();
     bool failHere(const char* what);
@@ -77,15 +72,8 @@ private:
     template <class Number>
     bool readBytes(const char* what, Number* value);
 
-    const CaeFile& m_file;
-    ug::Error* m_error;
     bool m_isBinary = false;
     bool m_hasEnded = false;
-    std::vector<char> m_buffer;
-    std::int64_t m_bufferOffset = 0;
-    const char* m_at = nullptr;
-    const char* m_end = nullptr;
-    std::int64_t m_lastOffset = 0;
 };
 
 } // namespace orv::imp::cae

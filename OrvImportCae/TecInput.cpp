@@ -8,7 +8,6 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::size_t BUFFER_SIZE = std::size_t(1) << 16;
 constexpr std::size_t LONGEST_WORD = 1024; // Longer ones are cut in two, and no half is what is expected.
 
 bool isBlank(char c) {
@@ -25,37 +24,11 @@ bool isMark(char c) {
 
 } // namespace
 
-TecInput::TecInput(const CaeFile& file, ug::Error* error)
-    : m_file(file), m_error(error), m_buffer(BUFFER_SIZE), m_at(m_buffer.data()), m_end(m_buffer.data()) {}
+TecInput::TecInput(const CaeFile& file, ug::Error* error) : CaeInput(file, error) {}
 
 void TecInput::seek(std::int64_t offset) {
     m_runLeft = 0;
-    const std::int64_t inBuffer = offset - m_bufferOffset;
-    if (inBuffer >= 0 && inBuffer <= m_end - m_buffer.data()) {
-        m_at = m_buffer.data() + inBuffer;
-        return;
-    }
-    m_bufferOffset = offset;
-    m_at = m_end = m_buffer.data();
-}
-
-std::int64_t TecInput::offset() const {
-    return m_bufferOffset + (m_at - m_buffer.data());
-}
-
-// Makes the buffer hold that many bytes from here on, or all that there are. False when it holds none.
-bool TecInput::fill(std::size_t count) {
-    const std::size_t left = std::size_t(m_end - m_at);
-    if (left >= count) {
-        return true;
-    }
-    m_bufferOffset = offset();
-    std::memmove(m_buffer.data(), m_at, left);
-    const std::int64_t from = m_bufferOffset + std::int64_t(left);
-    const std::size_t got = from < m_file.size() ? m_file.read(from, m_buffer.data() + left, BUFFER_SIZE - left) : 0;
-    m_at = m_buffer.data();
-    m_end = m_at + left + got;
-    return m_at < m_end;
+    CaeInput::seek(offset);
 }
 
 bool TecInput::skipBlanks() {
@@ -260,7 +233,8 @@ bool TecInput::endNumbers(const char* what) {
 
 bool TecInput::failHere(const char* what) {
     seek(m_lastOffset);
-    if (!fill(LONGEST_WORD)) {
+    fill(LONGEST_WORD);
+    if (m_at == m_end) {
         return failAt(m_lastOffset, std::string("the file ends, expected ") + what);
     }
     const std::string_view word = wordHere(true);
@@ -269,10 +243,6 @@ bool TecInput::failHere(const char* what) {
 
 bool TecInput::fail(const std::string& text) {
     return failAt(m_lastOffset, text);
-}
-
-bool TecInput::failAt(std::int64_t offset, const std::string& text) {
-    return m_file.fail(offset, text, m_error);
 }
 
 } // namespace orv::imp::cae

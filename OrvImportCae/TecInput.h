@@ -1,7 +1,6 @@
 #pragma once
 
-#include "OrvImportCae/CaeFile.h"
-#include "OrvUnstructGrid/Error.h"
+#include "OrvImportCae/CaeInput.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,13 +15,12 @@ namespace orv::imp::cae {
 /// and "#" begins a comment.
 ///
 /// What is not as expected gives "NAME, line 12: expected WHAT, found THAT", and false.
-class TecInput {
+class TecInput : public CaeInput {
 public:
     /// @param error where failures go; may be null
     TecInput(const CaeFile& file, ug::Error* error);
 
     void seek(std::int64_t offset);
-    std::int64_t offset() const;
 
     /// Goes to what is not a blank, a comma or a comment. False at the end of the file.
     bool skipBlanks();
@@ -54,24 +52,15 @@ public:
     bool endNumbers(const char* what);
 
     /// Fills the error for a place. Always false.
-    bool failAt(std::int64_t offset, const std::string& text);
+    using CaeInput::failAt;
     /// The same for the last word or number.
     bool fail(const std::string& text);
 
 private:
-    bool fill(std::size_t count);
     bool beginWord(const char* what);
     std::string_view wordHere(bool isNumber);
     bool readRun(const char* what);
     bool failHere(const char* what);
-
-    const CaeFile& m_file;
-    ug::Error* m_error;
-    std::vector<char> m_buffer;
-    std::int64_t m_bufferOffset = 0;
-    const char* m_at;
-    const char* m_end;
-    std::int64_t m_lastOffset = 0;
 
     std::string_view m_run; ///< What is repeated; it lies in the buffer.
     std::uint64_t m_runLeft = 0;
