@@ -1,9 +1,16 @@
 #include "OrvImportCae/CaeReader.h"
 
+#include "OrvImportCae/CaeNumber.h"
+#include "OrvUnstructGrid/DataResultGroup.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace orv::imp::cae {
+
+ug::StateInfo timeState(int id, double time) {
+    return ug::StateInfo(id, Str("Time " + caeNumberText(time)), ug::StateInfo::TIME, time);
+}
 
 std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& states) {
     std::vector<ug::StateInfo::ReferenceType> types;
@@ -34,6 +41,14 @@ void CaeReader::setProgress(ug::ProgressMeter* progress) {
 
 ug::ProgressMeter* CaeReader::progress() const {
     return m_progress;
+}
+
+void CaeReader::updateRanges(ug::DataResult* result) {
+    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
+        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
+            scalar->part(i)->updateMinMaxWhenAsked();
+        }
+    }
 }
 
 void CaeReader::beginLoad(const std::vector<ug::ResultInfo>&, int) {}

@@ -37,6 +37,9 @@ struct CaeContents {
     std::vector<Str> warnings;
 };
 
+/// A state that is called by its time: "Time 0.5".
+ORV_API ug::StateInfo timeState(int id, double time);
+
 /// A group of states for each type of reference value, in the order of appearance; none when there is but one type.
 ORV_API std::vector<ug::StateGroupInfo> groupStates(const std::vector<ug::StateInfo>& states);
 
@@ -81,6 +84,9 @@ public:
 
 protected:
     ug::ProgressMeter* progress() const;
+
+    /// Of scalars that have been read. It costs nothing before somebody asks for the ranges.
+    static void updateRanges(ug::DataResult* result);
 
 private:
     ug::ProgressMeter* m_progress = nullptr;

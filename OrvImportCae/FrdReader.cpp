@@ -18,14 +18,6 @@ std::vector<double*> allocate(const ug::DataGeometry& geometry, ug::DataResult* 
     return parts;
 }
 
-void updateRanges(ug::DataResult* result) {
-    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
-        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
-            scalar->part(i)->updateMinMax();
-        }
-    }
-}
-
 } // namespace
 
 bool FrdReader::open(const Str& filename, CaeContents* contents, ug::Error* error) {

@@ -19,14 +19,6 @@ std::vector<double*> allocate(const ug::DataGeometry& geometry, ug::DataResult* 
     return parts;
 }
 
-void updateRanges(ug::DataResult* result) {
-    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
-        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
-            scalar->part(i)->updateMinMax();
-        }
-    }
-}
-
 std::string counted(std::size_t count, const std::string& one) {
     return count == 1 ? "one " + one : std::to_string(count) + " " + one + "s";
 }

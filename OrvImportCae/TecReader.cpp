@@ -3,18 +3,12 @@
 #include "OrvUnstructGrid/DataResultGroup.h"
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <set>
 #include <utility>
 
 namespace orv::imp::cae {
 namespace {
-
-std::string shortText(double number) {
-    std::array<char, 32> text;
-    return std::string(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
-}
 
 // "X", "x [m]", "CoordinateX"
 bool isAxis(const std::string& variable, char axis) {
@@ -26,14 +20,6 @@ bool isAxis(const std::string& variable, char axis) {
 // A zone that belongs to a time.
 bool isOfATime(const TecZone& zone, bool hasStrands) {
     return zone.time && !(hasStrands && zone.strand.value_or(0) <= 0);
-}
-
-void updateRanges(ug::DataResult* result) {
-    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
-        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
-            scalar->part(i)->updateMinMax();
-        }
-    }
 }
 
 } // namespace
@@ -256,7 +242,7 @@ void TecReader::describeResults(CaeContents* contents) {
 void TecReader::describeStates(CaeContents* contents) const {
     std::vector<ug::StateInfo> infos;
     for (const double time : m_times) {
-        infos.emplace_back(int(infos.size()) + 1, Str("Time " + shortText(time)), ug::StateInfo::TIME, time);
+        infos.push_back(timeState(int(infos.size()) + 1, time));
     }
     if (infos.empty()) {
         infos.emplace_back(1, "State 1", ug::StateInfo::TIME, UNDEFINED_DOUBLE);

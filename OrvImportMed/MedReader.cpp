@@ -36,14 +36,6 @@ bool isFrequency(const std::vector<MedField>& fields) {
     });
 }
 
-void updateRanges(ug::DataResult* result) {
-    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
-        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
-            scalar->part(i)->updateMinMax();
-        }
-    }
-}
-
 } // namespace
 
 bool MedReader::open(const Str& filename, CaeContents* contents, ug::Error* error) {

@@ -56,14 +56,6 @@ vtkDataArray* findArray(vtkDataSet* mesh, const CaeArray& array) {
     return found && found->GetNumberOfComponents() == array.componentCount ? found : nullptr;
 }
 
-void updateRanges(ug::DataResult* result) {
-    if (auto* scalar = dynamic_cast<ug::DataResultScalar*>(result)) {
-        for (std::size_t i = 0; i < scalar->partCount(); ++i) {
-            scalar->part(i)->updateMinMaxWhenAsked();
-        }
-    }
-}
-
 } // namespace
 
 VtkReader::VtkReader(std::unique_ptr<VtkSource> source)

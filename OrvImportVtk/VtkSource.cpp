@@ -1,5 +1,6 @@
 #include "OrvImportVtk/VtkSource.h"
 
+#include "OrvImportCae/CaeReader.h"
 #include "OrvImportVtk/CgnsSource.h"
 #include "OrvImportVtk/CollectionSource.h"
 #include "OrvImportVtk/EnSightSource.h"
@@ -8,22 +9,12 @@
 #include "OrvImportVtk/HdfSource.h"
 #include "OrvImportVtk/LegacySource.h"
 #include "OrvImportVtk/VtkMessages.h"
-#include "OrvImportVtk/VtkPieces.h"
 #include "OrvImportVtk/XmlSource.h"
 
-#include <vtkAbstractArray.h>
 #include <vtkAlgorithm.h>
 #include <vtkCallbackCommand.h>
-#include <vtkCellData.h>
-#include <vtkDataArray.h>
-#include <vtkDataObject.h>
-#include <vtkDataSet.h>
 #include <vtkNew.h>
-#include <vtkPointData.h>
 
-#include <algorithm>
-#include <array>
-#include <charconv>
 #include <exception>
 
 namespace orv::imp::cae {
@@ -45,28 +36,6 @@ constexpr Format FORMATS[] = {
     {"EnSight Gold", create<EnSightSource>}, {"VTKHDF", create<HdfSource>},
     {"OpenFOAM", create<FoamSource>},        {"CGNS", create<CgnsSource>},
 };
-
-std::string shortText(double number) {
-    std::array<char, 32> text;
-    return std::string(text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr);
-}
-
-void listArrays(vtkDataSetAttributes* attributes, ug::ResultMapping mapping, std::vector<CaeArray>* arrays) {
-    for (int i = 0; i < attributes->GetNumberOfArrays(); ++i) {
-        vtkAbstractArray* array = attributes->GetAbstractArray(i);
-        if (!array || !array->GetName() || array == attributes->GetAbstractAttribute(vtkDataSetAttributes::GLOBALIDS) ||
-            array->GetName() == std::string(vtkDataSetAttributes::GhostArrayName())) {
-            continue;
-        }
-        const bool isKnown = std::any_of(arrays->begin(), arrays->end(), [&](const CaeArray& known) {
-            return known.mapping == mapping && known.name == array->GetName();
-        });
-        if (!isKnown) {
-            arrays->push_back(
-                {array->GetName(), mapping, vtkDataArray::SafeDownCast(array) ? array->GetNumberOfComponents() : 0});
-        }
-    }
-}
 
 } // namespace
 
@@ -108,8 +77,7 @@ ug::StateInfo vtkOnlyStep() {
 std::vector<ug::StateInfo> vtkTimeSteps(std::span<const double> times) {
     std::vector<ug::StateInfo> steps;
     for (const double time : times) {
-        const int id = int(steps.size()) + 1;
-        steps.emplace_back(id, Str("Time " + shortText(time)), ug::StateInfo::TIME, time);
+        steps.push_back(timeState(int(steps.size()) + 1, time));
     }
     return steps;
 }
@@ -122,13 +90,6 @@ bool updateVtk(const std::function<void()>& update, ug::Error* error) {
         return ug::fail(error, "needs more memory than there is, or is damaged");
     }
     return !messages.hasErrors() || ug::fail(error, Str(messages.errors()));
-}
-
-void listVtkArrays(vtkDataObject* output, std::vector<CaeArray>* arrays) {
-    for (const VtkPiece& piece : piecesOf(output)) {
-        listArrays(piece.data->GetPointData(), ug::PER_NODE, arrays);
-        listArrays(piece.data->GetCellData(), ug::PER_ELEMENT, arrays);
-    }
 }
 
 } // namespace orv::imp::cae

@@ -73,7 +73,4 @@ std::vector<ug::StateInfo> vtkTimeSteps(std::span<const double> times);
 /// Updates an algorithm of VTK: `update` calls it. False with VTK's own texts when it complains.
 bool updateVtk(const std::function<void()>& update, ug::Error* error);
 
-/// Adds the arrays that an output has, those of every mesh in it.
-void listVtkArrays(vtkDataObject* output, std::vector<CaeArray>* arrays);
-
 } // namespace orv::imp::cae
