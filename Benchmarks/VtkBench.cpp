@@ -114,11 +114,11 @@ std::string writePieces(const std::string& path, const std::string& piece) {
     return path;
 }
 
-std::string writeLegacy(const std::string& path, vtkUnstructuredGrid* grid) {
+std::string writeLegacy(const std::string& path, int form, vtkUnstructuredGrid* grid) {
     vtkNew<vtkUnstructuredGridWriter> writer;
     writer->SetFileName(path.c_str());
     writer->SetInputData(grid);
-    writer->SetFileTypeToBinary();
+    writer->SetFileType(form);
     writer->Write();
     return path;
 }
@@ -274,7 +274,8 @@ int main(int argc, char** argv) {
     const std::string xml = write<vtkXMLUnstructuredGridWriter>(folder + "/block.vtu", grid);
     const std::string exodus = write<vtkExodusIIWriter>(folder + "/block.ex2", grid);
     const std::string pieces = writePieces(folder + "/block.pvtu", "block.vtu");
-    const std::string legacy = writeLegacy(folder + "/block.vtk", grid);
+    const std::string legacy = writeLegacy(folder + "/block.vtk", VTK_BINARY, grid);
+    const std::string asciiLegacy = writeLegacy(folder + "/ascii.vtk", VTK_ASCII, grid);
     const std::string enSight = writeEnSight(folder + "/block", grid);
     const std::string foam = orvbench::FoamCaseWriter(folder + "/ascii", SIDE, false).write(grid);
     const std::string binaryFoam = orvbench::FoamCaseWriter(folder + "/binary", SIDE, true).write(grid);
@@ -286,7 +287,8 @@ int main(int argc, char** argv) {
     };
     add("open and load .vtu", xml, readXml<vtkXMLUnstructuredGridReader>);
     add("open and load .pvtu", pieces, readXml<vtkXMLPUnstructuredGridReader>);
-    add("open and load .vtk", legacy, readLegacy);
+    add("open and load .vtk, binary", legacy, readLegacy);
+    add("open and load .vtk, ASCII", asciiLegacy, readLegacy);
     add("open and load .ex2", exodus, readExodus);
     add("open and load .case", enSight, readEnSight);
     add("open and load .foam, ASCII", foam, readFoam);

@@ -1,24 +1,35 @@
 #pragma once
 
-#include "OrvImportCae/CaeFile.h"
-#include "OrvUnstructGrid/Error.h"
+#include "OrvImportCae/CaeInput.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
-#include <vector>
+#include <string_view>
 
 namespace orv::imp::cae {
 
+enum class LegacyType { BIT, INT8, UINT8, INT16, UINT16, INT32, UINT32, INT64, UINT64, FLOAT, DOUBLE, TEXT };
+
+/// Values of one type that stand one after the other in a file.
+struct LegacyValues {
+    std::string what; ///< For texts of errors.
+    LegacyType type = LegacyType::FLOAT;
+    std::int64_t count = 0;
+    std::int64_t offset = 0; ///< Of the first one; in ASCII files blanks may come before it.
+};
+
 /// Reads words, lines and blocks of values of a legacy file of VTK, one after the other. Every text of an error tells
 /// the place, but does not begin with the file's name.
-class LegacyInput {
+class LegacyInput : public CaeInput {
 public:
-    explicit LegacyInput(ug::Error* error);
+    /// The file lives longer.
+    LegacyInput(CaeFile* file, bool isBinary, ug::Error* error);
 
-    bool open(const std::string& filename);
     std::int64_t size() const;
     void setBinary(bool isBinary);
+    bool isBinary() const;
 
     /// "" at the end of the file. In small letters.
     std::string word();
@@ -35,39 +46,38 @@ public:
     /// A number that is not negative, and not larger than what the file can have of anything.
     bool readCount(const std::string& what, std::int64_t* count);
 
-    /// Values of one of VTK's types, by its name in small letters. In binary files they begin on the next line.
-    bool skipValues(const std::string& what, const std::string& type, std::int64_t count);
+    /// Three numbers, which are words in any file.
+    bool readReals(const std::string& what, std::span<double, 3> numbers);
 
-    /// Words that are numbers, in any file.
-    bool skipNumbers(const std::string& what, std::int64_t count);
+    /// Notes where values are and passes over them; the file has them all then. The type goes by VTK's name for it, in
+    /// small letters. In binary files the values begin on the next line.
+    bool passValues(const std::string& what, const std::string& type, std::int64_t count, LegacyValues* values);
 
-    /// Values that are whole numbers. Replaces the list.
-    bool readIntegers(const std::string& what, const std::string& type, std::int64_t count,
-                      std::vector<std::int64_t>* numbers);
-
-    /// Whether the file ends with a number and not with a line end.
-    bool endsWithinLine() const;
+    /// Reads what passValues() has passed over, into room for that many: whole numbers for long long, FLOAT in
+    /// binary files for float, all but TEXT for double. Words go on where they were.
+    template <class Number>
+    bool read(const LegacyValues& values, Number* numbers);
 
     /// "line 12: expected WHAT, found "FOUND"" of the last word. Always false.
-    bool failToFind(const std::string& what, const std::string& found);
+    bool failToFind(const std::string& what, std::string_view found);
 
     /// "line 12: TEXT". Always false.
     bool fail(const std::string& text);
 
 private:
-    int get();
-    void unget();
-    bool skipStrings(const std::string& what, std::int64_t count);
+    std::string_view nextWord();
+    const char* wordEnd() const;
+    bool passWords(const LegacyValues& values);
+    bool passTexts(const LegacyValues& values);
+    bool failToFindAll(const LegacyValues& values, std::string_view found);
+    template <class Number>
+    bool readWords(const LegacyValues& values, Number* numbers);
+    template <class Stored, class Number>
+    bool readBlock(const LegacyValues& values, Number* numbers);
+    bool readBits(const LegacyValues& values, double* numbers);
 
-    ug::Error* m_error;
-    CaeFile m_file;
-    bool m_isBinary = false;
-    std::vector<char> m_buffer;
-    std::int64_t m_bufferOffset = 0;
-    std::size_t m_bufferSize = 0;
-    std::int64_t m_offset = 0;
-    std::int64_t m_wordOffset = 0; ///< Of the last word.
-    bool m_endsWithinLine = false;
+    CaeFile& m_notedFile; ///< The same file, to note what is binary.
+    bool m_isBinary;
 };
 
 } // namespace orv::imp::cae

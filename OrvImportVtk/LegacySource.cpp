@@ -1,56 +1,40 @@
 #include "OrvImportVtk/LegacySource.h"
 
-#include "OrvImportVtk/LegacyCheck.h"
-#include "OrvImportVtk/VtkMessages.h"
+#include "OrvImportVtk/LegacyMesh.h"
 
 #include <vtkDataSet.h>
 
 namespace orv::imp::cae {
 
 bool LegacySource::open(const std::string& filename, VtkContents* contents, ug::Error* error) {
-    if (!checkLegacyFile(filename, &contents->warnings, error)) {
+    if (!m_file.open(filename, error)) {
         return false;
     }
-    m_reader = vtkSmartPointer<vtkDataSetReader>::New();
-    watch(m_reader);
-    m_reader->SetFileName(filename.c_str());
-    m_reader->ReadAllScalarsOn();
-    m_reader->ReadAllVectorsOn();
-    m_reader->ReadAllNormalsOn();
-    m_reader->ReadAllTensorsOn();
-    m_reader->ReadAllColorScalarsOn();
-    m_reader->ReadAllTCoordsOn();
-    m_reader->ReadAllFieldsOn();
-    const vtkSmartPointer<vtkDataObject> output = read(0, {}, error);
-    if (!output) {
+    m_file.tellProgress(progress(), 0, m_file.size());
+    if (!indexLegacyFile(&m_file, &m_index, error)) {
         return false;
     }
-    contents->title = m_reader->GetHeader() ? m_reader->GetHeader() : "";
+    if (m_index.endsWithinLine) {
+        contents->warnings.push_back(
+            "the file ends without a line end; if it has been cut, its last number may be wrong");
+    }
+    contents->title = m_index.title;
     contents->steps = {vtkOnlyStep()};
     contents->parts = {std::string()};
-    listVtkArrays(output, &contents->arrays);
-    release();
+    for (const LegacyArray& array : m_index.arrays) {
+        contents->arrays.push_back(array.array);
+    }
     return true;
 }
 
-vtkSmartPointer<vtkDataObject> LegacySource::read(std::size_t, std::span<const std::size_t>, ug::Error* error) {
-    VtkMessages messages;
-    messages.takeWarningsForErrors();
-    m_reader->Update();
-    if (messages.hasErrors()) {
-        ug::fail(error, Str(messages.errors()));
+vtkSmartPointer<vtkDataObject> LegacySource::read(std::size_t, std::span<const std::size_t> arrays, ug::Error* error) {
+    m_file.tellProgress(progress(), 0, m_file.size());
+    if (!m_file.checkUnchanged(error)) {
         return nullptr;
     }
-    vtkDataObject* output = m_reader->GetOutputDataObject(0);
-    if (!vtkDataSet::SafeDownCast(output)) {
-        ug::fail(error, "holds no mesh");
-        return nullptr;
-    }
-    return output;
+    return readLegacyMesh(&m_file, m_index, arrays, error);
 }
 
-void LegacySource::release() {
-    m_reader->GetOutputDataObject(0)->ReleaseData();
-}
+void LegacySource::release() {}
 
 } // namespace orv::imp::cae

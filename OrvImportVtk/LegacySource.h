@@ -1,12 +1,12 @@
 #pragma once
 
+#include "OrvImportVtk/LegacyIndex.h"
 #include "OrvImportVtk/VtkSource.h"
-
-#include <vtkDataSetReader.h>
 
 namespace orv::imp::cae {
 
-/// VTK's older files, .vtk, with any of its meshes. One step. Such a file can only be read whole.
+/// VTK's older files, .vtk, with any of its meshes. One step. It reads no more than what is asked for, which VTK's own
+/// reader of such files cannot do; nor does that notice when a file has been cut.
 class LegacySource : public VtkSource {
 public:
     bool open(const std::string& filename, VtkContents* contents, ug::Error* error) override;
@@ -15,7 +15,8 @@ public:
     void release() override;
 
 private:
-    vtkSmartPointer<vtkDataSetReader> m_reader;
+    CaeFile m_file;
+    LegacyIndex m_index;
 };
 
 } // namespace orv::imp::cae

@@ -1,0 +1,293 @@
+#include "OrvImportVtk/LegacyMesh.h"
+
+#include <vtkCellArray.h>
+#include <vtkCellData.h>
+#include <vtkCellType.h>
+#include <vtkDoubleArray.h>
+#include <vtkFloatArray.h>
+#include <vtkImageData.h>
+#include <vtkNew.h>
+#include <vtkPointData.h>
+#include <vtkPoints.h>
+#include <vtkPolyData.h>
+#include <vtkRectilinearGrid.h>
+#include <vtkStructuredGrid.h>
+#include <vtkTypeInt64Array.h>
+#include <vtkUnsignedCharArray.h>
+#include <vtkUnstructuredGrid.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+namespace orv::imp::cae {
+namespace {
+
+using Mesh = vtkSmartPointer<vtkDataSet>;
+
+template <class Array>
+vtkSmartPointer<Array> readInto(LegacyInput* input, const LegacyValues& values, int width) {
+    auto array = vtkSmartPointer<Array>::New();
+    array->SetNumberOfComponents(std::max(width, 1));
+    array->SetNumberOfValues(values.count);
+    const bool isRead = input->read(values, array->GetPointer(0));
+    return isRead ? array : nullptr;
+}
+
+vtkSmartPointer<vtkDataArray> readArray(LegacyInput* input, const LegacyValues& values, int width) {
+    if (values.type == LegacyType::FLOAT && input->isBinary()) {
+        return readInto<vtkFloatArray>(input, values, width);
+    }
+    if (values.type == LegacyType::UINT8) { // Marks of ghosts have to be such.
+        return readInto<vtkUnsignedCharArray>(input, values, width);
+    }
+    return readInto<vtkDoubleArray>(input, values, width);
+}
+
+using Integers = vtkSmartPointer<vtkTypeInt64Array>;
+
+/// Where the nodes of each cell begin and the last one's end, and the nodes.
+struct CellNodes {
+    Integers offsets;
+    Integers nodes;
+};
+
+Integers makeIntegers(std::int64_t count) {
+    auto array = Integers::New();
+    array->SetNumberOfValues(count);
+    return array;
+}
+
+class MeshReader {
+public:
+    MeshReader(LegacyInput* input, const LegacyIndex& index) : m_input(*input), m_index(index) {}
+
+    Mesh read() {
+        switch (m_index.meshType) {
+        case LegacyMeshType::UNSTRUCTURED_GRID:
+            return readGrid();
+        case LegacyMeshType::POLYDATA:
+            return readSurface();
+        case LegacyMeshType::STRUCTURED_GRID:
+            return readCurvedGrid();
+        case LegacyMeshType::STRUCTURED_POINTS:
+            return makeImage();
+        case LegacyMeshType::RECTILINEAR_GRID:
+            return readPlanes();
+        }
+        return nullptr;
+    }
+
+private:
+    Mesh readGrid() {
+        vtkNew<vtkUnstructuredGrid> grid;
+        CellNodes cells;
+        const auto types = vtkSmartPointer<vtkUnsignedCharArray>::New();
+        if (!readPoints(grid) || !readCells(m_index.cells[LegacyIndex::CELLS], &cells) || !readTypes(types)) {
+            return nullptr;
+        }
+        emptyPolyhedra(types->GetPointer(0), &cells);
+        grid->SetCells(types, makeList(cells), nullptr, nullptr); // With less it would look for polyhedra's faces.
+        return grid;
+    }
+
+    Mesh readSurface() {
+        vtkNew<vtkPolyData> surface;
+        constexpr LegacyIndex::List LISTS[] = {LegacyIndex::VERTICES, LegacyIndex::LINES, LegacyIndex::POLYGONS,
+                                               LegacyIndex::TRIANGLE_STRIPS};
+        constexpr void (vtkPolyData::*SETTERS[])(vtkCellArray*) = {&vtkPolyData::SetVerts, &vtkPolyData::SetLines,
+                                                                   &vtkPolyData::SetPolys, &vtkPolyData::SetStrips};
+        if (!readPoints(surface)) {
+            return nullptr;
+        }
+        for (std::size_t i = 0; i < std::size(LISTS); ++i) {
+            CellNodes cells;
+            if (!readCells(m_index.cells[LISTS[i]], &cells)) {
+                return nullptr;
+            }
+            (surface->*SETTERS[i])(makeList(cells));
+        }
+        return surface;
+    }
+
+    Mesh readCurvedGrid() {
+        vtkNew<vtkStructuredGrid> grid;
+        setDimensions(grid.Get());
+        return readPoints(grid) ? Mesh(grid) : nullptr;
+    }
+
+    Mesh makeImage() {
+        vtkNew<vtkImageData> image;
+        setDimensions(image.Get());
+        image->SetOrigin(m_index.origin.data());
+        image->SetSpacing(m_index.spacing.data());
+        return image;
+    }
+
+    Mesh readPlanes() {
+        vtkNew<vtkRectilinearGrid> grid;
+        constexpr void (vtkRectilinearGrid::*SETTERS[])(vtkDataArray*) = {&vtkRectilinearGrid::SetXCoordinates,
+                                                                          &vtkRectilinearGrid::SetYCoordinates,
+                                                                          &vtkRectilinearGrid::SetZCoordinates};
+        setDimensions(grid.Get());
+        for (std::size_t axis = 0; axis < std::size(SETTERS); ++axis) {
+            const vtkSmartPointer<vtkDataArray> places = readArray(&m_input, m_index.planes[axis], 1);
+            if (!places) {
+                return nullptr;
+            }
+            (grid.Get()->*SETTERS[axis])(places);
+        }
+        return grid;
+    }
+
+    template <class Grid>
+    void setDimensions(Grid* grid) {
+        const std::array<std::int64_t, 3>& dimensions = m_index.dimensions;
+        grid->SetDimensions(int(dimensions[0]), int(dimensions[1]), int(dimensions[2]));
+    }
+
+    bool readPoints(vtkPointSet* mesh) {
+        const vtkSmartPointer<vtkDataArray> places = readArray(&m_input, m_index.points, 3);
+        if (places) {
+            vtkNew<vtkPoints> points;
+            points->SetData(places);
+            mesh->SetPoints(points);
+        }
+        return places;
+    }
+
+    bool readCells(const LegacyCells& list, CellNodes* cells) {
+        cells->nodes = readInto<vtkTypeInt64Array>(&m_input, list.nodes, 1);
+        if (!cells->nodes) {
+            return false;
+        }
+        if (!list.offsets) {
+            return takeRunsApart(list, cells);
+        }
+        cells->offsets = readInto<vtkTypeInt64Array>(&m_input, *list.offsets, 1);
+        return cells->offsets && checkOffsets(list, cells);
+    }
+
+    bool checkOffsets(const LegacyCells& list, CellNodes* cells) {
+        if (list.offsets->count == 0) {
+            cells->offsets->InsertNextValue(0);
+        }
+        const auto* begin = cells->offsets->GetPointer(0);
+        const auto* end = begin + cells->offsets->GetNumberOfValues();
+        return (*begin == 0 && end[-1] == list.nodes.count && std::is_sorted(begin, end)) ||
+               m_input.fail("expected offsets from 0 to " + std::to_string(list.nodes.count) + " of " +
+                            list.nodes.what + ", found others");
+    }
+
+    // Each cell has the number of its nodes in front of them, which are moved together.
+    bool takeRunsApart(const LegacyCells& list, CellNodes* cells) {
+        const std::int64_t size = list.nodes.count;
+        cells->offsets = makeIntegers(std::min(list.count, size) + 1);
+        auto* offset = cells->offsets->GetPointer(0);
+        auto* const nodes = cells->nodes->GetPointer(0);
+        auto* node = nodes;
+        std::int64_t at = 0;
+        for (std::int64_t i = 0; i < list.count; ++i) {
+            const std::int64_t count = at < size ? nodes[at] : -1;
+            if (count < 0 || count >= size - at) {
+                return m_input.fail("expected " + std::to_string(list.count) + " cells in " + std::to_string(size) +
+                                    " numbers of " + list.nodes.what + ", found " + std::to_string(i));
+            }
+            *offset++ = node - nodes;
+            node = std::copy_n(nodes + at + 1, count, node);
+            at += count + 1;
+        }
+        *offset = node - nodes;
+        cells->nodes->SetNumberOfValues(node - nodes);
+        return at == size || m_input.fail("expected " + std::to_string(size) + " numbers of " + list.nodes.what +
+                                          ", found cells in " + std::to_string(at) + " of them");
+    }
+
+    bool readTypes(vtkUnsignedCharArray* types) {
+        const Integers numbers = readInto<vtkTypeInt64Array>(&m_input, m_index.cellTypes, 1);
+        if (!numbers) {
+            return false;
+        }
+        types->SetNumberOfValues(numbers->GetNumberOfValues());
+        for (vtkIdType i = 0; i < numbers->GetNumberOfValues(); ++i) {
+            const std::int64_t type = numbers->GetValue(i);
+            if (type < 0 || type >= VTK_NUMBER_OF_CELL_TYPES) {
+                return m_input.fail("expected types of cells, found " + std::to_string(type));
+            }
+            types->SetValue(i, static_cast<unsigned char>(type));
+        }
+        return true;
+    }
+
+    // What they have are lists of faces, which would be taken for nodes.
+    static void emptyPolyhedra(const unsigned char* types, CellNodes* cells) {
+        const vtkIdType count = cells->offsets->GetNumberOfValues() - 1;
+        if (std::find(types, types + count, VTK_POLYHEDRON) == types + count) {
+            return;
+        }
+        auto* offsets = cells->offsets->GetPointer(0);
+        auto* nodes = cells->nodes->GetPointer(0);
+        auto* node = nodes;
+        for (vtkIdType i = 0; i < count; ++i) {
+            const std::int64_t begin = std::exchange(offsets[i], node - nodes);
+            if (types[i] != VTK_POLYHEDRON) {
+                node = std::copy(nodes + begin, nodes + offsets[i + 1], node);
+            }
+        }
+        offsets[count] = node - nodes;
+        cells->nodes->SetNumberOfValues(node - nodes);
+    }
+
+    static vtkSmartPointer<vtkCellArray> makeList(const CellNodes& cells) {
+        auto list = vtkSmartPointer<vtkCellArray>::New();
+        list->SetData(cells.offsets.Get(), cells.nodes.Get());
+        return list;
+    }
+
+    LegacyInput& m_input;
+    const LegacyIndex& m_index;
+};
+
+vtkDataSetAttributes* attributesOf(vtkDataSet* mesh, ug::ResultMapping mapping) {
+    return mapping == ug::PER_NODE ? static_cast<vtkDataSetAttributes*>(mesh->GetPointData()) : mesh->GetCellData();
+}
+
+// From 0 to 255, as VTK has them.
+void spreadColours(vtkDataArray* array) {
+    auto* values = static_cast<double*>(array->GetVoidPointer(0));
+    std::transform(values, values + array->GetNumberOfValues(), values,
+                   [](double value) { return std::floor(255.0 * value + 0.5); });
+}
+
+bool addArray(LegacyInput* input, const LegacyArray& array, vtkDataSet* mesh) {
+    const vtkSmartPointer<vtkDataArray> values = readArray(input, array.values, array.array.componentCount);
+    if (!values) {
+        return false;
+    }
+    if (array.isColour) {
+        spreadColours(values);
+    }
+    values->SetName(array.array.name.c_str());
+    vtkDataSetAttributes* attributes = attributesOf(mesh, array.array.mapping);
+    attributes->AddArray(values);
+    if (array.isGlobalIds) {
+        attributes->SetGlobalIds(values);
+    }
+    return true;
+}
+
+} // namespace
+
+vtkSmartPointer<vtkDataSet> readLegacyMesh(CaeFile* file, const LegacyIndex& index, std::span<const std::size_t> arrays,
+                                           ug::Error* error) {
+    LegacyInput input(file, index.isBinary, error);
+    const Mesh mesh = MeshReader(&input, index).read();
+    const auto add = [&](const LegacyArray& array) { return addArray(&input, array, mesh); };
+    const bool isRead = mesh && std::all_of(index.meshArrays.begin(), index.meshArrays.end(), add) &&
+                        std::all_of(arrays.begin(), arrays.end(), [&](std::size_t a) { return add(index.arrays[a]); });
+    return isRead ? mesh : nullptr;
+}
+
+} // namespace orv::imp::cae
