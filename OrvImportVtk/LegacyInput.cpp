@@ -246,7 +246,7 @@ bool LegacyInput::read(const LegacyValues& values, Number* numbers) {
 
 template bool LegacyInput::read(const LegacyValues&, float*);
 template bool LegacyInput::read(const LegacyValues&, double*);
-template bool LegacyInput::read(const LegacyValues&, long long*);
+template bool LegacyInput::read(const LegacyValues&, std::int32_t*);
 template bool LegacyInput::read(const LegacyValues&, std::uint8_t*);
 
 bool LegacyInput::failToFind(const std::string& what, std::string_view found) {
@@ -313,6 +313,10 @@ bool LegacyInput::failToFindAll(const LegacyValues& values, std::string_view fou
     return failToFind(std::to_string(values.count) + " values of " + values.what, found);
 }
 
+bool LegacyInput::failToFit(const LegacyValues& values) {
+    return fail("expected numbers of " + values.what + ", found one that is too large");
+}
+
 template <class Number>
 bool LegacyInput::readWords(const LegacyValues& values, Number* numbers) {
     seek(values.offset);
@@ -322,6 +326,11 @@ bool LegacyInput::readWords(const LegacyValues& values, Number* numbers) {
             return failToFindAll(values, word);
         }
         numbers[i] = Number(number);
+        if constexpr (std::is_integral_v<Number>) {
+            if (!std::in_range<Number>(number)) {
+                return failToFit(values);
+            }
+        }
     }
     return true;
 }
@@ -336,8 +345,16 @@ bool LegacyInput::readBlock(const LegacyValues& values, Number* numbers) {
         if (m_file.read(values.offset + done * std::int64_t(sizeof(Stored)), bytes.data(), size) < size) {
             return failToFindAll(values, {});
         }
+        bool fits = true;
         for (std::int64_t i = 0; i < count; ++i) {
-            numbers[done + i] = Number(numberAt<Stored>(&bytes[std::size_t(i) * sizeof(Stored)]));
+            const auto number = numberAt<Stored>(&bytes[std::size_t(i) * sizeof(Stored)]);
+            numbers[done + i] = Number(number);
+            if constexpr (std::is_integral_v<Number>) {
+                fits &= std::in_range<Number>(number);
+            }
+        }
+        if (!fits) {
+            return failToFit(values);
         }
     }
     return true;

@@ -53,8 +53,8 @@ public:
     /// small letters. In binary files the values begin on the next line.
     bool passValues(const std::string& what, const std::string& type, std::int64_t count, LegacyValues* values);
 
-    /// Reads what passValues() has passed over, into room for that many: whole numbers for long long, FLOAT in
-    /// binary files for float, all but TEXT for double. Words go on where they were.
+    /// Reads what passValues() has passed over, into room for that many: whole numbers for integers, which
+    /// have to fit, FLOAT in binary files for float, all but TEXT for double. Words go on behind what was read.
     template <class Number>
     bool read(const LegacyValues& values, Number* numbers);
 
@@ -70,6 +70,7 @@ private:
     bool passWords(const LegacyValues& values);
     bool passTexts(const LegacyValues& values);
     bool failToFindAll(const LegacyValues& values, std::string_view found);
+    bool failToFit(const LegacyValues& values);
     template <class Number>
     bool readWords(const LegacyValues& values, Number* numbers);
     template <class Stored, class Number>

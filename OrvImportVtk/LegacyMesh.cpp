@@ -12,7 +12,7 @@
 #include <vtkPolyData.h>
 #include <vtkRectilinearGrid.h>
 #include <vtkStructuredGrid.h>
-#include <vtkTypeInt64Array.h>
+#include <vtkTypeInt32Array.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
@@ -20,6 +20,7 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace orv::imp::cae {
@@ -46,7 +47,7 @@ vtkSmartPointer<vtkDataArray> readArray(LegacyInput* input, const LegacyValues& 
     return readInto<vtkDoubleArray>(input, values, width);
 }
 
-using Integers = vtkSmartPointer<vtkTypeInt64Array>;
+using Integers = vtkSmartPointer<vtkTypeInt32Array>;
 
 /// Where the nodes of each cell begin and the last one's end, and the nodes.
 struct CellNodes {
@@ -159,14 +160,19 @@ private:
     }
 
     bool readCells(const LegacyCells& list, CellNodes* cells) {
-        cells->nodes = readInto<vtkTypeInt64Array>(&m_input, list.nodes, 1);
+        constexpr std::int64_t MOST = std::numeric_limits<std::int32_t>::max();
+        if (list.nodes.count > MOST) {
+            return m_input.fail("expected at most " + std::to_string(MOST) + " numbers of " + list.nodes.what +
+                                ", found " + std::to_string(list.nodes.count));
+        }
+        cells->nodes = readInto<vtkTypeInt32Array>(&m_input, list.nodes, 1);
         if (!cells->nodes) {
             return false;
         }
         if (!list.offsets) {
             return takeRunsApart(list, cells);
         }
-        cells->offsets = readInto<vtkTypeInt64Array>(&m_input, *list.offsets, 1);
+        cells->offsets = readInto<vtkTypeInt32Array>(&m_input, *list.offsets, 1);
         return cells->offsets && checkOffsets(list, cells);
     }
 
@@ -195,18 +201,18 @@ private:
                 return m_input.fail("expected " + std::to_string(list.count) + " cells in " + std::to_string(size) +
                                     " numbers of " + list.nodes.what + ", found " + std::to_string(i));
             }
-            *offset++ = node - nodes;
+            *offset++ = int(node - nodes);
             node = std::copy_n(nodes + at + 1, count, node);
             at += count + 1;
         }
-        *offset = node - nodes;
+        *offset = int(node - nodes);
         cells->nodes->SetNumberOfValues(node - nodes);
         return at == size || m_input.fail("expected " + std::to_string(size) + " numbers of " + list.nodes.what +
                                           ", found cells in " + std::to_string(at) + " of them");
     }
 
     bool readTypes(vtkUnsignedCharArray* types) {
-        const Integers numbers = readInto<vtkTypeInt64Array>(&m_input, m_index.cellTypes, 1);
+        const Integers numbers = readInto<vtkTypeInt32Array>(&m_input, m_index.cellTypes, 1);
         if (!numbers) {
             return false;
         }
@@ -231,12 +237,12 @@ private:
         auto* nodes = cells->nodes->GetPointer(0);
         auto* node = nodes;
         for (vtkIdType i = 0; i < count; ++i) {
-            const std::int64_t begin = std::exchange(offsets[i], node - nodes);
+            const std::int64_t begin = std::exchange(offsets[i], int(node - nodes));
             if (types[i] != VTK_POLYHEDRON) {
                 node = std::copy(nodes + begin, nodes + offsets[i + 1], node);
             }
         }
-        offsets[count] = node - nodes;
+        offsets[count] = int(node - nodes);
         cells->nodes->SetNumberOfValues(node - nodes);
     }
 

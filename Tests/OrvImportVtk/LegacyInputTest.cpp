@@ -73,7 +73,7 @@ TEST_F(LegacyInputs, WordsGoOnBehindTheBuffer) {
     for (std::size_t blanks = 65530; blanks < 65540; ++blanks) {
         LegacyInput input = open("1" + std::string(blanks, ' ') + "12345 678", false);
         LegacyValues values;
-        std::vector<long long> numbers(3);
+        std::vector<std::int32_t> numbers(3);
         ASSERT_TRUE(input.passValues("numbers", "int", 3, &values)) << blanks;
         ASSERT_TRUE(input.read(values, numbers.data())) << blanks;
         EXPECT_THAT(numbers, ElementsAre(1, 12345, 678)) << blanks;
@@ -86,6 +86,22 @@ TEST_F(LegacyInputs, LongBlocksAreReadInPieces) {
     const std::vector<double> numbers = read("char", bytes, std::int64_t(bytes.size()), true);
     EXPECT_EQ(numbers[65536], 1.0);
     EXPECT_EQ(numbers.back(), 2.0);
+}
+
+TEST_F(LegacyInputs, NumbersThatDoNotFitAreRefused) {
+    const struct {
+        std::string bytes;
+        bool isBinary;
+    } cases[] = {{std::string("\n\0\0\0\1\0\0\0\0", 9), true}, {"4294967296", false}, {"-4294967296", false}};
+    for (const auto& [bytes, isBinary] : cases) {
+        LegacyInput input = open(bytes, isBinary);
+        LegacyValues values;
+        std::int32_t number = 0;
+        ASSERT_TRUE(input.passValues("cells", "long", 1, &values));
+        EXPECT_FALSE(input.read(values, &number));
+        EXPECT_THAT(m_error.message().toStdString(),
+                    testing::EndsWith("expected numbers of cells, found one that is too large"));
+    }
 }
 
 TEST_F(LegacyInputs, FloatsStayFloats) {
