@@ -55,6 +55,38 @@ const FoamListType* findFoamListType(std::string_view word) {
 
 FoamFile::FoamFile(std::string folder) : m_folder(std::move(folder)) {}
 
+// Blanks and comments. Nearly all that is behind blanks is no comment.
+inline void FoamFile::skipBlanks() {
+    const char* const end = m_bytes.data() + m_bytes.size();
+    const char* at = m_bytes.data() + m_at;
+    while (at != end && isBlank(*at)) {
+        ++at;
+    }
+    m_at = std::size_t(at - m_bytes.data());
+    if (at != end && *at == '/') {
+        skipComments();
+    }
+}
+
+// And the blanks behind them.
+void FoamFile::skipComments() {
+    while (true) {
+        while (isBlank(peek())) {
+            ++m_at;
+        }
+        if (peek() != '/') {
+            return;
+        }
+        const std::string_view rest = m_bytes.substr(m_at, 2);
+        if (rest != "//" && rest != "/*") {
+            return;
+        }
+        const std::string_view end = rest == "//" ? "\n" : "*/";
+        const std::size_t found = m_bytes.find(end, m_at + 2);
+        m_at = found == std::string::npos ? m_bytes.size() : found + end.size();
+    }
+}
+
 bool FoamFile::open(const std::string& name, ug::Error* error) {
     return read(name, WHOLE, error);
 }
@@ -238,25 +270,6 @@ void FoamFile::readWord(FoamToken* token) {
     }
     m_at = std::max(m_at, begin + 1); // A zero byte is a word, too.
     *token = {FoamToken::WORD, std::string(m_bytes.substr(begin, m_at - begin))};
-}
-
-// Blanks and comments.
-void FoamFile::skipBlanks() {
-    while (true) {
-        while (isBlank(peek())) {
-            ++m_at;
-        }
-        if (peek() != '/') {
-            return;
-        }
-        const std::string_view rest = m_bytes.substr(m_at, 2);
-        if (rest != "//" && rest != "/*") {
-            return;
-        }
-        const std::string_view end = rest == "//" ? "\n" : "*/";
-        const std::size_t found = m_bytes.find(end, m_at + 2);
-        m_at = found == std::string::npos ? m_bytes.size() : found + end.size();
-    }
 }
 
 bool FoamFile::expect(char punctuation, ug::Error* error) {

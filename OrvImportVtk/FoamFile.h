@@ -111,6 +111,7 @@ private:
         return m_at < m_bytes.size() ? static_cast<unsigned char>(m_bytes[m_at]) : -1;
     }
     void skipBlanks();
+    void skipComments();
     void readNumber(FoamToken* token);
     bool readString(FoamToken* token, ug::Error* error);
     void readWord(FoamToken* token);
