@@ -69,7 +69,12 @@ CgnsTree::~CgnsTree() {
 }
 
 bool CgnsTree::open(const std::string& filename, ug::Error* error) {
-    if (cgio_open_file(filename.c_str(), CGIO_MODE_READ, CGIO_FILE_NONE, &m_file) != 0) {
+    int type = CGIO_FILE_NONE;
+    const bool isThere = cgio_check_file(filename.c_str(), &type) == 0;
+    if (isThere && type == CGIO_FILE_NONE) { // Opening would take it for ADF.
+        return ug::fail(error, "cannot be opened as a CGNS file: it is neither HDF5 nor ADF");
+    }
+    if (!isThere || cgio_open_file(filename.c_str(), CGIO_MODE_READ, type, &m_file) != 0) {
         m_file = 0;
         return ug::fail(error, Str("cannot be opened as a CGNS file: " + lastError()));
     }

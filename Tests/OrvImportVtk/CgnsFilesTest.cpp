@@ -11,6 +11,7 @@
 // clang-format on
 
 #include <filesystem>
+#include <fstream>
 #include <numeric>
 
 using namespace orv;
@@ -163,6 +164,19 @@ TEST_F(CgnsFiles, AreReadWhenTheyAreWhole) {
     close();
     EXPECT_EQ(errorText(), "");
     EXPECT_THAT(warnings(), ElementsAre());
+}
+
+// The library would take it for ADF, which nothing has looked through then.
+TEST_F(CgnsFiles, TellWhatTheyAre) {
+    create();
+    addZone("Zone");
+    addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
+    close();
+    std::fstream file(path(), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(std::string("@(#)ADF Database ").size());
+    file << "v";
+    file.close();
+    EXPECT_EQ(errorText(), "cannot be opened as a CGNS file: it is neither HDF5 nor ADF");
 }
 
 TEST_F(CgnsFiles, SectionsBehindTheCellsAreLeftOut) {
