@@ -107,7 +107,7 @@ private:
 };
 
 /// Hands out pieces of a file, reading ahead.
-class CaeBytes {
+class ORV_API CaeBytes {
 public:
     explicit CaeBytes(const CaeFile& file);
 

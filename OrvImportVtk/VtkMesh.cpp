@@ -78,12 +78,17 @@ std::vector<int> globalIdsOf(vtkDataSetAttributes* attributes, vtkIdType count) 
     return isCopied ? ids : std::vector<int>();
 }
 
+// The mesh itself does not find an array that got its name late.
+vtkUnsignedCharArray* ghostsOf(vtkDataSet* mesh) {
+    return vtkUnsignedCharArray::SafeDownCast(mesh->GetCellData()->GetArray(vtkDataSetAttributes::GhostArrayName()));
+}
+
 /// Turns cells into elements, one after the other.
 class Elements {
 public:
     Elements(vtkDataSet* mesh, std::span<const double> coordinates, VtkUnknownCells* unknown)
-        : m_mesh(mesh), m_pointCount(mesh->GetNumberOfPoints()), m_coordinates(coordinates),
-          m_ghosts(mesh->GetCellGhostArray()), m_unknown(unknown) {
+        : m_mesh(mesh), m_pointCount(mesh->GetNumberOfPoints()), m_coordinates(coordinates), m_ghosts(ghostsOf(mesh)),
+          m_unknown(unknown) {
         m_types.reserve(std::size_t(mesh->GetNumberOfCells()));
     }
 

@@ -78,6 +78,9 @@ const std::vector<Sample>& samples() {
         {"grids", "planes.pvtr", {"planes_0.vtr", "planes_1.vtr"}},
         {"grids", "planes_raw64.vtr", {}},
         {"grids", "polyhedron.vtu", {}},
+        {"grids", "image_zlib.vti", {}},
+        {"grids", "planes_zlib.vtr", {}},
+        {"grids", "solids.pvtu", {"solids_0.vtu", "solids_1.vtu"}},
         {"grids", "solids_big.vtu", {}},
         {"grids", "solids_bigzlib.vtu", {}},
         {"grids", "solids_inline.vtu", {}},
@@ -85,6 +88,8 @@ const std::vector<Sample>& samples() {
         {"grids", "solids_lzma.vtu", {}},
         {"grids", "solids_raw64.vtu", {}},
         {"grids", "solids_zlib.vtu", {}},
+        {"grids", "surface.pvtp", {"surface_0.vtp", "surface_1.vtp"}},
+        {"grids", "surface_raw64.vtp", {}},
         {"grids", "surface_zlib.vtp", {}},
         {"vtk", "zoo_ascii.vtu", {}},
         {"vtk", "zoo_binary.vtu", {}},
@@ -251,11 +256,6 @@ TEST_P(BadFiles, CutOnesAreRefused) {
 }
 
 TEST_P(BadFiles, DamagedOnesNeverCrash) {
-#ifdef __SANITIZE_ADDRESS__
-    if (GetParam().folder == "grids" && GetParam().name.starts_with("solids_") && GetParam().name.ends_with(".vtu")) {
-        GTEST_SKIP() << "VTK makes room for what a damaged array tells; its exception would end the process here";
-    }
-#endif
     for (const std::string& file : files()) {
         for (std::size_t i = 0; i < 24; ++i) {
             std::string damaged = original(file);

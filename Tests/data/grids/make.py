@@ -133,6 +133,18 @@ for name, (make, kind) in PIECES.items():
         text += '  <Piece Extent="%d %d 0 2 0 2" Source="%s_%d.%s"/>\n' % (2 * i, 2 * i + 2, name, i, extension)
     open("%s.p%s" % (name, extension), "w").write(text + " </P%s>\n</VTKFile>\n" % kind)
 
+# The same of lists, of which only the first one has "Flux" at its points and only the second one "Stress" at its cells.
+def write_lists(name, make, kind):
+    extension = EXTENSIONS[name]
+    text = '<VTKFile type="P%s" version="1.0" byte_order="LittleEndian">\n <P%s GhostLevel="0">\n' % (kind, kind)
+    for i in range(2):
+        mesh = make()
+        (mesh.GetCellData() if i == 0 else mesh.GetPointData()).RemoveArray("Stress" if i == 0 else "Flux")
+        write(XML[name](), mesh, "%s_%d.%s" % (name, i, extension), SetDataModeToAscii=None)
+        text += '  <Piece Source="%s_%d.%s"/>\n' % (name, i, extension)
+    open("%s.p%s" % (name, extension), "w").write(text + " </P%s>\n</VTKFile>\n" % kind)
+
+
 # What VTK's writers do not write, but its readers read.
 open("attributes.vtk", "w").write("""# vtk DataFile Version 3.0
 Written by hand
@@ -168,3 +180,6 @@ pressure 1 3 float
 pair 2 3 int
 1 2 3 4 5 6
 """)
+
+write_lists("solids", solids, "UnstructuredGrid")
+write_lists("surface", surface, "PolyData")

@@ -1,0 +1,469 @@
+#include "OrvImportVtk/XmlReaders.h"
+
+#include "OrvImportCae/CaeReaders.h"
+#include "OrvImportVtk/XmlArrays.h"
+
+#include <vtkBitArray.h>
+#include <vtkDataArray.h>
+#include <vtkObjectFactory.h>
+#include <vtkXMLDataElement.h>
+#include <vtkXMLImageDataReader.h>
+#include <vtkXMLPolyDataReader.h>
+#include <vtkXMLRectilinearGridReader.h>
+#include <vtkXMLStructuredGridReader.h>
+#include <vtkXMLUnstructuredGridReader.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <numeric>
+#include <string_view>
+#include <vector>
+
+namespace orv::imp::cae {
+namespace {
+
+bool isCalled(vtkXMLDataElement* element, std::string_view name) {
+    const char* value = element->GetAttribute("Name");
+    return value && value == name;
+}
+
+vtkXMLDataElement* findArray(vtkXMLDataElement* parent, std::string_view name) {
+    for (int i = 0; parent && i < parent->GetNumberOfNestedElements(); ++i) {
+        if (isCalled(parent->GetNestedElement(i), name)) {
+            return parent->GetNestedElement(i);
+        }
+    }
+    return nullptr;
+}
+
+// VTK asks each array for the names of its components, one by one.
+bool areComponentsFew(vtkXMLDataElement* root, ug::Error* error) {
+    constexpr int MOST_COMPONENTS = 1 << 16;
+    std::vector<vtkXMLDataElement*> left = {root};
+    while (!left.empty()) {
+        vtkXMLDataElement* element = left.back();
+        left.pop_back();
+        int count = 0;
+        if (element->GetScalarAttribute("NumberOfComponents", count) && count > MOST_COMPONENTS) {
+            return XmlArrays::fail(element,
+                                   "expected at most " + std::to_string(MOST_COMPONENTS) + " components, found " +
+                                       std::to_string(count),
+                                   error);
+        }
+        for (int i = 0; i < element->GetNumberOfNestedElements(); ++i) {
+            left.push_back(element->GetNestedElement(i));
+        }
+    }
+    return true;
+}
+
+/// What all five kinds have in common. A failure is told once, and VTK is let go on with zeros, as it forgets to delete
+/// things when it is told of one.
+template <class Base>
+class CheckedReader : public Base {
+protected:
+    /// Whether all that VTK is about to make room for can be in the file.
+    virtual bool check(ug::Error* error) = 0;
+
+    /// Whether values that have been read, so many from an index on, can be used.
+    virtual bool areSound(vtkXMLDataElement*, vtkDataArray*, vtkIdType, vtkIdType, ug::Error*) {
+        return true;
+    }
+
+    int ReadVTKFile(vtkXMLDataElement* root) override {
+        ug::Error error;
+        m_arrays = std::make_unique<XmlArrays>(); // VTK's parser begins anew whenever other arrays are asked for.
+        if (!areComponentsFew(root, &error) || !m_arrays->open(this->FileName, this->XMLParser, &error)) {
+            vtkErrorMacro(<< error.message().toStdString());
+            return 0;
+        }
+        return Base::ReadVTKFile(root);
+    }
+
+    int ReadPrimaryElement(vtkXMLDataElement* element) override {
+        const int isRead = Base::ReadPrimaryElement(element);
+        ug::Error error;
+        if (!checkTime(&error)) {
+            vtkErrorMacro(<< error.message().toStdString());
+            return 0;
+        }
+        return isRead;
+    }
+
+    void ReadXMLData() override {
+        ug::Error error;
+        this->FieldDataElement = nullptr;
+        m_hasFailed = !check(&error);
+        if (m_hasFailed) {
+            vtkErrorMacro(<< error.message().toStdString());
+            return;
+        }
+        Base::ReadXMLData();
+    }
+
+    int ReadArrayValues(vtkXMLDataElement* element, vtkIdType arrayIndex, vtkAbstractArray* array, vtkIdType first,
+                        vtkIdType count, vtkXMLReader::FieldType type) override {
+        auto* numbers = vtkDataArray::SafeDownCast(array);
+        if (!numbers || vtkBitArray::SafeDownCast(array)) {
+            return Base::ReadArrayValues(element, arrayIndex, array, first, count, type);
+        }
+        ug::Error error;
+        const bool hasPlace = arrayIndex >= 0 && count >= 0 && arrayIndex <= numbers->GetNumberOfValues() - count;
+        if (!m_hasFailed && !(hasPlace && readValues(element, arrayIndex, numbers, first, count, type, &error) &&
+                              areSound(element, numbers, arrayIndex, count, &error))) {
+            m_hasFailed = true;
+            vtkErrorMacro(<< error.message().toStdString());
+        }
+        if (m_hasFailed && hasPlace && count > 0) {
+            std::memset(numbers->GetVoidPointer(arrayIndex), 0,
+                        std::size_t(count) * std::size_t(numbers->GetDataTypeSize()));
+        }
+        return 1;
+    }
+
+    /// The arrays of a piece's points or cells that are to be read.
+    bool checkData(int piece, std::int64_t pointCount, std::int64_t cellCount, ug::Error* error) {
+        const auto hasRoom = [&](vtkXMLDataElement* list, std::int64_t count, auto isWanted) {
+            for (int i = 0; list && i < list->GetNumberOfNestedElements(); ++i) {
+                vtkXMLDataElement* array = list->GetNestedElement(i);
+                if (isWanted(array) && !m_arrays->hasRoom(array, count, error)) {
+                    return false;
+                }
+            }
+            return true;
+        };
+        return hasRoom(this->PointDataElements[piece], pointCount,
+                       [this](vtkXMLDataElement* array) { return this->PointDataArrayIsEnabled(array) != 0; }) &&
+               hasRoom(this->CellDataElements[piece], cellCount,
+                       [this](vtkXMLDataElement* array) { return this->CellDataArrayIsEnabled(array) != 0; });
+    }
+
+    /// The coordinates of a piece's points.
+    bool checkPoints(vtkXMLDataElement* points, std::int64_t count, ug::Error* error) {
+        vtkXMLDataElement* array =
+            points && points->GetNumberOfNestedElements() > 0 ? points->GetNestedElement(0) : nullptr;
+        if (count == 0) {
+            return true;
+        }
+        int width = 0;
+        if (!array || !array->GetScalarAttribute("NumberOfComponents", width) || width != 3) {
+            return ug::fail(error, "expected points of three components, found none");
+        }
+        return m_arrays->hasRoom(array, count, error);
+    }
+
+    XmlArrays& arrays() {
+        return *m_arrays;
+    }
+
+private:
+    // Of the fields nothing but the time is left for VTK.
+    bool checkTime(ug::Error* error) {
+        vtkXMLDataElement* fields = this->FieldDataElement;
+        vtkXMLDataElement* time = findArray(fields, "TimeValue");
+        for (int i = fields ? fields->GetNumberOfNestedElements() - 1 : -1; i >= 0; --i) {
+            if (fields->GetNestedElement(i) != time) {
+                fields->RemoveNestedElement(fields->GetNestedElement(i));
+            }
+        }
+        vtkIdType count = 0;
+        return !time || !time->GetScalarAttribute("NumberOfTuples", count) || m_arrays->hasRoom(time, count, error);
+    }
+
+    bool readValues(vtkXMLDataElement* element, vtkIdType arrayIndex, vtkDataArray* array, vtkIdType first,
+                    vtkIdType count, vtkXMLReader::FieldType type, ug::Error* error) {
+        // What VTK calls so it also gives another meaning when it has read it.
+        const bool isGhostLevel = isCalled(element, "vtkGhostLevels");
+        if (XmlArrays::isText(element) || isGhostLevel) {
+            return Base::ReadArrayValues(element, arrayIndex, array, first, count, type) != 0 ||
+                   XmlArrays::fail(element,
+                                   "byte " + std::to_string(element->GetXMLByteIndex()) + ": expected " +
+                                       std::to_string(count) + " values, found fewer",
+                                   error);
+        }
+        const auto tell = [this](double share) {
+            const float* range = this->ProgressRange;
+            this->UpdateProgressDiscrete(range[0] + float(share) * (range[1] - range[0]));
+        };
+        const bool isRead = m_arrays->read(element, first, count, std::size_t(array->GetDataTypeSize()),
+                                           array->GetVoidPointer(arrayIndex), tell, error);
+        array->Modified();
+        return isRead;
+    }
+
+    std::unique_ptr<XmlArrays> m_arrays;
+    bool m_hasFailed = false;
+};
+
+constexpr std::string_view CELL_LISTS[] = {"Cells", "Verts", "Lines", "Strips", "Polys"};
+
+bool isOfCells(vtkXMLDataElement* array) {
+    vtkXMLDataElement* parent = array->GetParent();
+    return parent && std::find(std::begin(CELL_LISTS), std::end(CELL_LISTS), std::string_view(parent->GetName())) !=
+                         std::end(CELL_LISTS);
+}
+
+bool isOfSingleIntegers(vtkXMLDataElement* array) {
+    int type = 0;
+    int width = 1;
+    array->GetScalarAttribute("NumberOfComponents", width);
+    return width == 1 && array->GetAttribute("type") && array->GetWordTypeAttribute("type", type) &&
+           type != VTK_FLOAT && type != VTK_DOUBLE && type != VTK_BIT && type != VTK_STRING;
+}
+
+template <class Number>
+bool isAscending(const Number* numbers, vtkIdType count, std::int64_t* last) {
+    bool isRight = true;
+    for (vtkIdType i = 0; i < count; ++i) {
+        const auto number = std::int64_t(numbers[i]);
+        isRight &= number >= *last;
+        *last = number;
+    }
+    return isRight;
+}
+
+/// Meshes that list their points and the points of their cells.
+template <class Base>
+class ListReader : public CheckedReader<Base> {
+protected:
+    bool checkCells(vtkXMLDataElement* cells, std::int64_t count, bool haveTypes, ug::Error* error) {
+        return count == 0 ||
+               (checkNumbers(cells, "offsets", count, error) && checkNumbers(cells, "connectivity", 0, error) &&
+                (!haveTypes || checkNumbers(cells, "types", count, error)));
+    }
+
+    // VTK makes room for as many nodes as the last offset tells, and writes beyond it when others are larger.
+    bool areSound(vtkXMLDataElement* element, vtkDataArray* array, vtkIdType first, vtkIdType count,
+                  ug::Error* error) override {
+        if (!isCalled(element, "offsets") || !isOfCells(element)) {
+            return true;
+        }
+        bool areRight = false;
+        std::int64_t nodeCount = 0;
+        switch (array->GetDataType()) {
+            vtkTemplateMacro(
+                areRight = isAscending(static_cast<const VTK_TT*>(array->GetVoidPointer(first)), count, &nodeCount));
+        }
+        vtkXMLDataElement* nodes = this->FindDataArrayWithName(element->GetParent(), "connectivity");
+        return (areRight && this->arrays().hasRoom(nodes, nodeCount, nullptr)) ||
+               XmlArrays::fail(element, "the offsets of the cells are damaged", error);
+    }
+
+private:
+    bool checkNumbers(vtkXMLDataElement* cells, const char* name, std::int64_t count, ug::Error* error) {
+        vtkXMLDataElement* array = cells ? this->FindDataArrayWithName(cells, name) : nullptr;
+        if (!array || !isOfSingleIntegers(array)) {
+            return ug::fail(error, Str("expected the " + std::string(name) + " of cells as whole numbers, found none"));
+        }
+        return this->arrays().hasRoom(array, count, error);
+    }
+};
+
+/// Passes over the faces of polyhedra, too, which become no elements: VTK does not survive faces that are damaged.
+class GridReader : public ListReader<vtkXMLUnstructuredGridReader> {
+public:
+    static GridReader* New();
+
+protected:
+    int ReadPiece(vtkXMLDataElement* piece) override {
+        const int isRead = vtkXMLUnstructuredGridReader::ReadPiece(piece);
+        vtkXMLDataElement* cells = isRead ? CellElements[Piece] : nullptr;
+        for (const char* name : {"faces", "faceoffsets"}) {
+            while (vtkXMLDataElement* array = findArray(cells, name)) {
+                array->SetAttribute("Name", "passed over");
+            }
+        }
+        return isRead;
+    }
+
+    bool check(ug::Error* error) override {
+        for (int piece = 0; piece < NumberOfPieces; ++piece) {
+            if (!checkPoints(PointElements[piece], NumberOfPoints[piece], error) ||
+                !checkCells(CellElements[piece], NumberOfCells[piece], true, error) ||
+                !checkData(piece, NumberOfPoints[piece], NumberOfCells[piece], error)) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
+vtkStandardNewMacro(GridReader);
+
+class SurfaceReader : public ListReader<vtkXMLPolyDataReader> {
+public:
+    static SurfaceReader* New();
+
+protected:
+    bool check(ug::Error* error) override {
+        std::int64_t all = 0;
+        for (int piece = 0; piece < NumberOfPieces; ++piece) {
+            const vtkIdType counts[] = {NumberOfVerts[piece], NumberOfLines[piece], NumberOfStrips[piece],
+                                        NumberOfPolys[piece]};
+            if (!checkPoints(PointElements[piece], NumberOfPoints[piece], error) ||
+                !checkCells(VertElements[piece], counts[0], false, error) ||
+                !checkCells(LineElements[piece], counts[1], false, error) ||
+                !checkCells(StripElements[piece], counts[2], false, error) ||
+                !checkCells(PolyElements[piece], counts[3], false, error)) {
+                return false;
+            }
+            const std::int64_t cellCount = std::accumulate(std::begin(counts), std::end(counts), std::int64_t(0));
+            if (!checkData(piece, NumberOfPoints[piece], cellCount, error)) {
+                return false;
+            }
+            all += cellCount;
+        }
+        // VTK counts them so.
+        return all <= std::numeric_limits<int>::max() ||
+               ug::fail(error, Str("expected at most 2147483647 cells of a surface, found " + std::to_string(all)));
+    }
+};
+
+vtkStandardNewMacro(SurfaceReader);
+
+// Of nodes from one to another in each of three directions. Of very many just a number as large.
+std::int64_t countOf(const int* extent, bool ofCells) {
+    constexpr std::int64_t MOST = std::int64_t(1) << 40; // Sums of these are numbers, too.
+    std::int64_t count = 1;
+    for (int axis = 0; axis < 3; ++axis) {
+        const std::int64_t steps = std::int64_t(extent[2 * axis + 1]) - extent[2 * axis];
+        const std::int64_t own = std::max<std::int64_t>(ofCells ? std::max<std::int64_t>(steps, 1) : steps + 1, 0);
+        count = own != 0 && count > MOST / own ? MOST : count * own;
+    }
+    return count;
+}
+
+/// Grids of lines, rows and layers of nodes.
+template <class Base>
+class StructuredReader : public CheckedReader<Base> {
+protected:
+    /// Whether the file tells where the nodes of a piece are.
+    virtual bool checkPlaces(int piece, const int* extent, ug::Error* error) = 0;
+
+    /// Whether it does so for each single one.
+    virtual bool areNodesListed() const {
+        return false;
+    }
+
+    bool check(ug::Error* error) override {
+        constexpr std::int64_t MOST_UNLISTED_NODES = std::int64_t(1) << 25; // Unless the file is larger.
+        std::int64_t nodeCount = 0;
+        std::int64_t unlistedCount = 0;
+        for (int piece = 0; piece < this->NumberOfPieces; ++piece) {
+            const int* extent = this->PieceExtents + 6 * piece;
+            const std::int64_t own = countOf(extent, false);
+            if (!checkPlaces(piece, extent, error) || !this->checkData(piece, own, countOf(extent, true), error)) {
+                return false;
+            }
+            nodeCount += own;
+            unlistedCount += areNodesListed() || haveAnyValues(piece, extent) ? 0 : own;
+        }
+        const std::int64_t whole = countOf(this->WholeExtent, false);
+        if (whole > nodeCount) {
+            return ug::fail(error, Str("expected " + std::to_string(whole) + " nodes of a grid, found pieces of " +
+                                       std::to_string(nodeCount)));
+        }
+        return unlistedCount <= std::max(this->arrays().fileSize(), MOST_UNLISTED_NODES) ||
+               ug::fail(error, Str("expected at most " + std::to_string(MOST_UNLISTED_NODES) +
+                                   " nodes of a grid without values, found " + std::to_string(unlistedCount)));
+    }
+
+private:
+    // One array for all of its nodes or cells shows that a grid is as large as it tells.
+    bool haveAnyValues(int piece, const int* extent) {
+        const auto haveAny = [&](vtkXMLDataElement* list, std::int64_t count) {
+            for (int i = 0; list && i < list->GetNumberOfNestedElements(); ++i) {
+                if (this->arrays().hasRoom(list->GetNestedElement(i), count, nullptr)) {
+                    return true;
+                }
+            }
+            return false;
+        };
+        return haveAny(this->PointDataElements[piece], countOf(extent, false)) ||
+               haveAny(this->CellDataElements[piece], countOf(extent, true));
+    }
+};
+
+class CurvedGridReader : public StructuredReader<vtkXMLStructuredGridReader> {
+public:
+    static CurvedGridReader* New();
+
+protected:
+    bool checkPlaces(int piece, const int* extent, ug::Error* error) override {
+        return checkPoints(PointElements[piece], countOf(extent, false), error);
+    }
+
+    bool areNodesListed() const override {
+        return true;
+    }
+};
+
+vtkStandardNewMacro(CurvedGridReader);
+
+class PlanesReader : public StructuredReader<vtkXMLRectilinearGridReader> {
+public:
+    static PlanesReader* New();
+
+protected:
+    bool checkPlaces(int piece, const int* extent, ug::Error* error) override {
+        constexpr int AXES = 3;
+        vtkXMLDataElement* coordinates = CoordinateElements[piece];
+        for (int axis = 0; axis < AXES && countOf(extent, false) > 0; ++axis) {
+            const std::int64_t count = std::int64_t(extent[2 * axis + 1]) - extent[2 * axis] + 1;
+            if (!coordinates || coordinates->GetNumberOfNestedElements() < AXES) {
+                return ug::fail(error, "expected coordinates on three axes, found none");
+            }
+            if (!arrays().hasRoom(coordinates->GetNestedElement(axis), count, error)) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
+vtkStandardNewMacro(PlanesReader);
+
+class ImageReader : public StructuredReader<vtkXMLImageDataReader> {
+public:
+    static ImageReader* New();
+
+protected:
+    bool checkPlaces(int, const int*, ug::Error*) override {
+        return true;
+    }
+};
+
+vtkStandardNewMacro(ImageReader);
+
+template <class Reader>
+vtkSmartPointer<vtkXMLReader> make() {
+    return vtkSmartPointer<Reader>::New();
+}
+
+struct Kind {
+    const char* extension;
+    vtkSmartPointer<vtkXMLReader> (*make)();
+};
+
+constexpr Kind KINDS[] = {
+    {"vtu", make<GridReader>},   {"vtp", make<SurfaceReader>}, {"vts", make<CurvedGridReader>},
+    {"vtr", make<PlanesReader>}, {"vti", make<ImageReader>},
+};
+
+} // namespace
+
+vtkSmartPointer<vtkXMLReader> makeXmlReader(const std::string& filename) {
+    const std::string extension = fileExtension(filename);
+    for (const Kind& kind : KINDS) {
+        if (extension == kind.extension) {
+            return kind.make();
+        }
+    }
+    return nullptr;
+}
+
+} // namespace orv::imp::cae
