@@ -92,16 +92,15 @@ public:
 
     bool add(const CgnsNode& zone, const CgnsSection& section, ug::Error* error) {
         CgnsNode node;
-        std::vector<CgnsNode> children;
-        if (!m_tree.find(zone, section.name, &node, error) || !m_tree.readChildren(node, &children, error)) {
+        CgnsNode list;
+        if (!m_tree.find(zone, section.name, &node, error) || !m_tree.find(node, "ElementConnectivity", &list, error)) {
             return false;
         }
-        const CgnsNode* list = find(children, "ElementConnectivity");
-        if (!isList(list) || list->itemCount() != section.itemCount) {
+        if (!isList(&list) || list.itemCount() != section.itemCount) {
             return ug::fail(error, "has been changed since it was opened");
         }
-        return list->type == "I4" ? addItems<std::int32_t>(*list, children, section, error)
-                                  : addItems<std::int64_t>(*list, children, section, error);
+        return list.type == "I4" ? addItems<std::int32_t>(node, list, section, error)
+                                 : addItems<std::int64_t>(node, list, section, error);
     }
 
     void addPolyhedra(std::size_t count) {
@@ -120,17 +119,14 @@ public:
 
 private:
     template <class Number>
-    bool addItems(const CgnsNode& list, const std::vector<CgnsNode>& children, const CgnsSection& section,
-                  ug::Error* error) {
+    bool addItems(const CgnsNode& node, const CgnsNode& list, const CgnsSection& section, ug::Error* error) {
         const auto numbers = std::make_unique_for_overwrite<Number[]>(std::size_t(section.itemCount));
         if (!m_tree.readItems(list, numbers.get(), error)) {
             return false;
         }
         const std::span<const Number> items(numbers.get(), std::size_t(section.itemCount));
-        const CgnsNode* starts = find(children, "ElementStartOffset");
         std::vector<std::int64_t> offsets;
-        if (section.elementType == CGNS_POLYGONS && starts &&
-            (!isList(starts) || !m_tree.readIntegers(*starts, &offsets, error))) {
+        if (section.elementType == CGNS_POLYGONS && !readOffsets(node, &offsets, error)) {
             return ug::fail(error, Str("section '" + section.name + "' has no offsets of its elements"));
         }
         const auto count = std::size_t(section.elementCount());
@@ -141,6 +137,16 @@ private:
                                  : addCells(items, *findCgnsCell(section.elementType), count);
         return isWhole ||
                ug::fail(error, Str("the elements of section '" + section.name + "' are not as many as it tells"));
+    }
+
+    // None where the elements themselves tell how many nodes they have.
+    bool readOffsets(const CgnsNode& section, std::vector<std::int64_t>* offsets, ug::Error* error) const {
+        std::vector<CgnsNode> children;
+        if (!m_tree.readChildren(section, &children, error)) {
+            return false;
+        }
+        const CgnsNode* starts = find(children, "ElementStartOffset");
+        return !starts || (isList(starts) && m_tree.readIntegers(*starts, offsets, error));
     }
 
     // As many items as they need have to be there.

@@ -91,12 +91,11 @@ bool CgnsTree::findRoot(CgnsNode* root, ug::Error* error) const {
 
 bool CgnsTree::find(const CgnsNode& parent, const std::string& name, CgnsNode* child, ug::Error* error) const {
     CgnsNode found;
-    if (cgio_get_node_id(m_file, parent.m_id, name.c_str(), &found.m_id) != 0) {
-        return ug::fail(error, Str("'" + name + "' cannot be found: " + lastError()));
+    if (!findId(parent, name, &found, error) || !look(&found, error)) {
+        return false;
     }
-    found.m_file = m_file;
     *child = std::move(found);
-    return look(child, error) && (child->name == name || ug::fail(error, Str("'" + child->name + "' has two names")));
+    return child->name == name || ug::fail(error, Str("'" + child->name + "' has two names"));
 }
 
 bool CgnsTree::readChildren(const CgnsNode& parent, std::vector<CgnsNode>* children, ug::Error* error) const {
@@ -153,6 +152,14 @@ bool CgnsTree::readText(const CgnsNode& node, std::string* text, ug::Error* erro
                              : ug::fail(error, Str("'" + node.name + "' is no text"));
 }
 
+bool CgnsTree::findId(const CgnsNode& parent, const std::string& name, CgnsNode* child, ug::Error* error) const {
+    if (cgio_get_node_id(m_file, parent.m_id, name.c_str(), &child->m_id) != 0) {
+        return ug::fail(error, Str("'" + name + "' cannot be found: " + lastError()));
+    }
+    child->m_file = m_file;
+    return true;
+}
+
 // Name, label, type and sizes of a node whose id is known.
 bool CgnsTree::look(CgnsNode* node, ug::Error* error) const {
     std::array<char, CGIO_MAX_NAME_LENGTH + 1> name = {};
@@ -197,7 +204,7 @@ bool CgnsTree::areCalledSo(const CgnsNode& parent, const std::vector<CgnsNode>& 
         }
     }
     CgnsNode last; // Looking for it goes past all others.
-    return find(parent, children.back().name, &last, error);
+    return findId(parent, children.back().name, &last, error);
 }
 
 bool CgnsTree::readItems(const CgnsNode& node, void* items, ug::Error* error) const {

@@ -64,6 +64,7 @@ public:
     /// @}
 
 private:
+    bool findId(const CgnsNode& parent, const std::string& name, CgnsNode* child, ug::Error* error) const;
     bool look(CgnsNode* node, ug::Error* error) const;
     bool areCalledSo(const CgnsNode& parent, const std::vector<CgnsNode>& children, ug::Error* error) const;
 

@@ -85,6 +85,18 @@ protected:
         ASSERT_EQ(cg_array_write("TimeValues", CGNS_ENUMV(RealDouble), 1, &count, times.data()), CG_OK);
     }
 
+    // To the solutions of each time.
+    void addFlowPointers(const std::vector<std::string>& names) {
+        std::string text;
+        for (const std::string& name : names) {
+            text += name + std::string(32 - name.size(), ' ');
+        }
+        ASSERT_EQ(cg_ziter_write(m_file, m_base, m_zone, "ZoneIterativeData"), CG_OK);
+        ASSERT_EQ(cg_goto(m_file, m_base, "Zone_t", m_zone, "ZoneIterativeData_t", 1, "end"), CG_OK);
+        const cgsize_t sizes[] = {32, cgsize_t(names.size())};
+        ASSERT_EQ(cg_array_write("FlowSolutionPointers", CGNS_ENUMV(Character), 2, sizes, text.data()), CG_OK);
+    }
+
     void close() {
         ASSERT_EQ(cg_close(m_file), CG_OK);
     }
@@ -502,16 +514,38 @@ TEST_F(CgnsFiles, WithoutASolutionOfThatNameItIsTheFirstOne) {
     addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
     addSolution("Values", CGNS_ENUMV(Vertex), "a");
     addTimes({0.5});
-    ASSERT_EQ(cg_ziter_write(m_file, m_base, m_zone, "ZoneIterativeData"), CG_OK);
-    ASSERT_EQ(cg_goto(m_file, m_base, "Zone_t", m_zone, "ZoneIterativeData_t", 1, "end"), CG_OK);
-    const cgsize_t sizes[] = {32, 1};
-    const std::string name = std::string("Other") + std::string(27, ' ');
-    ASSERT_EQ(cg_array_write("FlowSolutionPointers", CGNS_ENUMV(Character), 2, sizes, name.data()), CG_OK);
+    addFlowPointers({"Other"});
     close();
     const auto source = orvtest::openVtk(path());
     const ug::ResultInfo info = orvtest::findResult(source.get(), "a");
     ASSERT_TRUE(orvtest::load(source.get(), 1, {info}));
     EXPECT_EQ(source->state(0)->results(source->state(0)->geometry(0))->find(info)->values(0)->span()[7], 1.5);
+}
+
+TEST_F(CgnsFiles, EachZoneMayHavePointers) {
+    create();
+    for (const char* name : {"Still", "Moving"}) {
+        addZone(name);
+        addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
+        addSolution("First", CGNS_ENUMV(Vertex), "a");
+        addSolution("Second", CGNS_ENUMV(Vertex), "b");
+    }
+    addFlowPointers({"First", "Second"});
+    addTimes({0.5, 1});
+    close();
+    EXPECT_THAT(warnings(), ElementsAre("solutions at no time are left out: 'Still/Second'"));
+    const auto source = orvtest::openVtk(path());
+    const ug::ResultInfo a = orvtest::findResult(source.get(), "a");
+    const ug::ResultInfo b = orvtest::findResult(source.get(), "b");
+    ASSERT_TRUE(orvtest::load(source.get(), 2, {a, b}));
+    const ug::DataState* state = source->state(1);
+    const auto valueOf = [&](const ug::ResultInfo& info, std::size_t part) {
+        return state->results(state->geometry(0))->find(info)->values(part)->span()[0];
+    };
+    EXPECT_EQ(valueOf(a, 0), 1.5);
+    EXPECT_EQ(valueOf(a, 1), UNDEFINED_DOUBLE);
+    EXPECT_EQ(valueOf(b, 0), UNDEFINED_DOUBLE);
+    EXPECT_EQ(valueOf(b, 1), 1.5);
 }
 
 /// A file whose only zone has its coordinates elsewhere.
