@@ -181,10 +181,8 @@ private:
         const std::uint64_t bitmapSize = (pages + 7) / 8;
         const std::uint64_t addressSize = m_input.sizes().address;
         m_input.expectRoom(address, hdf5Product(blockCount(super), bitmapSize + addressSize), BLOCK);
-        const Hdf5Block block =
-            m_input.readSummed(address,
-                               FRAME + addressSize + m_offsetSize + blockCount(super) * (bitmapSize + addressSize),
-                               BLOCK);
+        const Hdf5Block block = m_input.readSummed(
+            address, FRAME + addressSize + m_offsetSize + blockCount(super) * (bitmapSize + addressSize), BLOCK);
         Hdf5Cursor cursor = block.cursor(m_input.sizes(), BLOCK);
         expectBlockHead(cursor, "EASB", m_offsetSize);
         const std::string_view used = cursor.bytes(blockCount(super) * bitmapSize);

@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <optional>
 #include <set>
-#include <string_view>
+#include <utility>
 #include <vector>
+
+#include <sys/stat.h>
 
 namespace orv::imp::cae {
 namespace {
@@ -51,16 +53,15 @@ private:
     }
 
     void visit(const fs::path& file) {
-        std::error_code failed;
-        const fs::path place = fs::canonical(file, failed);
-        if (!failed && m_seen.insert(place).second) {
+        struct stat status = {};
+        if (::stat(file.c_str(), &status) == 0 && m_seen.emplace(status.st_dev, status.st_ino).second) {
             m_pending.push_back(file);
         }
     }
 
     fs::path m_name;
     std::vector<fs::path> m_pending;
-    std::set<fs::path> m_seen;
+    std::set<std::pair<dev_t, ino_t>> m_seen;
 };
 
 } // namespace
@@ -72,9 +73,8 @@ bool checkHdf5File(const std::string& filename, ug::Error* error) {
         return true;
     } catch (const Hdf5Damage& damage) {
         const std::string what = "is damaged at byte " + std::to_string(damage.position) + ": " + damage.text;
-        return ug::fail(error, Str(walk.name() == filename
-                                       ? what
-                                       : "links to \"" + walk.name().string() + "\", which " + what));
+        return ug::fail(
+            error, Str(walk.name() == filename ? what : "links to \"" + walk.name().string() + "\", which " + what));
     }
 }
 

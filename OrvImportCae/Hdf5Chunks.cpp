@@ -63,8 +63,8 @@ private:
         if ((filter.id == Hdf5Filter::NBIT || filter.id == Hdf5Filter::SCALE_OFFSET) &&
             (filter.values.size() <= SIZE_AT ||
              hdf5Product(filter.values[COUNT_AT], filter.values[SIZE_AT]) != m_bytes)) {
-            m_input.fail(m_layout.address, "expected a filter of chunks of " + std::to_string(m_bytes) +
-                                               " bytes, found one for others");
+            m_input.fail(m_layout.address,
+                         "expected a filter of chunks of " + std::to_string(m_bytes) + " bytes, found one for others");
         }
     }
 

@@ -78,8 +78,8 @@ Hdf5Cursor Hdf5FractalHeap::item(Hdf5Cursor id, const char* what) {
 // Goes down from the root, block in block.
 Hdf5Cursor Hdf5FractalHeap::managedItem(Hdf5Cursor& id, const char* what) {
     const std::uint64_t offset = id.number(std::size_t((m_offsetBits + 7) / 8));
-    const std::uint64_t size = id.number(
-        std::min(std::size_t((log2Of(m_largestDirect) + 7) / 8), hdf5SizeOfNumber(m_largestManaged)));
+    const std::uint64_t size =
+        id.number(std::min(std::size_t((log2Of(m_largestDirect) + 7) / 8), hdf5SizeOfNumber(m_largestManaged)));
     id.expectBetween("the place", offset, 1, m_managedSize);
     std::uint64_t blockAddress = m_root;
     std::uint64_t blockSize = m_firstSize;
@@ -105,8 +105,8 @@ Hdf5Cursor Hdf5FractalHeap::managedItem(Hdf5Cursor& id, const char* what) {
     }
     const Hdf5Block& block = directBlock(blockAddress, blockSize, blockOffset);
     Hdf5Cursor cursor = block.cursor(m_input.sizes(), DIRECT);
-    const std::uint64_t headSize = 4 + 1 + m_input.sizes().address + (m_offsetBits + 7) / 8 +
-                                   ((m_flags & IS_SUMMED) != 0 ? SUM_SIZE : 0);
+    const std::uint64_t headSize =
+        4 + 1 + m_input.sizes().address + (m_offsetBits + 7) / 8 + ((m_flags & IS_SUMMED) != 0 ? SUM_SIZE : 0);
     id.expectBetween("the place", offset - blockOffset, headSize, blockSize);
     cursor.skip(offset - blockOffset);
     return cursor.piece(size, what);

@@ -41,7 +41,7 @@ private:
     std::uint64_t m_largestDirect = 0;
     std::uint64_t m_offsetBits = 0;
     std::uint64_t m_root = HDF5_UNDEFINED;
-    std::uint64_t m_rootRows = 0;             ///< 0 when the root is a direct block.
+    std::uint64_t m_rootRows = 0;                ///< 0 when the root is a direct block.
     std::map<std::uint64_t, Hdf5Block> m_blocks; ///< By their addresses.
     std::map<std::uint64_t, Hdf5Block> m_hugeItems;
     std::map<std::uint64_t, std::pair<std::uint64_t, std::uint64_t>> m_hugePlaces; ///< Addresses and sizes, by id.

@@ -83,9 +83,8 @@ void Hdf5Cursor::expect(std::string_view magic) {
 void Hdf5Cursor::expectBetween(const char* what, std::uint64_t found, std::uint64_t least, std::uint64_t most) const {
     if (found < least || found > most) {
         failAtLast(std::string("expected ") + what + " of " + m_what + " to be " +
-                  (least == most ? std::to_string(least)
-                                 : std::to_string(least) + " to " + std::to_string(most)) +
-                  ", found " + std::to_string(found));
+                   (least == most ? std::to_string(least) : std::to_string(least) + " to " + std::to_string(most)) +
+                   ", found " + std::to_string(found));
     }
 }
 
@@ -154,8 +153,8 @@ Hdf5Block Hdf5Input::read(std::uint64_t address, std::uint64_t size, const char*
 Hdf5Block Hdf5Input::readSummed(std::uint64_t address, std::uint64_t size, const char* what) {
     Hdf5Block block = read(address, size, what);
     if (size < SUM_SIZE) {
-        fail(address, std::string("expected room for the sum of ") + what + ", found " + std::to_string(size) +
-                          " bytes");
+        fail(address,
+             std::string("expected room for the sum of ") + what + ", found " + std::to_string(size) + " bytes");
     }
     const std::string_view bytes(block.bytes.data(), std::size_t(size));
     if (hdf5Sum(bytes.substr(0, bytes.size() - SUM_SIZE)) != littleEndian(bytes.substr(bytes.size() - SUM_SIZE))) {

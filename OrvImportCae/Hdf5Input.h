@@ -21,11 +21,11 @@ constexpr std::uint64_t HDF5_UNDEFINED = ~std::uint64_t(0);
 
 /// What the superblock tells of numbers and of nodes.
 struct Hdf5Sizes {
-    std::size_t address = 8;    ///< Bytes of one.
-    std::size_t length = 8;     ///< Bytes of one.
-    std::uint64_t leafK = 4;    ///< Half of the symbols that a node has room for.
-    std::uint64_t groupK = 16;  ///< Half of the children that a B-tree node of groups has room for.
-    std::uint64_t chunkK = 32;  ///< The same of chunks.
+    std::size_t address = 8;   ///< Bytes of one.
+    std::size_t length = 8;    ///< Bytes of one.
+    std::uint64_t leafK = 4;   ///< Half of the symbols that a node has room for.
+    std::uint64_t groupK = 16; ///< Half of the children that a B-tree node of groups has room for.
+    std::uint64_t chunkK = 32; ///< The same of chunks.
 };
 
 /// Reads numbers and texts of a piece of a file, one after the other. Whatever runs over its end is a Hdf5Damage.

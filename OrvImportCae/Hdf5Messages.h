@@ -20,7 +20,14 @@ struct Hdf5Space {
 /// Where values are that are not in chunks, or how they are cut into chunks.
 struct Hdf5Layout {
     enum Class : std::uint64_t { COMPACT, CONTIGUOUS, CHUNKED, VIRTUAL };
-    enum Index : std::uint64_t { OLD_TREE = 0, SINGLE = 1, IMPLICIT = 2, FIXED_ARRAY = 3, EXTENSIBLE_ARRAY = 4, TREE = 5 };
+    enum Index : std::uint64_t {
+        OLD_TREE = 0,
+        SINGLE = 1,
+        IMPLICIT = 2,
+        FIXED_ARRAY = 3,
+        EXTENSIBLE_ARRAY = 4,
+        TREE = 5
+    };
 
     std::uint64_t version = 0;
     std::uint64_t kind = COMPACT;
@@ -29,7 +36,7 @@ struct Hdf5Layout {
     std::uint64_t item = 0;                 ///< Of the list in the global heap.
     std::vector<std::uint64_t> chunk;       ///< Along each index, and the bytes of a value.
     std::uint64_t index = OLD_TREE;
-    bool hasPlainEdges = false; ///< Chunks at the ends that are not whole go through no filters.
+    bool hasPlainEdges = false;                ///< Chunks at the ends that are not whole go through no filters.
     std::uint64_t packedSize = HDF5_UNDEFINED; ///< Of a single chunk that went through filters.
     std::uint64_t packedMask = 0;              ///< Its filters that were left out.
 };

@@ -133,8 +133,7 @@ void Hdf5Objects::checkData(const Hdf5Header& header) {
     }
 }
 
-void Hdf5Objects::checkPlace(const Hdf5Layout& layout, std::uint64_t size, bool isExternal,
-                             const Hdf5Cursor& message) {
+void Hdf5Objects::checkPlace(const Hdf5Layout& layout, std::uint64_t size, bool isExternal, const Hdf5Cursor& message) {
     message.expectBetween("the bytes of values", layout.size, size, HDF5_UNDEFINED);
     if (layout.kind == Hdf5Layout::CONTIGUOUS && layout.address != HDF5_UNDEFINED && !isExternal) {
         m_input.expectRoom(layout.address, layout.size == HDF5_UNDEFINED ? size : layout.size,
@@ -229,8 +228,8 @@ void Hdf5Objects::checkLinks(const Hdf5Dense& dense) {
     }
     expectDense(m_input, dense);
     Hdf5FractalHeap heap(m_input, dense.heap);
-    const std::uint64_t names = walkHdf5Tree(
-        m_input, dense.names, Hdf5Tree::LINK_NAMES, HASH_SIZE + LINK_ID_SIZE, [&](Hdf5Cursor record) {
+    const std::uint64_t names =
+        walkHdf5Tree(m_input, dense.names, Hdf5Tree::LINK_NAMES, HASH_SIZE + LINK_ID_SIZE, [&](Hdf5Cursor record) {
             record.skip(HASH_SIZE);
             checkLink(heap.item(record.piece(LINK_ID_SIZE, "the id of a link"), LINK));
         });
@@ -282,8 +281,7 @@ void Hdf5Objects::checkAttributes(const Hdf5Dense& dense) {
 }
 
 void Hdf5Objects::checkAttribute(Hdf5Cursor message) {
-    Hdf5Attribute attribute =
-        readHdf5Attribute(message, [&](Hdf5Cursor& type) { return sharedType(type); });
+    Hdf5Attribute attribute = readHdf5Attribute(message, [&](Hdf5Cursor& type) { return sharedType(type); });
     for (std::uint64_t i = 0; attribute.type.isVariable() && i < attribute.space.count; ++i) {
         Hdf5Cursor value = attribute.values.piece(attribute.type.size, "a value of an attribute");
         checkValue(attribute.type, value);

@@ -36,8 +36,8 @@ public:
         const std::uint64_t count = cursor.number(2);
         cursor.expectBetween("the number of children", count, 0, m_most);
         if (count > 0) {
-            const Hdf5Block body = m_input.read(address + headSize, count * (m_keySize + addressSize) + m_keySize,
-                                                OLD_NODE);
+            const Hdf5Block body =
+                m_input.read(address + headSize, count * (m_keySize + addressSize) + m_keySize, OLD_NODE);
             walkChildren(body.cursor(m_input.sizes(), OLD_NODE), count, found);
         }
     }
@@ -147,8 +147,7 @@ private:
     std::uint64_t walkChild(Hdf5Cursor& cursor, std::uint64_t depth) {
         const std::uint64_t address = cursor.address();
         const std::uint64_t count = cursor.number(hdf5SizeOfNumber(m_levels[0].most));
-        const std::uint64_t total =
-            depth > 1 ? cursor.number(hdf5SizeOfNumber(m_levels[depth - 1].mostBelow)) : count;
+        const std::uint64_t total = depth > 1 ? cursor.number(hdf5SizeOfNumber(m_levels[depth - 1].mostBelow)) : count;
         const std::uint64_t found = walkNode(address, count, depth - 1);
         cursor.expectBetween("the number of records", total, found, found);
         return found;

@@ -25,9 +25,9 @@ enum Hdf5Kind : std::uint64_t {
 /// What values are made of.
 struct Hdf5Type {
     std::uint64_t kind = HDF5_INTEGER;
-    std::uint64_t size = 0;               ///< Bytes of a value.
-    std::vector<Hdf5Type> parts;          ///< The members of compounds; the one that others are made of.
-    std::vector<std::uint64_t> offsets;   ///< Of members.
+    std::uint64_t size = 0;             ///< Bytes of a value.
+    std::vector<Hdf5Type> parts;        ///< The members of compounds; the one that others are made of.
+    std::vector<std::uint64_t> offsets; ///< Of members.
 
     /// Whether some of it is in the global heap.
     bool isVariable() const;

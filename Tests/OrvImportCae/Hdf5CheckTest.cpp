@@ -173,12 +173,10 @@ TEST_F(Hdf5Check, TheExtensionOfASuperblockIsRead) {
 TEST_F(Hdf5Check, HeadersGoNoFurtherThanTheirBlocks) {
     const std::string whole = plainImage({{COMMENT, "text"}});
     EXPECT_EQ(check(whole), "");
-    EXPECT_EQ(check(patched(whole, 96, "\2")),
-              damage(96, "expected the version of an object header to be 1, found 2"));
+    EXPECT_EQ(check(patched(whole, 96, "\2")), damage(96, "expected the version of an object header to be 1, found 2"));
     EXPECT_EQ(check(patched(whole, 104, le(5000, 4))),
               damage(96, "expected an object header within the file, found 5016 bytes of it at byte 96"));
-    EXPECT_EQ(check(patched(whole, 104, le(4, 4))),
-              damage(116, "expected 1 more bytes in an object header, found 0"));
+    EXPECT_EQ(check(patched(whole, 104, le(4, 4))), damage(116, "expected 1 more bytes in an object header, found 0"));
     EXPECT_EQ(check(patched(whole, 114, le(16, 2))),
               damage(120, "expected 16 more bytes in an object header, found 8"));
     EXPECT_EQ(check(patched(whole, 104, le(20, 4))), ""); // Four bytes of nothing.
@@ -189,8 +187,7 @@ TEST_F(Hdf5Check, SummedHeadersAreSummed) {
     EXPECT_EQ(check(whole), "");
     const std::string sum = "expected the bytes of an object header to give the sum behind them";
     EXPECT_EQ(check(patched(whole, 61, "a")), damage(48, sum));
-    EXPECT_EQ(check(patched(whole, 52, "\3")),
-              damage(52, "expected the version of an object header to be 2, found 3"));
+    EXPECT_EQ(check(patched(whole, 52, "\3")), damage(52, "expected the version of an object header to be 2, found 3"));
     EXPECT_EQ(check(patched(whole, 53, "\x41")),
               damage(53, "expected the flags of an object header to be 0 to 63, found 65"));
     EXPECT_EQ(check(patched(whole, 54, le(5000, 2))),
@@ -206,8 +203,7 @@ TEST_F(Hdf5Check, ContinuationsAreFollowedOnce) {
     EXPECT_EQ(check(image(HDF5_MORE_AT, 17, more)),
               damage(1024, "expected the continuation of an object header within the file, found 17 bytes of it at "
                            "byte 1024"));
-    EXPECT_EQ(check(image(HDF5_MORE_AT, 5, more)),
-              damage(1029, "expected 3 more bytes in an object header, found 0"));
+    EXPECT_EQ(check(image(HDF5_MORE_AT, 5, more)), damage(1029, "expected 3 more bytes in an object header, found 0"));
     const std::string twice = "expected blocks of an object header to be different, found this one twice";
     EXPECT_EQ(check(image(HDF5_HEADER_AT, 16, more)), damage(96, twice));
     const std::string loop = le(CONTINUATION, 2) + le(16, 2) + zeros(4) + le(HDF5_MORE_AT, 8) + le(24, 8);
@@ -257,8 +253,8 @@ INSTANTIATE_TEST_SUITE_P(
 namespace {
 
 // Reals of four bytes: sign in bit 31, exponent in 23 to 30, mantissa below.
-const std::string FLOAT = le(0x11, 1) + le(0x1f20, 3) + le(4, 4) + le(0, 2) + le(32, 2) + le(23, 1) + le(8, 1) + le(0, 1) +
-                          le(23, 1) + le(127, 4);
+const std::string FLOAT = le(0x11, 1) + le(0x1f20, 3) + le(4, 4) + le(0, 2) + le(32, 2) + le(23, 1) + le(8, 1) +
+                          le(0, 1) + le(23, 1) + le(127, 4);
 
 // Version 1: eight bytes of a name, place, rank, nothing, order, nothing, four sizes.
 std::string oldMember(const std::string& name, std::uint64_t place, std::uint64_t rank, std::uint64_t size,
@@ -288,121 +284,173 @@ INSTANTIATE_TEST_SUITE_P(
     Types, Hdf5Bodies,
     testing::Values(
         BodyCase{TYPE, integerBody(4), 0, ""},
-        BodyCase{TYPE, patched(integerBody(4), 0, "\x40"), 0, "expected the version of a type" OF_MESSAGE "1 to 3, found 4"},
-        BodyCase{TYPE, patched(integerBody(4), 0, "\x1b"), 0, "expected the class of a type" OF_MESSAGE "0 to 10, found 11"},
+        BodyCase{TYPE, patched(integerBody(4), 0, "\x40"), 0,
+                 "expected the version of a type" OF_MESSAGE "1 to 3, found 4"},
+        BodyCase{TYPE, patched(integerBody(4), 0, "\x1b"), 0,
+                 "expected the class of a type" OF_MESSAGE "0 to 10, found 11"},
         BodyCase{TYPE, integerBody(0), 7, "expected the size of a type" OF_MESSAGE "1 to 4294967295, found 0"},
         BodyCase{TYPE, integerBody(33), 7, "expected the size of a number" OF_MESSAGE "1 to 32, found 33"},
-        BodyCase{TYPE, patched(integerBody(4), 10, le(0, 2)), 11, "expected the bits of a number" OF_MESSAGE "1 to 32, found 0"},
-        BodyCase{TYPE, patched(integerBody(4), 8, le(1, 2)), 11, "expected the last bit of a number" OF_MESSAGE "1 to 32, found 33"},
+        BodyCase{TYPE, patched(integerBody(4), 10, le(0, 2)), 11,
+                 "expected the bits of a number" OF_MESSAGE "1 to 32, found 0"},
+        BodyCase{TYPE, patched(integerBody(4), 8, le(1, 2)), 11,
+                 "expected the last bit of a number" OF_MESSAGE "1 to 32, found 33"},
         BodyCase{TYPE, patched(integerBody(4), 0, "\x14"), 0, ""}, // Bits.
         BodyCase{TYPE, FLOAT, 0, ""},
         BodyCase{TYPE, patched(FLOAT, 1, "\x30"), 11, "expected the kind of mantissa" OF_MESSAGE "0 to 2, found 3"},
         BodyCase{TYPE, patched(FLOAT, 2, "\x20"), 11, "expected the bit of a sign" OF_MESSAGE "0 to 31, found 32"},
-        BodyCase{TYPE, patched(FLOAT, 13, "\12"), 13, "expected the last bit of an exponent" OF_MESSAGE "1 to 32, found 33"},
-        BodyCase{TYPE, patched(FLOAT, 15, "\41"), 15, "expected the last bit of a mantissa" OF_MESSAGE "1 to 32, found 33"},
+        BodyCase{TYPE, patched(FLOAT, 13, "\12"), 13,
+                 "expected the last bit of an exponent" OF_MESSAGE "1 to 32, found 33"},
+        BodyCase{TYPE, patched(FLOAT, 15, "\41"), 15,
+                 "expected the last bit of a mantissa" OF_MESSAGE "1 to 32, found 33"},
         BodyCase{TYPE, le(0x12, 1) + zeros(3) + le(4, 4) + le(32, 2), 0, ""},
-        BodyCase{TYPE, le(0x12, 1) + zeros(3) + le(4, 4) + le(33, 2), 9, "expected the bits of a time" OF_MESSAGE "1 to 32, found 33"},
-        BodyCase{TYPE, le(0x13, 1) + zeros(3) + le(7, 4), 0, ""},                              // Texts.
-        BodyCase{TYPE, le(0x15, 1) + le(8, 3) + le(7, 4) + zeros(8), 0, ""},                   // With a tag.
-        BodyCase{TYPE, le(0x15, 1) + le(9, 3) + le(7, 4) + zeros(8), 8, "expected 9 more bytes in a message of an object header, found 8"},
+        BodyCase{TYPE, le(0x12, 1) + zeros(3) + le(4, 4) + le(33, 2), 9,
+                 "expected the bits of a time" OF_MESSAGE "1 to 32, found 33"},
+        BodyCase{TYPE, le(0x13, 1) + zeros(3) + le(7, 4), 0, ""},            // Texts.
+        BodyCase{TYPE, le(0x15, 1) + le(8, 3) + le(7, 4) + zeros(8), 0, ""}, // With a tag.
+        BodyCase{TYPE, le(0x15, 1) + le(9, 3) + le(7, 4) + zeros(8), 8,
+                 "expected 9 more bytes in a message of an object header, found 8"},
         BodyCase{TYPE, le(0x17, 1) + le(1, 3) + le(12, 4), 0, ""},
-        BodyCase{TYPE, le(0x17, 1) + le(2, 3) + le(12, 4), 7, "expected the kind of a reference" OF_MESSAGE "0 to 1, found 2"}));
+        BodyCase{TYPE, le(0x17, 1) + le(2, 3) + le(12, 4), 7,
+                 "expected the kind of a reference" OF_MESSAGE "0 to 1, found 2"}));
 
 INSTANTIATE_TEST_SUITE_P(
     MadeUpTypes, Hdf5Bodies,
     testing::Values(
         BodyCase{TYPE, compound(1, 1, 12, oldMember("a", 0, 1, 3, integerBody(4))), 0, ""},
-        BodyCase{TYPE, compound(1, 1, 12, oldMember("a", 0, 1, 4, integerBody(4))), 59, "expected the size of a member" OF_MESSAGE "1 to 12, found 16"},
-        BodyCase{TYPE, compound(1, 1, 12, oldMember("a", 0, 5, 3, integerBody(4))), 20, "expected the dimensions of a member" OF_MESSAGE "0 to 4, found 5"},
-        BodyCase{TYPE, compound(3, 2, 8, "a" + le(0, 2) + integerBody(4) + "b" + zeros(1) + le(4, 1) + integerBody(4)), 0, ""},
-        BodyCase{TYPE, compound(3, 2, 8, "a" + le(0, 2) + integerBody(4) + "b" + zeros(1) + le(3, 1) + integerBody(4)), 37, "expected the place of a member" OF_MESSAGE "4 to 8, found 3"},
-        BodyCase{TYPE, compound(3, 1, 8, "a" + zeros(1) + le(5, 1) + integerBody(4)), 22, "expected the place of a member" OF_MESSAGE "0 to 4, found 5"},
+        BodyCase{TYPE, compound(1, 1, 12, oldMember("a", 0, 1, 4, integerBody(4))), 59,
+                 "expected the size of a member" OF_MESSAGE "1 to 12, found 16"},
+        BodyCase{TYPE, compound(1, 1, 12, oldMember("a", 0, 5, 3, integerBody(4))), 20,
+                 "expected the dimensions of a member" OF_MESSAGE "0 to 4, found 5"},
+        BodyCase{TYPE, compound(3, 2, 8, "a" + le(0, 2) + integerBody(4) + "b" + zeros(1) + le(4, 1) + integerBody(4)),
+                 0, ""},
+        BodyCase{TYPE, compound(3, 2, 8, "a" + le(0, 2) + integerBody(4) + "b" + zeros(1) + le(3, 1) + integerBody(4)),
+                 37, "expected the place of a member" OF_MESSAGE "4 to 8, found 3"},
+        BodyCase{TYPE, compound(3, 1, 8, "a" + zeros(1) + le(5, 1) + integerBody(4)), 22,
+                 "expected the place of a member" OF_MESSAGE "0 to 4, found 5"},
         BodyCase{TYPE, compound(3, 0, 8, ""), 7, "expected the number of members" OF_MESSAGE "1 to 65535, found 0"},
-        BodyCase{TYPE, compound(3, 1, 8, std::string(8, 'a')), 8, "expected a zero behind a text in a message of an object header, found none"},
+        BodyCase{TYPE, compound(3, 1, 8, std::string(8, 'a')), 8,
+                 "expected a zero behind a text in a message of an object header, found none"},
         // Names of older versions fill eight bytes.
         BodyCase{TYPE, compound(2, 1, 8, "a" + zeros(7) + le(0, 4) + integerBody(4)), 0, ""},
-        BodyCase{TYPE, le(0x38, 1) + le(2, 3) + le(1, 4) + integerBody(1) + "a" + zeros(1) + "b" + zeros(1) + le(0x100, 2), 0, ""},
-        BodyCase{TYPE, le(0x38, 1) + le(2, 3) + le(2, 4) + integerBody(1) + zeros(12), 19, "expected the size of an enumeration" OF_MESSAGE "1, found 2"},
-        BodyCase{TYPE, le(0x38, 1) + le(3, 3) + le(1, 4) + integerBody(1) + "a" + zeros(1) + "b" + zeros(1), 24, "expected a zero behind a text in a message of an object header, found none"},
+        BodyCase{TYPE,
+                 le(0x38, 1) + le(2, 3) + le(1, 4) + integerBody(1) + "a" + zeros(1) + "b" + zeros(1) + le(0x100, 2), 0,
+                 ""},
+        BodyCase{TYPE, le(0x38, 1) + le(2, 3) + le(2, 4) + integerBody(1) + zeros(12), 19,
+                 "expected the size of an enumeration" OF_MESSAGE "1, found 2"},
+        BodyCase{TYPE, le(0x38, 1) + le(3, 3) + le(1, 4) + integerBody(1) + "a" + zeros(1) + "b" + zeros(1), 24,
+                 "expected a zero behind a text in a message of an object header, found none"},
         BodyCase{TYPE, nested(3), 0, ""},
         BodyCase{TYPE, patched(nested(1), 4, "\17"), 7, "expected the size of a list" OF_MESSAGE "16, found 15"},
         BodyCase{TYPE, patched(nested(1), 1, "\2"), 7, "expected the kind of a list" OF_MESSAGE "0 to 1, found 2"},
         BodyCase{TYPE, nested(65), 520, "expected the depth of types" OF_MESSAGE "0 to 64, found 65"},
         BodyCase{TYPE, le(0x3a, 1) + zeros(3) + le(12, 4) + le(1, 1) + le(3, 4) + integerBody(4), 0, ""},
-        BodyCase{TYPE, le(0x3a, 1) + zeros(3) + le(13, 4) + le(1, 1) + le(3, 4) + integerBody(4), 24, "expected the size of an array" OF_MESSAGE "12, found 13"},
-        BodyCase{TYPE, le(0x3a, 1) + zeros(3) + le(12, 4) + le(33, 1), 8, "expected the dimensions of an array" OF_MESSAGE "1 to 32, found 33"},
+        BodyCase{TYPE, le(0x3a, 1) + zeros(3) + le(13, 4) + le(1, 1) + le(3, 4) + integerBody(4), 24,
+                 "expected the size of an array" OF_MESSAGE "12, found 13"},
+        BodyCase{TYPE, le(0x3a, 1) + zeros(3) + le(12, 4) + le(33, 1), 8,
+                 "expected the dimensions of an array" OF_MESSAGE "1 to 32, found 33"},
         BodyCase{TYPE, le(0x2a, 1) + zeros(3) + le(12, 4) + le(1, 4) + le(3, 4) + zeros(4) + integerBody(4), 0, ""},
-        BodyCase{TYPE, le(0x1a, 1) + zeros(3) + le(12, 4) + le(1, 4) + le(3, 4) + zeros(4) + integerBody(4), 7, "expected the version of an array" OF_MESSAGE "2 to 3, found 1"}));
+        BodyCase{TYPE, le(0x1a, 1) + zeros(3) + le(12, 4) + le(1, 4) + le(3, 4) + zeros(4) + integerBody(4), 7,
+                 "expected the version of an array" OF_MESSAGE "2 to 3, found 1"}));
 
 INSTANTIATE_TEST_SUITE_P(
     OtherMessages, Hdf5Bodies,
     testing::Values(
         BodyCase{FILL, le(2, 1) + le(2, 1) + le(0, 1) + le(1, 1) + le(4, 4) + zeros(4), 0, ""},
         BodyCase{FILL, le(4, 1) + zeros(7), 0, "expected the version of a fill value" OF_MESSAGE "1 to 3, found 4"},
-        BodyCase{FILL, le(2, 1) + le(4, 1) + zeros(6), 1, "expected the time of taking room" OF_MESSAGE "0 to 3, found 4"},
-        BodyCase{FILL, le(2, 1) + le(2, 1) + le(3, 1) + zeros(5), 2, "expected the time of filling" OF_MESSAGE "0 to 2, found 3"},
-        BodyCase{FILL, le(2, 1) + le(2, 1) + le(0, 1) + le(1, 1) + le(9, 4) + zeros(8), 8, "expected 9 more bytes in a message of an object header, found 8"},
+        BodyCase{FILL, le(2, 1) + le(4, 1) + zeros(6), 1,
+                 "expected the time of taking room" OF_MESSAGE "0 to 3, found 4"},
+        BodyCase{FILL, le(2, 1) + le(2, 1) + le(3, 1) + zeros(5), 2,
+                 "expected the time of filling" OF_MESSAGE "0 to 2, found 3"},
+        BodyCase{FILL, le(2, 1) + le(2, 1) + le(0, 1) + le(1, 1) + le(9, 4) + zeros(8), 8,
+                 "expected 9 more bytes in a message of an object header, found 8"},
         BodyCase{FILL, le(2, 1) + le(2, 1) + le(0, 1) + le(1, 1) + le(0xffffffff, 4), 0, ""},
         BodyCase{FILL, le(3, 1) + le(0x2a, 1) + le(2, 4) + zeros(2), 0, ""},
-        BodyCase{FILL, le(3, 1) + le(0x2a, 1) + le(3, 4) + zeros(2), 6, "expected 3 more bytes in a message of an object header, found 2"},
+        BodyCase{FILL, le(3, 1) + le(0x2a, 1) + le(3, 4) + zeros(2), 6,
+                 "expected 3 more bytes in a message of an object header, found 2"},
         BodyCase{FILL, le(3, 1) + le(0x0e, 1), 1, "expected the time of filling" OF_MESSAGE "0 to 2, found 3"},
         BodyCase{OLD_FILL, le(4, 4) + zeros(4), 0, ""},
         BodyCase{OLD_FILL, le(5, 4) + zeros(4), 4, "expected 5 more bytes in a message of an object header, found 4"},
         BodyCase{GROUP_INFO, le(0, 1) + le(3, 1) + zeros(8), 0, ""},
         BodyCase{GROUP_INFO, le(1, 1) + zeros(7), 0, "expected the version" OF_MESSAGE "0, found 1"},
-        BodyCase{GROUP_INFO, le(0, 1) + le(3, 1) + zeros(6), 2, "expected 8 more bytes in a message of an object header, found 6"},
+        BodyCase{GROUP_INFO, le(0, 1) + le(3, 1) + zeros(6), 2,
+                 "expected 8 more bytes in a message of an object header, found 6"},
         BodyCase{COMMENT, "a text", 0, ""},
         BodyCase{COMMENT, "no zero.", 0, "expected a zero behind a text in a message of an object header, found none"},
         BodyCase{OLD_TIME, "20261122010000", 0, ""},
         BodyCase{OLD_TIME, "20261122", 0, "expected 14 more bytes in a message of an object header, found 8"},
-        BodyCase{TIME, zeros(8), 0, ""},
-        BodyCase{DRIVER, zeros(9) + le(5, 2) + zeros(5), 0, ""},
-        BodyCase{DRIVER, zeros(9) + le(6, 2) + zeros(5), 11, "expected 6 more bytes in a message of an object header, found 5"},
-        BodyCase{REFERENCES, zeros(5), 0, ""},
-        BodyCase{FREE_SPACE, zeros(10), 0, ""},
+        BodyCase{TIME, zeros(8), 0, ""}, BodyCase{DRIVER, zeros(9) + le(5, 2) + zeros(5), 0, ""},
+        BodyCase{DRIVER, zeros(9) + le(6, 2) + zeros(5), 11,
+                 "expected 6 more bytes in a message of an object header, found 5"},
+        BodyCase{REFERENCES, zeros(5), 0, ""}, BodyCase{FREE_SPACE, zeros(10), 0, ""},
         BodyCase{FREE_SPACE, le(0, 1) + le(1, 1) + zeros(8 + 48), 0, ""},
-        BodyCase{FREE_SPACE, le(0, 1) + le(1, 1) + zeros(8 + 38), 10, "expected 48 more bytes in a message of an object header, found 38"},
+        BodyCase{FREE_SPACE, le(0, 1) + le(1, 1) + zeros(8 + 38), 10,
+                 "expected 48 more bytes in a message of an object header, found 38"},
         BodyCase{FREE_SPACE, le(1, 1) + le(0, 1) + le(1, 1) + zeros(26 + 96), 0, ""},
-        BodyCase{FREE_SPACE, le(1, 1) + le(0, 1) + le(1, 1) + zeros(91), 29, "expected 96 more bytes in a message of an object header, found 67"},
+        BodyCase{FREE_SPACE, le(1, 1) + le(0, 1) + le(1, 1) + zeros(91), 29,
+                 "expected 96 more bytes in a message of an object header, found 67"},
         BodyCase{200, "whatever", 0, ""}));
 
 INSTANTIATE_TEST_SUITE_P(
     Layouts, Hdf5Bodies,
     testing::Values(
         BodyCase{LAYOUT, le(3, 1) + le(0, 1) + le(4, 2) + zeros(4), 0, ""},
-        BodyCase{LAYOUT, le(3, 1) + le(0, 1) + le(5, 2) + zeros(4), 4, "expected 5 more bytes in a message of an object header, found 4"},
+        BodyCase{LAYOUT, le(3, 1) + le(0, 1) + le(5, 2) + zeros(4), 4,
+                 "expected 5 more bytes in a message of an object header, found 4"},
         BodyCase{LAYOUT, le(0, 8), 0, "expected the version of a layout" OF_MESSAGE "1 to 4, found 0"},
         BodyCase{LAYOUT, le(3, 1) + le(3, 7), 1, "expected the class of a layout" OF_MESSAGE "0 to 2, found 3"},
         BodyCase{LAYOUT, chunkedBody({2, 4}), 0, ""},
         BodyCase{LAYOUT, chunkedBody({2}), 2, "expected the dimensions of a layout" OF_MESSAGE "2 to 33, found 1"},
-        BodyCase{LAYOUT, chunkedBody({0, 4}), 18, "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 0"},
-        BodyCase{LAYOUT, chunkedBody({0x40000000, 4}), 18, "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 4294967296"},
+        BodyCase{LAYOUT, chunkedBody({0, 4}), 18,
+                 "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 0"},
+        BodyCase{LAYOUT, chunkedBody({0x40000000, 4}), 18,
+                 "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 4294967296"},
         // Version 2: dimensions, class, nothing, address, sizes, and for compact ones the size of what follows.
         BodyCase{LAYOUT, le(2, 1) + le(1, 1) + le(1, 1) + zeros(5) + zeros(8) + zeros(4), 0, ""},
-        BodyCase{LAYOUT, le(2, 1) + le(34, 1) + zeros(6), 1, "expected the dimensions of a layout" OF_MESSAGE "1 to 33, found 34"},
-        BodyCase{LAYOUT, le(2, 1) + le(1, 1) + le(3, 1) + zeros(5), 2, "expected the class of a layout" OF_MESSAGE "0 to 2, found 3"},
+        BodyCase{LAYOUT, le(2, 1) + le(34, 1) + zeros(6), 1,
+                 "expected the dimensions of a layout" OF_MESSAGE "1 to 33, found 34"},
+        BodyCase{LAYOUT, le(2, 1) + le(1, 1) + le(3, 1) + zeros(5), 2,
+                 "expected the class of a layout" OF_MESSAGE "0 to 2, found 3"},
         BodyCase{LAYOUT, le(2, 1) + le(1, 1) + le(0, 1) + zeros(5) + zeros(4) + le(4, 4) + zeros(8), 0, ""},
-        BodyCase{LAYOUT, le(2, 1) + le(1, 1) + le(0, 1) + zeros(5) + zeros(4) + le(9, 4) + zeros(8), 16, "expected 9 more bytes in a message of an object header, found 8"},
-        BodyCase{LAYOUT, le(1, 1) + le(2, 1) + le(2, 1) + zeros(5) + zeros(8) + le(1, 4) + le(0, 4), 23, "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 0"},
+        BodyCase{LAYOUT, le(2, 1) + le(1, 1) + le(0, 1) + zeros(5) + zeros(4) + le(9, 4) + zeros(8), 16,
+                 "expected 9 more bytes in a message of an object header, found 8"},
+        BodyCase{LAYOUT, le(1, 1) + le(2, 1) + le(2, 1) + zeros(5) + zeros(8) + le(1, 4) + le(0, 4), 23,
+                 "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 0"},
         // Version 4: flags, dimensions, bytes of a size, sizes, index, what it is made by, address.
-        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(1, 1) + le(3, 1) + le(4, 1) + le(3, 1) + le(10, 1) + le(NOWHERE, 8), 0, ""},
-        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + le(4, 1) + zeros(5), 2, "expected the flags of chunks" OF_MESSAGE "0 to 3, found 4"},
-        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(34, 1) + zeros(4), 3, "expected the dimensions of a layout" OF_MESSAGE "2 to 33, found 34"},
-        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(9, 1) + zeros(3), 4, "expected the bytes of a chunk's sizes" OF_MESSAGE "1 to 8, found 9"},
-        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(8, 1) + le(std::uint64_t(1) << 40, 8) + le(1, 8) + zeros(3), 20, "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 1099511627776"},
-        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(1, 1) + le(3, 1) + le(4, 1) + le(6, 1), 7, "expected the index of chunks" OF_MESSAGE "1 to 5, found 6"}));
+        BodyCase{LAYOUT,
+                 le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(1, 1) + le(3, 1) + le(4, 1) + le(3, 1) + le(10, 1) +
+                     le(NOWHERE, 8),
+                 0, ""},
+        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + le(4, 1) + zeros(5), 2,
+                 "expected the flags of chunks" OF_MESSAGE "0 to 3, found 4"},
+        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(34, 1) + zeros(4), 3,
+                 "expected the dimensions of a layout" OF_MESSAGE "2 to 33, found 34"},
+        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(9, 1) + zeros(3), 4,
+                 "expected the bytes of a chunk's sizes" OF_MESSAGE "1 to 8, found 9"},
+        BodyCase{LAYOUT,
+                 le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(8, 1) + le(std::uint64_t(1) << 40, 8) + le(1, 8) +
+                     zeros(3),
+                 20, "expected the bytes of a chunk" OF_MESSAGE "1 to 4294967295, found 1099511627776"},
+        BodyCase{LAYOUT, le(4, 1) + le(2, 1) + zeros(1) + le(2, 1) + le(1, 1) + le(3, 1) + le(4, 1) + le(6, 1), 7,
+                 "expected the index of chunks" OF_MESSAGE "1 to 5, found 6"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Filters, Hdf5Bodies,
     testing::Values(
         // Version 1 has names of eights of bytes and even numbers of values.
-        BodyCase{FILTERS, le(1, 1) + le(1, 1) + zeros(6) + le(1, 2) + le(8, 2) + le(1, 2) + le(1, 2) + "deflate" + zeros(1) + le(9, 4) + zeros(4), 0, ""},
-        BodyCase{FILTERS, le(1, 1) + le(1, 1) + zeros(6) + le(1, 2) + le(8, 2) + le(1, 2) + le(0, 2) + "deflates", 16, "expected a zero behind a text in the name of a filter, found none"},
+        BodyCase{FILTERS,
+                 le(1, 1) + le(1, 1) + zeros(6) + le(1, 2) + le(8, 2) + le(1, 2) + le(1, 2) + "deflate" + zeros(1) +
+                     le(9, 4) + zeros(4),
+                 0, ""},
+        BodyCase{FILTERS, le(1, 1) + le(1, 1) + zeros(6) + le(1, 2) + le(8, 2) + le(1, 2) + le(0, 2) + "deflates", 16,
+                 "expected a zero behind a text in the name of a filter, found none"},
         BodyCase{FILTERS, le(3, 8), 0, "expected the version of filters" OF_MESSAGE "1 to 2, found 3"},
-        BodyCase{FILTERS, le(2, 1) + le(33, 1) + zeros(6), 1, "expected the number of filters" OF_MESSAGE "0 to 32, found 33"},
+        BodyCase{FILTERS, le(2, 1) + le(33, 1) + zeros(6), 1,
+                 "expected the number of filters" OF_MESSAGE "0 to 32, found 33"},
         BodyCase{FILTERS, le(2, 1) + le(1, 1) + le(1, 2) + le(1, 2) + le(1, 2) + le(9, 4) + zeros(4), 0, ""},
-        BodyCase{FILTERS, le(2, 1) + le(1, 1) + le(1, 2) + le(1, 2) + le(3, 2) + le(9, 4) + le(9, 4), 16, "expected 4 more bytes in a message of an object header, found 0"},
-        BodyCase{FILTERS, le(2, 1) + le(1, 1) + le(32000, 2) + le(4, 2) + le(1, 2) + le(0, 2) + "lzf" + zeros(3), 0, ""}));
+        BodyCase{FILTERS, le(2, 1) + le(1, 1) + le(1, 2) + le(1, 2) + le(3, 2) + le(9, 4) + le(9, 4), 16,
+                 "expected 4 more bytes in a message of an object header, found 0"},
+        BodyCase{FILTERS, le(2, 1) + le(1, 1) + le(32000, 2) + le(4, 2) + le(1, 2) + le(0, 2) + "lzf" + zeros(3), 0,
+                 ""}));
 
 namespace {
 
@@ -414,7 +462,8 @@ std::string attribute(const std::string& name, const std::string& type, const st
            padded(space) + values;
 }
 
-std::string newAttribute(std::uint64_t version, std::uint64_t flags, const std::string& type, const std::string& values) {
+std::string newAttribute(std::uint64_t version, std::uint64_t flags, const std::string& type,
+                         const std::string& values) {
     return le(version, 1) + le(flags, 1) + le(2, 2) + le(type.size(), 2) + le(8, 2) + (version == 3 ? zeros(1) : "") +
            "a" + zeros(1) + type + spaceBody({}) + values;
 }
@@ -428,18 +477,27 @@ INSTANTIATE_TEST_SUITE_P(
     Attributes, Hdf5Bodies,
     testing::Values(
         BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({2}), zeros(8)), 0, ""},
-        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({3}), zeros(8)), 48, "expected 12 more bytes in a message of an object header, found 8"},
-        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({std::uint64_t(1) << 62}), zeros(8)), 48, "expected 18446744073709551615 more bytes in a message of an object header, found 8"},
-        BodyCase{ATTRIBUTE, attribute("name", integerBody(4), spaceBody({2}), zeros(8)), 8, "expected a zero behind a text in the name of an attribute, found none"},
-        BodyCase{ATTRIBUTE, attribute(NAME + NAME, integerBody(4), spaceBody({2}), zeros(8)), 12, "expected the bytes behind the end of the name of an attribute to be 0, found 5"},
-        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4).substr(0, 10), spaceBody({2}), zeros(8)), 26, "expected 2 more bytes in the type of an attribute, found 0"},
-        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({2}).substr(0, 8), zeros(16)), 40, "expected 8 more bytes in the dataspace of an attribute, found 0"},
-        BodyCase{ATTRIBUTE, patched(attribute(NAME, integerBody(4), spaceBody({2}), zeros(8)), 2, le(500, 2)), 8, "expected 500 more bytes in a message of an object header, found 48"},
+        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({3}), zeros(8)), 48,
+                 "expected 12 more bytes in a message of an object header, found 8"},
+        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({std::uint64_t(1) << 62}), zeros(8)), 48,
+                 "expected 18446744073709551615 more bytes in a message of an object header, found 8"},
+        BodyCase{ATTRIBUTE, attribute("name", integerBody(4), spaceBody({2}), zeros(8)), 8,
+                 "expected a zero behind a text in the name of an attribute, found none"},
+        BodyCase{ATTRIBUTE, attribute(NAME + NAME, integerBody(4), spaceBody({2}), zeros(8)), 12,
+                 "expected the bytes behind the end of the name of an attribute to be 0, found 5"},
+        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4).substr(0, 10), spaceBody({2}), zeros(8)), 26,
+                 "expected 2 more bytes in the type of an attribute, found 0"},
+        BodyCase{ATTRIBUTE, attribute(NAME, integerBody(4), spaceBody({2}).substr(0, 8), zeros(16)), 40,
+                 "expected 8 more bytes in the dataspace of an attribute, found 0"},
+        BodyCase{ATTRIBUTE, patched(attribute(NAME, integerBody(4), spaceBody({2}), zeros(8)), 2, le(500, 2)), 8,
+                 "expected 500 more bytes in a message of an object header, found 48"},
         BodyCase{ATTRIBUTE, le(4, 8), 0, "expected the version of an attribute" OF_MESSAGE "1 to 3, found 4"},
         BodyCase{ATTRIBUTE, newAttribute(2, 0, integerBody(4), zeros(6)), 0, ""},
         BodyCase{ATTRIBUTE, newAttribute(3, 0, integerBody(4), zeros(5)), 0, ""},
-        BodyCase{ATTRIBUTE, newAttribute(2, 2, integerBody(4), zeros(6)), 1, "expected the flags of an attribute" OF_MESSAGE "0 to 1, found 2"},
-        BodyCase{ATTRIBUTE, newAttribute(3, 2, integerBody(4), zeros(5)), 1, "expected an attribute with a dataspace of its own, found it shared"}));
+        BodyCase{ATTRIBUTE, newAttribute(2, 2, integerBody(4), zeros(6)), 1,
+                 "expected the flags of an attribute" OF_MESSAGE "0 to 1, found 2"},
+        BodyCase{ATTRIBUTE, newAttribute(3, 2, integerBody(4), zeros(5)), 1,
+                 "expected an attribute with a dataspace of its own, found it shared"}));
 
 namespace {
 
@@ -457,24 +515,33 @@ INSTANTIATE_TEST_SUITE_P(
     Links, Hdf5Bodies,
     testing::Values(
         BodyCase{LINK, link(0, le(HDF5_HEADER_AT, 8)), 0, ""}, BodyCase{LINK, link(1, target("/b")), 0, ""},
-        BodyCase{LINK, link(1, le(20, 2) + "/b"), 7, "expected 20 more bytes in a message of an object header, found 9"},
+        BodyCase{LINK, link(1, le(20, 2) + "/b"), 7,
+                 "expected 20 more bytes in a message of an object header, found 9"},
         BodyCase{LINK, link(2, target("/b")), 4, "expected the class of a link" OF_MESSAGE "64 to 255, found 2"},
         BodyCase{LINK, link(64, target(zeros(1) + "b.h5" + zeros(1) + "/" + zeros(1))), 0, ""},
-        BodyCase{LINK, link(64, target(zeros(1) + "b.h5" + zeros(1) + "/")), 13, "expected a zero behind a text in the target of a link, found none"},
-        BodyCase{LINK, link(64, target("\1b.h5" + zeros(1) + "/" + zeros(1))), 7, "expected the version and flags of the target of a link to be 0, found 1"},
+        BodyCase{LINK, link(64, target(zeros(1) + "b.h5" + zeros(1) + "/")), 13,
+                 "expected a zero behind a text in the target of a link, found none"},
+        BodyCase{LINK, link(64, target("\1b.h5" + zeros(1) + "/" + zeros(1))), 7,
+                 "expected the version and flags of the target of a link to be 0, found 1"},
         BodyCase{LINK, link(99, target("anything")), 0, ""},
-        BodyCase{LINK, patched(link(0, zeros(8)), 0, "\2"), 0, "expected the version of a link" OF_MESSAGE "1, found 2"},
-        BodyCase{LINK, le(1, 1) + zeros(1) + le(200, 1) + "a" + zeros(12), 3, "expected 200 more bytes in a message of an object header, found 13"},
+        BodyCase{LINK, patched(link(0, zeros(8)), 0, "\2"), 0,
+                 "expected the version of a link" OF_MESSAGE "1, found 2"},
+        BodyCase{LINK, le(1, 1) + zeros(1) + le(200, 1) + "a" + zeros(12), 3,
+                 "expected 200 more bytes in a message of an object header, found 13"},
         // Order, letters, and a name's size of eight bytes.
-        BodyCase{LINK, le(1, 1) + le(0x1f, 1) + zeros(1) + zeros(8) + zeros(1) + le(1, 8) + "a" + le(HDF5_HEADER_AT, 8), 0, ""},
+        BodyCase{LINK, le(1, 1) + le(0x1f, 1) + zeros(1) + zeros(8) + zeros(1) + le(1, 8) + "a" + le(HDF5_HEADER_AT, 8),
+                 0, ""},
         BodyCase{LINK_INFO, zeros(2) + le(NOWHERE, 8) + le(NOWHERE, 8), 0, ""},
         BodyCase{LINK_INFO, le(0, 1) + le(3, 1) + zeros(8) + le(NOWHERE, 8) + le(NOWHERE, 8) + le(NOWHERE, 8), 0, ""},
         BodyCase{LINK_INFO, le(1, 8), 0, "expected the version" OF_MESSAGE "0, found 1"},
         BodyCase{LINK_INFO, le(0, 1) + le(4, 1) + zeros(16), 1, "expected the flags" OF_MESSAGE "0 to 3, found 4"},
-        BodyCase{ATTRIBUTE_INFO, le(0, 1) + le(3, 1) + zeros(2) + le(NOWHERE, 8) + le(NOWHERE, 8) + le(NOWHERE, 8), 0, ""},
-        BodyCase{ATTRIBUTE_INFO, le(0, 1) + le(3, 1) + zeros(2) + le(NOWHERE, 8) + le(NOWHERE, 4), 12, "expected 8 more bytes in a message of an object header, found 4"},
+        BodyCase{ATTRIBUTE_INFO, le(0, 1) + le(3, 1) + zeros(2) + le(NOWHERE, 8) + le(NOWHERE, 8) + le(NOWHERE, 8), 0,
+                 ""},
+        BodyCase{ATTRIBUTE_INFO, le(0, 1) + le(3, 1) + zeros(2) + le(NOWHERE, 8) + le(NOWHERE, 4), 12,
+                 "expected 8 more bytes in a message of an object header, found 4"},
         BodyCase{EXTERNAL_FILES, le(2, 8), 0, "expected the version of external files" OF_MESSAGE "1, found 2"},
-        BodyCase{EXTERNAL_FILES, le(1, 4) + le(1, 2) + le(2, 2), 7, "expected the number of external files" OF_MESSAGE "0 to 1, found 2"}));
+        BodyCase{EXTERNAL_FILES, le(1, 4) + le(1, 2) + le(2, 2), 7,
+                 "expected the number of external files" OF_MESSAGE "0 to 1, found 2"}));
 
 TEST_F(Hdf5Check, SharedTypesAreLookedUp) {
     constexpr std::uint64_t IS_SHARED = 2;
@@ -505,7 +572,8 @@ TEST_F(Hdf5Check, SharedTypesAreLookedUp) {
 namespace {
 
 // The messages of a data set, in whose layout the damage is told. It begins at byte 184.
-std::string dataImage(const std::string& layout, const std::string& more = "", const Hdf5ImageMessage& other = {0, ""}) {
+std::string dataImage(const std::string& layout, const std::string& more = "",
+                      const Hdf5ImageMessage& other = {0, ""}) {
     return plainImage({{SPACE, spaceBody({2, 3})}, {TYPE, integerBody(4)}, {LAYOUT, layout}, other}, more);
 }
 
@@ -532,7 +600,8 @@ TEST_F(Hdf5Check, ValuesHaveTheRoomThatTheyNeed) {
     EXPECT_EQ(check(dataImage(compact(20))),
               damage(LAYOUT_AT + 23, "expected the bytes of values" OF_MESSAGE "24 to 18446744073709551615, found 20"));
     // The second version has no sizes of what is contiguous.
-    const std::string old = le(2, 1) + le(3, 1) + le(1, 1) + zeros(5) + le(HDF5_MORE_AT, 8) + le(2, 4) + le(3, 4) + le(4, 4);
+    const std::string old =
+        le(2, 1) + le(3, 1) + le(1, 1) + zeros(5) + le(HDF5_MORE_AT, 8) + le(2, 4) + le(3, 4) + le(4, 4);
     EXPECT_EQ(check(dataImage(old, zeros(24))), "");
     EXPECT_EQ(check(dataImage(old, zeros(23))),
               damage(1024, "expected the values of a data set within the file, found 24 bytes of it at byte 1024"));
@@ -540,7 +609,8 @@ TEST_F(Hdf5Check, ValuesHaveTheRoomThatTheyNeed) {
 
 TEST_F(Hdf5Check, FillValuesAreAsLargeAsValues) {
     const auto image = [](std::uint64_t size) {
-        return dataImage(compact(24), "", {FILL, le(2, 1) + le(2, 1) + zeros(1) + le(1, 1) + le(size, 4) + zeros(size)});
+        return dataImage(compact(24), "",
+                         {FILL, le(2, 1) + le(2, 1) + zeros(1) + le(1, 1) + le(size, 4) + zeros(size)});
     };
     EXPECT_EQ(check(image(4)), "");
     EXPECT_EQ(check(image(0)), "");
@@ -593,16 +663,15 @@ TEST_F(Hdf5Check, ChunksOfOldTreesAreWhereTheyCanBe) {
     };
     const std::string whole = chunkLeaf(24, 0, 0, CHUNK_AT);
     EXPECT_EQ(check(image(whole)), "");
-    EXPECT_EQ(check(dataImage(layout, whole + zeros(23))),
-              damage(CHUNK_AT, "expected a chunk within the file, found 24 bytes of it at byte " +
-                                   std::to_string(CHUNK_AT)));
+    EXPECT_EQ(
+        check(dataImage(layout, whole + zeros(23))),
+        damage(CHUNK_AT, "expected a chunk within the file, found 24 bytes of it at byte " + std::to_string(CHUNK_AT)));
     EXPECT_EQ(check(image(chunkLeaf(23, 0, 0, CHUNK_AT))),
               damage(CHUNK_AT, "expected a chunk of 24 bytes, found one of 23"));
     EXPECT_EQ(check(image(chunkLeaf(24, 0, 1, CHUNK_AT))),
               damage(HDF5_MORE_AT + 24 + 15,
                      "expected the place of a chunk within its grid of a key of a B-tree to be 0, found 1"));
-    EXPECT_EQ(check(image(patched(whole, 0, "X"))),
-              damage(1024, "expected \"TREE\" of a B-tree node, found \"XREE\""));
+    EXPECT_EQ(check(image(patched(whole, 0, "X"))), damage(1024, "expected \"TREE\" of a B-tree node, found \"XREE\""));
     EXPECT_EQ(check(image(patched(whole, 4, zeros(1)))),
               damage(1028, "expected the type of a B-tree node to be 1, found 0"));
     EXPECT_EQ(check(image(patched(whole, 6, le(65, 2)))),
@@ -621,7 +690,8 @@ TEST_F(Hdf5Check, PackedChunksCanGiveWhatTheyHaveTo) {
     };
     EXPECT_EQ(packed({DEFLATE}, 7, 0), "");
     EXPECT_EQ(packed({DEFLATE}, 7, 1), damage(CHUNK_AT, "expected a chunk of 24 bytes, found one of 7"));
-    EXPECT_EQ(packed({DEFLATE}, 0, 0), damage(CHUNK_AT, "expected a packed chunk to give 24 bytes, found 0 bytes of it"));
+    EXPECT_EQ(packed({DEFLATE}, 0, 0),
+              damage(CHUNK_AT, "expected a packed chunk to give 24 bytes, found 0 bytes of it"));
     EXPECT_EQ(packed({SHUFFLE}, 24, 0), "");
     EXPECT_EQ(packed({SHUFFLE}, 25, 0), damage(CHUNK_AT, "expected a chunk of 24 bytes, found one of 25"));
     EXPECT_EQ(packed({SHUFFLE, FLETCHER}, 28, 0), "");
@@ -643,8 +713,8 @@ constexpr std::uint64_t LOCAL_HEAP_SIZE = 32 + 32; // Of the one in the images o
 
 // A B-tree of one leaf with room for 32, whose child is behind it.
 std::string groupLeaf(std::uint64_t at, std::uint64_t lastName) {
-    std::string node = "TREE" + zeros(2) + le(1, 2) + le(NOWHERE, 8) + le(NOWHERE, 8) + le(0, 8) + le(at + 544, 8) +
-                       le(lastName, 8);
+    std::string node =
+        "TREE" + zeros(2) + le(1, 2) + le(NOWHERE, 8) + le(NOWHERE, 8) + le(0, 8) + le(at + 544, 8) + le(lastName, 8);
     node.resize(24 + 32 * 16 + 8);
     return node;
 }
@@ -709,25 +779,27 @@ TEST_F(Hdf5Check, LocalHeapsHaveTheirFreeBlocksOnce) {
     EXPECT_EQ(check(image(heap(16, 1, 16))), "");
     EXPECT_EQ(check(image(heap(24, 1, 16))),
               damage(HDF5_MORE_AT + 64, "expected 8 more bytes in the free blocks of a local heap, found 0"));
-    EXPECT_EQ(check(image(heap(16, 1, 17))),
-              damage(HDF5_MORE_AT + 63, "expected the size of the free blocks of a local heap to be 0 to 16, found 17"));
+    EXPECT_EQ(
+        check(image(heap(16, 1, 17))),
+        damage(HDF5_MORE_AT + 63, "expected the size of the free blocks of a local heap to be 0 to 16, found 17"));
     EXPECT_EQ(check(image(heap(16, 16, 16))),
               damage(HDF5_MORE_AT + 63, "expected different free blocks of a local heap, found one twice"));
     EXPECT_EQ(check(image(patched(HEAP, 8, le(5000, 8)))),
-              damage(HDF5_MORE_AT + 32,
-                     "expected a local heap within the file, found 5000 bytes of it at byte 1056"));
-    EXPECT_EQ(check(image(patched(HEAP, 4, "\1"))), damage(1028, "expected the version of a local heap to be 0, found 1"));
+              damage(HDF5_MORE_AT + 32, "expected a local heap within the file, found 5000 bytes of it at byte 1056"));
+    EXPECT_EQ(check(image(patched(HEAP, 4, "\1"))),
+              damage(1028, "expected the version of a local heap to be 0, found 1"));
     EXPECT_EQ(check(image(patched(HEAP, 0, "h"))), damage(1024, "expected \"HEAP\" of a local heap, found \"hEAP\""));
 }
 
 TEST_F(Hdf5Check, ExternalFilesHaveNames) {
     const auto image = [](std::uint64_t name) {
-        return dataImage(contiguous(NOWHERE, 24), HEAP,
-                         {EXTERNAL_FILES, le(1, 4) + le(1, 2) + le(1, 2) + le(HDF5_MORE_AT, 8) + le(name, 8) + zeros(16)});
+        return dataImage(
+            contiguous(NOWHERE, 24), HEAP,
+            {EXTERNAL_FILES, le(1, 4) + le(1, 2) + le(1, 2) + le(HDF5_MORE_AT, 8) + le(name, 8) + zeros(16)});
     };
     EXPECT_EQ(check(image(8)), "");
-    EXPECT_EQ(check(image(24)), damage(LAYOUT_AT + 32 + 24,
-                                       "expected a name before byte 24 of its heap, found it at byte 24"));
+    EXPECT_EQ(check(image(24)),
+              damage(LAYOUT_AT + 32 + 24, "expected a name before byte 24 of its heap, found it at byte 24"));
 }
 
 namespace {
@@ -758,10 +830,12 @@ TEST_F(Hdf5Check, ListsOfAttributesHaveAsManyItemsAsTheyCount) {
     EXPECT_EQ(check(image(2, 7)), "");
     EXPECT_EQ(check(image(0, 9)), "");
     EXPECT_EQ(check(image(3, 9)), damage(HDF5_MORE_AT, "expected item 9 in a global heap, found none"));
-    EXPECT_EQ(check(image(2, 1)), damage(LIST_AT + 15, "expected the bytes of a list of a value of an attribute to be 2, "
-                                                       "found 3"));
-    EXPECT_EQ(check(image(0xffffffff, 1)),
-              damage(LIST_AT + 15, "expected the bytes of a list of a value of an attribute to be 4294967295, found 3"));
+    EXPECT_EQ(check(image(2, 1)),
+              damage(LIST_AT + 15, "expected the bytes of a list of a value of an attribute to be 2, "
+                                   "found 3"));
+    EXPECT_EQ(
+        check(image(0xffffffff, 1)),
+        damage(LIST_AT + 15, "expected the bytes of a list of a value of an attribute to be 4294967295, found 3"));
 }
 
 TEST_F(Hdf5Check, GlobalHeapsAreWalkedToTheirEnd) {
@@ -772,8 +846,7 @@ TEST_F(Hdf5Check, GlobalHeapsAreWalkedToTheirEnd) {
     EXPECT_EQ(check(image(globalHeap(item))), "");
     EXPECT_EQ(check(image(globalHeap(item + zeros(8)))), ""); // Too little for a head.
     EXPECT_EQ(check(image(globalHeap(item + zeros(16)))),
-              damage(HDF5_MORE_AT + 16 + 24 + 15,
-                     "expected the free room of a global heap to be 16, found 0"));
+              damage(HDF5_MORE_AT + 16 + 24 + 15, "expected the free room of a global heap to be 16, found 0"));
     EXPECT_EQ(check(image(globalHeap(patched(item, 8, le(9, 8))))),
               damage(HDF5_MORE_AT + 32, "expected 9 more bytes in a global heap, found 8"));
     EXPECT_EQ(check(image(patched(globalHeap(item), 8, le(15, 8)))),
@@ -800,8 +873,8 @@ namespace {
 
 /// A change of a sample, to whose block of so many bytes the sum is made anew.
 struct Resummed {
-    const char* magic;      ///< The first block that begins so is changed.
-    std::size_t offset;     ///< Within the block.
+    const char* magic;  ///< The first block that begins so is changed.
+    std::size_t offset; ///< Within the block.
     std::string bytes;
     std::size_t blockSize;
     std::size_t damageOffset;
@@ -816,24 +889,34 @@ TEST_F(Hdf5Check, SummedBlocksAreCheckedFieldByField) {
     const Resummed cases[] = {
         {"BTHD", 4, le(1, 1), 38, 4, "expected the version of the head of a B-tree to be 0, found 1"},
         {"BTHD", 5, le(11, 1), 38, 5, "expected the type of the head of a B-tree to be 8, found 11"},
-        {"BTHD", 6, le(26, 4), 38, 9, "expected the size of nodes of the head of a B-tree to be 27 to 16777216, found 26"},
+        {"BTHD", 6, le(26, 4), 38, 9,
+         "expected the size of nodes of the head of a B-tree to be 27 to 16777216, found 26"},
         {"BTHD", 10, le(12, 2), 38, 11, "expected the size of records of the head of a B-tree to be 17, found 12"},
         {"BTHD", 12, le(33, 2), 38, 13, "expected the depth of the head of a B-tree to be 0 to 32, found 33"},
         {"FRHP", 4, le(1, 1), 146, 4, "expected the version of the head of a fractal heap to be 0, found 1"},
         {"FRHP", 7, le(9, 2), 146, 8, "expected the size of filters of the head of a fractal heap to be 0, found 9"},
-        {"FRHP", 5, le(3, 2), 146, 141, "expected the size of ids of the head of a fractal heap to be 5 to 65535, found 3"},
+        {"FRHP", 5, le(3, 2), 146, 141,
+         "expected the size of ids of the head of a fractal heap to be 5 to 65535, found 3"},
         {"FRHP", 110, le(3, 2), 146, 141, "expected a power of two in the head of a fractal heap, found 3"},
-        {"FRHP", 112, le(0, 8), 146, 141, "expected the size of the first blocks of the head of a fractal heap to be 1 to 2147483648, found 0"},
-        {"FRHP", 120, le(1, 8), 146, 141, "expected the size of the largest blocks of the head of a fractal heap to be 512 to 2147483648, found 1"},
-        {"FRHP", 140, le(99, 2), 146, 141, "expected the rows of the root of the head of a fractal heap to be 0 to 22, found 99"},
+        {"FRHP", 112, le(0, 8), 146, 141,
+         "expected the size of the first blocks of the head of a fractal heap to be 1 to 2147483648, found 0"},
+        {"FRHP", 120, le(1, 8), 146, 141,
+         "expected the size of the largest blocks of the head of a fractal heap to be 512 to 2147483648, found 1"},
+        {"FRHP", 140, le(99, 2), 146, 141,
+         "expected the rows of the root of the head of a fractal heap to be 0 to 22, found 99"},
         {"FAHD", 5, le(1, 1), 28, 5, "expected the elements of the head of a fixed array to be 0, found 1"},
         {"FAHD", 6, le(9, 1), 28, 6, "expected the size of elements of the head of a fixed array to be 8, found 9"},
-        {"FAHD", 7, le(32, 1), 28, 7, "expected the bits of pages of the head of a fixed array to be 1 to 31, found 32"},
-        {"FAHD", 8, le(1101, 8), 28, 15, "expected the number of elements of the head of a fixed array to be 1100, found 1101"},
-        {"EAHD", 6, le(9, 1), 72, 6, "expected the size of elements of the head of an extensible array to be 8, found 9"},
-        {"EAHD", 7, le(65, 1), 72, 11, "expected the bits of elements of the head of an extensible array to be 4 to 64, found 65"},
+        {"FAHD", 7, le(32, 1), 28, 7,
+         "expected the bits of pages of the head of a fixed array to be 1 to 31, found 32"},
+        {"FAHD", 8, le(1101, 8), 28, 15,
+         "expected the number of elements of the head of a fixed array to be 1100, found 1101"},
+        {"EAHD", 6, le(9, 1), 72, 6,
+         "expected the size of elements of the head of an extensible array to be 8, found 9"},
+        {"EAHD", 7, le(65, 1), 72, 11,
+         "expected the bits of elements of the head of an extensible array to be 4 to 64, found 65"},
         {"EAHD", 9, le(3, 1), 72, 11, "expected powers of two in the head of an extensible array"},
-        {"EAHD", 11, le(0, 1), 72, 11, "expected the bits of pages of the head of an extensible array to be 1 to 31, found 0"},
+        {"EAHD", 11, le(0, 1), 72, 11,
+         "expected the bits of pages of the head of an extensible array to be 1 to 31, found 0"},
     };
     for (const Resummed& change : cases) {
         const std::size_t at = whole.find(change.magic);
@@ -848,7 +931,8 @@ TEST_F(Hdf5Check, SummedBlocksAreCheckedFieldByField) {
 // Each bit of what is summed tells.
 TEST_F(Hdf5Check, SumsAreOfWholeBlocks) {
     const std::string whole = readWholeFile(testDataFolder() + "/hdf5/many.h5");
-    for (const char* magic : {"OHDR", "BTHD", "BTLF", "BTIN", "FRHP", "FHDB", "FHIB", "FAHD", "FADB", "EAHD", "EAIB", "EASB", "EADB"}) {
+    for (const char* magic :
+         {"OHDR", "BTHD", "BTLF", "BTIN", "FRHP", "FHDB", "FHIB", "FAHD", "FADB", "EAHD", "EAIB", "EASB", "EADB"}) {
         const std::size_t at = whole.find(magic);
         ASSERT_NE(at, std::string::npos) << magic;
         for (const std::size_t offset : {0, 4, 5, 11}) {
@@ -877,8 +961,9 @@ TEST_F(Hdf5Check, LinkedFilesAreChecked) {
     m_folder.write("b.h5", image);
     EXPECT_EQ(check(image), "");
     m_folder.write("b.h5", patched(plainImage({}), 8, le(4, 1)));
-    EXPECT_EQ(check(image), "links to \"" + m_folder / "b.h5" +
-                                "\", which is damaged at byte 8: expected the version of a superblock to be 0 to 3, found 4");
+    EXPECT_EQ(check(image),
+              "links to \"" + m_folder / "b.h5" +
+                  "\", which is damaged at byte 8: expected the version of a superblock to be 0 to 3, found 4");
     // Whatever way to it is told, it may be in the same folder.
     const std::string elsewhere = zeros(1) + "/missing/b.h5" + zeros(1) + "/" + zeros(1);
     EXPECT_NE(check(plainImage({{LINK, link(64, target(elsewhere))}})), "");

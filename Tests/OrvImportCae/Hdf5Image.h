@@ -50,9 +50,9 @@ inline std::string plainImage(const std::vector<Hdf5ImageMessage>& messages, con
     std::string rest = plainHeader(messages);
     rest.resize(HDF5_MORE_AT - HDF5_HEADER_AT);
     rest += more;
-    return "\211HDF\r\n\032\n" + le(0, 5) + le(8, 1) + le(8, 1) + zeros(1) + le(4, 2) + le(16, 2) + zeros(4) + le(0, 8) +
-           le(NOWHERE, 8) + le(HDF5_HEADER_AT + rest.size(), 8) + le(NOWHERE, 8) + le(0, 8) + le(HDF5_HEADER_AT, 8) +
-           zeros(4 + 4 + 16) + rest;
+    return "\211HDF\r\n\032\n" + le(0, 5) + le(8, 1) + le(8, 1) + zeros(1) + le(4, 2) + le(16, 2) + zeros(4) +
+           le(0, 8) + le(NOWHERE, 8) + le(HDF5_HEADER_AT + rest.size(), 8) + le(NOWHERE, 8) + le(0, 8) +
+           le(HDF5_HEADER_AT, 8) + zeros(4 + 4 + 16) + rest;
 }
 
 inline std::string withSum(const std::string& bytes) {

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <random>
 #include <sstream>
 
 using namespace orv;
@@ -145,6 +147,14 @@ std::string contentsOf(const std::string& path) {
     return text.str();
 }
 
+std::vector<Sample> hdf5Samples() {
+    std::vector<Sample> found;
+    std::copy_if(samples().begin(), samples().end(), std::back_inserter(found), [](const Sample& sample) {
+        return contentsOf(orvtest::testDataFolder() + "/" + sample.folder + "/" + sample.name).starts_with("\211HDF");
+    });
+    return found;
+}
+
 class BadFiles : public testing::TestWithParam<Sample> {
 protected:
     void SetUp() override {
@@ -220,6 +230,8 @@ private:
     }
 };
 
+class BadHdf5Files : public BadFiles {};
+
 TEST_P(BadFiles, WholeOnesAreRead) {
     EXPECT_EQ(readAll(), "");
 }
@@ -267,12 +279,28 @@ TEST_P(BadFiles, DamagedOnesNeverCrash) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, BadFiles, testing::ValuesIn(samples()),
-                         [](const testing::TestParamInfo<Sample>& sample) {
-                             std::string name = sample.param.folder + '_' + sample.param.name;
-                             std::replace_if(
-                                 name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
-                             return name;
-                         });
+// HDF5 runs over its memory where several damages fit each other.
+TEST_P(BadHdf5Files, SeveralDamagesNeverCrash) {
+    const std::string whole = original(GetParam().name);
+    std::mt19937 random(12);
+    for (int i = 0; i < 200; ++i) {
+        std::string damaged = whole;
+        for (unsigned count = 2 + random() % 5; count > 0; --count) {
+            damaged[random() % std::min<std::size_t>(whole.size(), 12000)] = char(random() % 256);
+        }
+        write(GetParam().name, damaged);
+        readAll();
+    }
+}
+
+std::string nameOf(const testing::TestParamInfo<Sample>& sample) {
+    std::string name = sample.param.folder + '_' + sample.param.name;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !std::isalnum(c); }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, BadFiles, testing::ValuesIn(samples()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Each, BadHdf5Files, testing::ValuesIn(hdf5Samples()), nameOf);
 
 } // namespace
