@@ -11,6 +11,10 @@ namespace {
 constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
 constexpr std::uint64_t FLETCHER_SIZE = 4;
 
+// Among the values of filters that store as many bits as numbers need: how many numbers there are, of how many bytes.
+constexpr std::size_t SCALED_COUNT_AT = 2;
+constexpr std::size_t SCALED_SIZE_AT = 4;
+
 bool isShrinking(const Hdf5Filter& filter) {
     return filter.id != Hdf5Filter::SHUFFLE && filter.id != Hdf5Filter::FLETCHER;
 }
@@ -58,11 +62,9 @@ public:
 private:
     // Some tell how much memory is to be taken, and fill it.
     void checkFilter(const Hdf5Filter& filter) const {
-        constexpr std::size_t COUNT_AT = 2;
-        constexpr std::size_t SIZE_AT = 4;
         if ((filter.id == Hdf5Filter::NBIT || filter.id == Hdf5Filter::SCALE_OFFSET) &&
-            (filter.values.size() <= SIZE_AT ||
-             hdf5Product(filter.values[COUNT_AT], filter.values[SIZE_AT]) != m_bytes)) {
+            (filter.values.size() <= SCALED_SIZE_AT ||
+             hdf5Product(filter.values[SCALED_COUNT_AT], filter.values[SCALED_SIZE_AT]) != m_bytes)) {
             m_input.fail(m_layout.address,
                          "expected a filter of chunks of " + std::to_string(m_bytes) + " bytes, found one for others");
         }
@@ -124,21 +126,64 @@ private:
         std::uint64_t plain = m_bytes; // What there is when no filter makes it less.
         std::uint64_t shrinking = 0;
         bool isDeflated = false;
+        std::uint64_t sums = 0; // Behind the outermost other filter.
+        const Hdf5Filter* outermost = nullptr;
         for (std::size_t f = 0; f < m_filters.size(); ++f) {
             if ((mask >> f & 1) == 0) {
-                plain += m_filters[f].id == Hdf5Filter::FLETCHER ? FLETCHER_SIZE : 0;
+                const bool isSum = m_filters[f].id == Hdf5Filter::FLETCHER;
+                plain += isSum ? FLETCHER_SIZE : 0;
                 shrinking += isShrinking(m_filters[f]) ? 1 : 0;
                 isDeflated = isDeflated || m_filters[f].id == Hdf5Filter::DEFLATE;
+                sums = isSum ? sums + FLETCHER_SIZE : 0;
+                outermost = isSum ? outermost : &m_filters[f];
             }
         }
         if (shrinking == 0 && size != plain && !(m_layout.hasPlainEdges && size == m_bytes)) {
             m_input.fail(address, "expected a chunk of " + std::to_string(plain) + " bytes, found one of " +
                                       std::to_string(size));
         }
+        if (shrinking > 0 && size <= sums) {
+            m_input.fail(address, "expected a packed chunk of more than " + std::to_string(sums) +
+                                      " bytes, found one of " + std::to_string(size));
+        }
+        if (shrinking == 1 && outermost) {
+            checkHead(*outermost, address, size - sums);
+        }
         if (shrinking == 1 && isDeflated && hdf5Product(size, DENSEST_PACKING) < m_bytes) {
             m_input.fail(address, "expected a packed chunk to give " + std::to_string(m_bytes) + " bytes, found " +
                                       std::to_string(size) + " bytes of it");
         }
+    }
+
+    // Packed chunks of some filters begin with how much comes out of them, or is to be read of them.
+    void checkHead(const Hdf5Filter& filter, std::uint64_t address, std::uint64_t size) const {
+        constexpr const char* HEAD = "the head of a packed chunk";
+        constexpr std::uint64_t SZIP_HEAD = 4;
+        constexpr std::uint64_t SCALED_HEAD = 21;
+        const std::uint64_t headSize = filter.id == Hdf5Filter::SZIP                               ? SZIP_HEAD
+                                       : filter.id == Hdf5Filter::SCALE_OFFSET && isScaled(filter) ? SCALED_HEAD
+                                                                                                   : 0;
+        if (headSize == 0) {
+            return;
+        }
+        const Hdf5Block head = m_input.read(address, headSize, HEAD);
+        Hdf5Cursor cursor = head.cursor(m_input.sizes(), HEAD);
+        const std::uint64_t number = cursor.number(4);
+        cursor.expectBetween("the size", size, headSize, HDF5_UNDEFINED);
+        if (filter.id == Hdf5Filter::SZIP) {
+            cursor.expectBetween("the bytes", number, m_bytes, m_bytes + FLETCHER_SIZE * m_filters.size());
+        } else {
+            const std::uint64_t itemSize = filter.values[SCALED_SIZE_AT];
+            cursor.expectBetween("the bits", number, 0, 8 * itemSize);
+            const std::uint64_t bytes = (m_bytes / itemSize * number + 7) / 8;
+            cursor.expectBetween("the packed bytes", size - headSize, bytes, HDF5_UNDEFINED);
+        }
+    }
+
+    // Whole numbers that are to keep all their bits are left as they are.
+    static bool isScaled(const Hdf5Filter& filter) {
+        constexpr std::uint64_t WHOLE_NUMBERS = 2;
+        return filter.values[0] != WHOLE_NUMBERS || filter.values[1] != 8 * filter.values[SCALED_SIZE_AT];
     }
 
     Hdf5Input& m_input;

@@ -691,15 +691,54 @@ TEST_F(Hdf5Check, PackedChunksCanGiveWhatTheyHaveTo) {
     EXPECT_EQ(packed({DEFLATE}, 7, 0), "");
     EXPECT_EQ(packed({DEFLATE}, 7, 1), damage(CHUNK_AT, "expected a chunk of 24 bytes, found one of 7"));
     EXPECT_EQ(packed({DEFLATE}, 0, 0),
-              damage(CHUNK_AT, "expected a packed chunk to give 24 bytes, found 0 bytes of it"));
+              damage(CHUNK_AT, "expected a packed chunk of more than 0 bytes, found one of 0"));
+    // A byte gives 1032 at most: 4000000 / 1032 = 3875.97.
+    const auto large = [](std::uint64_t size) {
+        return plainImage({{SPACE, spaceBody({1000, 1000})},
+                           {TYPE, integerBody(4)},
+                           {LAYOUT, chunkedBody({1000, 1000, 4})},
+                           filters({DEFLATE})},
+                          chunkLeaf(size, 0, 0, CHUNK_AT) + zeros(4000));
+    };
+    EXPECT_EQ(check(large(3876)), "");
+    EXPECT_EQ(check(large(3875)),
+              damage(CHUNK_AT, "expected a packed chunk to give 4000000 bytes, found 3875 bytes of it"));
     EXPECT_EQ(packed({SHUFFLE}, 24, 0), "");
     EXPECT_EQ(packed({SHUFFLE}, 25, 0), damage(CHUNK_AT, "expected a chunk of 24 bytes, found one of 25"));
     EXPECT_EQ(packed({SHUFFLE, FLETCHER}, 28, 0), "");
     EXPECT_EQ(packed({FLETCHER}, 24, 0), damage(CHUNK_AT, "expected a chunk of 28 bytes, found one of 24"));
     EXPECT_EQ(packed({FLETCHER}, 24, 1), "");
-    EXPECT_EQ(packed({SZIP}, 5, 0), "");
+    EXPECT_EQ(packed({DEFLATE, FLETCHER}, 5, 0), "");
+    EXPECT_EQ(packed({DEFLATE, FLETCHER}, 4, 0),
+              damage(CHUNK_AT, "expected a packed chunk of more than 4 bytes, found one of 4"));
     EXPECT_EQ(packed({SCALE_OFFSET}, 24, 0),
               damage(1024, "expected a filter of chunks of 24 bytes, found one for others"));
+}
+
+// What HDF5 takes memory for, and reads to the end of, is at their begin.
+TEST_F(Hdf5Check, HeadsOfPackedChunksFit) {
+    const auto image = [](std::uint64_t size, const std::string& chunk, const Hdf5ImageMessage& packing) {
+        return dataImage(chunkedBody({2, 3, 4}), chunkLeaf(size, 0, 0, CHUNK_AT) + chunk + zeros(60), packing);
+    };
+    const Hdf5ImageMessage szip = filters({4});
+    EXPECT_EQ(check(image(9, le(24, 4), szip)), "");
+    EXPECT_EQ(check(image(9, le(29, 4), szip)),
+              damage(CHUNK_AT + 3, "expected the bytes of the head of a packed chunk to be 24 to 28, found 29"));
+    EXPECT_EQ(check(image(3, le(24, 4), szip)),
+              damage(CHUNK_AT + 3, "expected the size of the head of a packed chunk to be 4 to 18446744073709551615, "
+                                   "found 3"));
+    // Six numbers of four bytes; reals (0) with two digits, or whole numbers (2) with all bits.
+    const auto scaled = [](std::uint64_t kind, std::uint64_t digits) {
+        return Hdf5ImageMessage{FILTERS, le(2, 1) + le(1, 1) + le(6, 2) + le(0, 2) + le(5, 2) + le(kind, 4) +
+                                             le(digits, 4) + le(6, 4) + le(1, 4) + le(4, 4)};
+    };
+    EXPECT_EQ(check(image(21 + 4, le(5, 4), scaled(0, 2))), ""); // Six times five bits are four bytes.
+    EXPECT_EQ(check(image(21 + 3, le(5, 4), scaled(0, 2))),
+              damage(CHUNK_AT + 3, "expected the packed bytes of the head of a packed chunk to be 4 to "
+                                   "18446744073709551615, found 3"));
+    EXPECT_EQ(check(image(60, le(33, 4), scaled(0, 2))),
+              damage(CHUNK_AT + 3, "expected the bits of the head of a packed chunk to be 0 to 32, found 33"));
+    EXPECT_EQ(check(image(24, le(33, 4), scaled(2, 32))), "");
 }
 
 namespace {

@@ -62,8 +62,9 @@ TEST(HdfFile, RefusesWhatHdf5DoesNotSurvive) {
               "is damaged at byte 1896: expected 33048 more bytes in a message of an object header, found 40");
     std::string bits = sample("image.vtkhdf");
     bits[4087] = '\xfa'; // Bits of a mantissa, which begin at 0.
-    EXPECT_EQ(whyNot(bits), "is damaged at byte 4087: expected the last bit of a mantissa of the type of an attribute to "
-                            "be 1 to 64, found 250");
+    EXPECT_EQ(whyNot(bits),
+              "is damaged at byte 4087: expected the last bit of a mantissa of the type of an attribute to "
+              "be 1 to 64, found 250");
     std::string heap = sample("pieces.vtkhdf");
     const std::size_t at = heap.find("HEAP");
     ASSERT_NE(at, std::string::npos);
