@@ -15,6 +15,7 @@
 #include <vtkUnstructuredGrid.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -92,8 +93,9 @@ bool HdfSource::open(const std::string& filename, VtkContents* contents, ug::Err
         return ug::fail(error, "is no VTKHDF file: it has no group VTKHDF with a Version and a Type");
     }
     if (!(version[0] >= 1 && version[0] <= LATEST_VERSION)) {
-        return ug::fail(
-            error, Str("is of version " + std::to_string(int(version[0])) + " of the VTKHDF format, expected 1 or 2"));
+        char found[32] = {}; // Which any number has room in, infinite ones and those that are none, too.
+        std::to_chars(std::begin(found), std::end(found), version[0]);
+        return ug::fail(error, Str(std::string("is of version ") + found + " of the VTKHDF format, expected 1 or 2"));
     }
     m_isImage = *type == "ImageData";
     if (!m_isImage && *type != "UnstructuredGrid") {

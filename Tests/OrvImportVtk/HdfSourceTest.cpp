@@ -127,6 +127,12 @@ const Damage DAMAGES[] = {
          setNumbers(f, "Version", {3, 1});
      },
      ": is of version 3 of the VTKHDF format, expected 1 or 2"},
+    {"zoo.vtkhdf",
+     [](hid_t f) {
+         const double version[] = {1e300, 0};
+         setAttribute(f, "Version", H5T_IEEE_F64LE, H5T_NATIVE_DOUBLE, 2, version);
+     },
+     ": is of version 1e+300 of the VTKHDF format, expected 1 or 2"},
     {"zoo.vtkhdf", [](hid_t f) { setType(f, "PolyData"); },
      ": holds the type 'PolyData', expected UnstructuredGrid or ImageData"},
     {"zoo.vtkhdf", [](hid_t f) { setType(f, "ImageData"); }, ": is an image without WholeExtent, Origin or Spacing"},
