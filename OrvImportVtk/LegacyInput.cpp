@@ -314,7 +314,7 @@ bool LegacyInput::failToFindAll(const LegacyValues& values, std::string_view fou
 }
 
 bool LegacyInput::failToFit(const LegacyValues& values) {
-    return fail("expected numbers of " + values.what + ", found one that is too large");
+    return fail("expected numbers of " + values.what + ", found one that is out of bounds");
 }
 
 template <class Number>

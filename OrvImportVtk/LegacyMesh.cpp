@@ -85,8 +85,11 @@ private:
     Mesh readGrid() {
         vtkNew<vtkUnstructuredGrid> grid;
         CellNodes cells;
-        const auto types = vtkSmartPointer<vtkUnsignedCharArray>::New();
-        if (!readPoints(grid) || !readCells(m_index.cells[LegacyIndex::CELLS], &cells) || !readTypes(types)) {
+        if (!readPoints(grid) || !readCells(m_index.cells[LegacyIndex::CELLS], &cells)) {
+            return nullptr;
+        }
+        const vtkSmartPointer<vtkUnsignedCharArray> types = readTypes();
+        if (!types) {
             return nullptr;
         }
         emptyPolyhedra(types->GetPointer(0), &cells);
@@ -211,20 +214,20 @@ private:
                                           ", found cells in " + std::to_string(at) + " of them");
     }
 
-    bool readTypes(vtkUnsignedCharArray* types) {
-        const Integers numbers = readInto<vtkTypeInt32Array>(&m_input, m_index.cellTypes, 1);
-        if (!numbers) {
-            return false;
+    vtkSmartPointer<vtkUnsignedCharArray> readTypes() {
+        const auto types = readInto<vtkUnsignedCharArray>(&m_input, m_index.cellTypes, 1);
+        if (!types) {
+            return nullptr;
         }
-        types->SetNumberOfValues(numbers->GetNumberOfValues());
-        for (vtkIdType i = 0; i < numbers->GetNumberOfValues(); ++i) {
-            const std::int64_t type = numbers->GetValue(i);
-            if (type < 0 || type >= VTK_NUMBER_OF_CELL_TYPES) {
-                return m_input.fail("expected types of cells, found " + std::to_string(type));
-            }
-            types->SetValue(i, static_cast<unsigned char>(type));
+        const unsigned char* begin = types->GetPointer(0);
+        const unsigned char* end = begin + types->GetNumberOfValues();
+        const auto isUnknown = [](unsigned char type) { return type >= VTK_NUMBER_OF_CELL_TYPES; };
+        const unsigned char* unknown = std::find_if(begin, end, isUnknown);
+        if (unknown != end) {
+            m_input.fail("expected types of cells, found " + std::to_string(*unknown));
+            return nullptr;
         }
-        return true;
+        return types;
     }
 
     // What they have are lists of faces, which would be taken for nodes.

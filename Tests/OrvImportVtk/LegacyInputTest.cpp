@@ -100,7 +100,7 @@ TEST_F(LegacyInputs, NumbersThatDoNotFitAreRefused) {
         ASSERT_TRUE(input.passValues("cells", "long", 1, &values));
         EXPECT_FALSE(input.read(values, &number));
         EXPECT_THAT(m_error.message().toStdString(),
-                    testing::EndsWith("expected numbers of cells, found one that is too large"));
+                    testing::EndsWith("expected numbers of cells, found one that is out of bounds"));
     }
 }
 
