@@ -13,6 +13,7 @@
 #include <vtkPointData.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <set>
 #include <utility>
@@ -243,8 +244,10 @@ bool VtkReader::fillPart(std::size_t mesh, std::size_t part, ug::DataNodes* node
         return ug::fail(error, Str(m_filename + ": ") + reason.message());
     }
     for (const auto& [cellType, count] : unknown) {
-        m_lateWarnings.push_back(Str(m_filename + ": " + std::to_string(count) + " cells of " +
-                                     vtkCellTypeText(cellType) + " are left out"));
+        if (m_meshes[mesh].told.insert({part, cellType}).second) { // The mesh may be read again.
+            m_lateWarnings.push_back(Str(m_filename + ": " + std::to_string(count) + " cells of " +
+                                         vtkCellTypeText(cellType) + " are left out"));
+        }
     }
     return true;
 }

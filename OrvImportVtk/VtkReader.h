@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 class vtkDataSet;
@@ -36,7 +37,8 @@ private:
     struct Mesh {
         std::size_t step; ///< The first that has it.
         PtrRef<ug::DataGeometry> geometry;
-        std::vector<VtkPartMap> maps; ///< One for each part, once that has been read.
+        std::vector<VtkPartMap> maps;               ///< One for each part, once that has been read.
+        std::set<std::pair<std::size_t, int>> told; ///< Parts and their types of cells that are left out.
     };
 
     bool findParts(ug::Error* error);

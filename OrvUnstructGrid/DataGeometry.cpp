@@ -14,7 +14,7 @@ int nextGeometryId() {
 
 } // namespace
 
-DataGeometry::DataGeometry() : m_id(nextGeometryId()) {}
+DataGeometry::DataGeometry() : m_id(nextGeometryId()), m_keeper(std::make_shared<const int>(m_id)) {}
 
 DataGeometry::~DataGeometry() = default;
 
@@ -49,6 +49,26 @@ void DataGeometry::addPartsOf(const DataGeometry& other) {
 
 bool DataGeometry::read(Error* error) const {
     return std::all_of(m_parts.begin(), m_parts.end(), [error](const auto& part) { return part->read(error); });
+}
+
+void DataGeometry::giveBack() {
+    for (const std::shared_ptr<DataPart>& part : m_parts) {
+        if (part.use_count() == 1 && m_keeper.use_count() == 1) {
+            part->giveBack();
+        }
+    }
+}
+
+std::size_t DataGeometry::bytesToGiveBack() const {
+    std::size_t bytes = 0;
+    for (const std::shared_ptr<DataPart>& part : m_parts) {
+        bytes += part.use_count() == 1 && m_keeper.use_count() == 1 ? part->bytesToGiveBack() : 0;
+    }
+    return bytes;
+}
+
+std::shared_ptr<const void> DataGeometry::keep() const {
+    return m_keeper;
 }
 
 std::size_t DataGeometry::byteCount() const {

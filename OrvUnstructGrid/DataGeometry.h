@@ -37,9 +37,20 @@ public:
     /// The bytes of all nodes and elements that are there.
     std::size_t byteCount() const;
 
+    /// Gives back the memory of the parts that can be read again, see DataPart::giveBack(). Those that another geometry
+    /// has, too, stay, and all do while somebody keeps them.
+    void giveBack();
+
+    /// The bytes that this would give back.
+    std::size_t bytesToGiveBack() const;
+
+    /// As long as what comes back lives, giveBack() does nothing.
+    std::shared_ptr<const void> keep() const;
+
 private:
     int m_id;
     std::vector<std::shared_ptr<DataPart>> m_parts;
+    std::shared_ptr<const int> m_keeper; ///< Everybody who keeps the parts has it, too.
 };
 
 } // namespace orv::ug

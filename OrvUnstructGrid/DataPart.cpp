@@ -11,11 +11,14 @@
 
 namespace orv::ug {
 
-/// Nodes and elements that are still in their file, or could not be read from it.
-struct DataPart::Unread {
+/// Nodes and elements that were left in their file.
+struct DataPart::Source {
+    enum Stage { UNREAD, BEING_READ, THERE, FAILED };
+
     std::optional<Counts> counts;
-    Read read; ///< Empty once it has failed.
-    Error problem;
+    Read read;
+    Stage stage = UNREAD;
+    Error problem = {};
 };
 
 DataPart::DataPart(int partId) : m_partId(partId) {}
@@ -31,27 +34,38 @@ void DataPart::setPartId(int partId) {
 }
 
 void DataPart::readLater(const Counts& counts, Read read) {
-    m_unread = std::make_unique<Unread>(Unread{counts, std::move(read), {}});
+    m_source = std::make_unique<Source>(Source{counts, std::move(read)});
 }
 
 void DataPart::readLater(Read read) {
-    m_unread = std::make_unique<Unread>(Unread{std::nullopt, std::move(read), {}});
+    m_source = std::make_unique<Source>(Source{std::nullopt, std::move(read)});
 }
 
+// Whoever reads a part may ask for all parts of its geometry.
 bool DataPart::read(Error* error) const {
-    if (!m_unread) {
-        return true;
-    }
-    if (m_unread->read) {
-        const Read read = std::exchange(m_unread->read, nullptr);
-        if (read(&m_nodes, &m_elements, &m_unread->problem)) {
-            m_unread.reset();
-            return true;
+    if (m_source && m_source->stage == Source::UNREAD) {
+        m_source->stage = Source::BEING_READ;
+        const bool isRead = m_source->read(&m_nodes, &m_elements, &m_source->problem);
+        m_source->stage = isRead ? Source::THERE : Source::FAILED;
+        if (!isRead) {
+            m_nodes = DataNodes();
+            m_elements = DataElements();
         }
+    }
+    return !m_source || m_source->stage != Source::FAILED || fail(error, m_source->problem.message());
+}
+
+void DataPart::giveBack() {
+    if (m_source && m_source->stage == Source::THERE) {
+        m_source->counts = counts();
+        m_source->stage = Source::UNREAD;
         m_nodes = DataNodes();
         m_elements = DataElements();
     }
-    return fail(error, m_unread->problem.message());
+}
+
+std::size_t DataPart::bytesToGiveBack() const {
+    return m_source && m_source->stage == Source::THERE ? byteCount() : 0;
 }
 
 DataNodes* DataPart::nodes() {
@@ -106,7 +120,7 @@ std::size_t DataPart::byteCount() const {
 // Nobody waits for the reason of a failure here, so it is logged.
 void DataPart::bringIn() const {
     Error error;
-    if (m_unread && m_unread->read && !read(&error)) {
+    if (m_source && m_source->stage == Source::UNREAD && !read(&error)) {
         rvf::Logger* logger = rvf::LogManager::instance()->logger("orv.comp.ug");
         logger->error(orv::Convert::toRvfString(error.message()),
                       {RVF_SOURCE_PATH, "void orv::ug::DataPart::bringIn() const", "bringIn", __LINE__});
@@ -114,8 +128,8 @@ void DataPart::bringIn() const {
 }
 
 DataPart::Counts DataPart::counts() const {
-    if (m_unread && m_unread->read && m_unread->counts) {
-        return *m_unread->counts;
+    if (m_source && m_source->stage == Source::UNREAD && m_source->counts) {
+        return *m_source->counts;
     }
     bringIn();
     return {m_nodes.nodeCount(), m_elements.elementCount(), m_elements.connectivity().size()};

@@ -26,7 +26,7 @@ public:
         std::size_t elementNodes = 0; ///< The nodes of all elements, each as often as elements name it.
     };
 
-    /// Fills empty nodes and elements, as many as was said; false with a text when that fails.
+    /// Fills empty nodes and elements, as many as was said; false with a text when that fails. Each time the same.
     using Read = std::function<bool(DataNodes* nodes, DataElements* elements, Error* error)>;
 
     explicit DataPart(int partId);
@@ -39,7 +39,8 @@ public:
     int partId() const;
     void setPartId(int partId);
 
-    /// Leaves nodes and elements to `read`, which is called once, when they are needed. The part has to be empty.
+    /// Leaves nodes and elements to `read`, which is called when they are needed: once, and again after giveBack(). The
+    /// part has to be empty.
     void readLater(const Counts& counts, Read read);
 
     /// The same where nothing is known of them beforehand: asking for a count reads them.
@@ -48,6 +49,13 @@ public:
     /// Has nodes and elements read now, unless they are there. False with a text when they cannot be, at each call; the
     /// part then is one without any.
     bool read(Error* error) const;
+
+    /// Gives back the memory of nodes and elements that `read` has brought: they are left to it again, and whoever has
+    /// nodes() or elements() or any piece of them asks for them anew. Counts stay known.
+    void giveBack();
+
+    /// The bytes that this would give back.
+    std::size_t bytesToGiveBack() const;
 
     /// @name What the part consists of, read if need be
     /// Call read() first where the reason of a failure matters: here it goes to the log, and there are none.
@@ -69,7 +77,7 @@ public:
     std::size_t byteCount() const;
 
 private:
-    struct Unread;
+    struct Source;
 
     void bringIn() const;
     Counts counts() const;
@@ -77,7 +85,7 @@ private:
     int m_partId;
     mutable DataNodes m_nodes;
     mutable DataElements m_elements;
-    mutable std::unique_ptr<Unread> m_unread; ///< Null when both are there.
+    std::unique_ptr<Source> m_source; ///< Null when nothing was left unread.
 };
 
 } // namespace orv::ug

@@ -70,12 +70,23 @@ DataState* DataSource::addState(const StateInfo& info, std::vector<PtrRef<DataGe
     if (m_directory.stateCount() == m_states.size()) {
         return nullptr;
     }
+    for (const PtrRef<DataGeometry>& geometry : geometries) {
+        ++m_stateCounts[geometry.get()];
+    }
     return m_states.emplace_back(std::make_unique<DataState>(info.id(), std::move(geometries))).get();
 }
 
 bool DataSource::isCurrentForAModel(int stateId) const {
     return std::any_of(m_models.begin(), m_models.end(),
                        [stateId](const UnstructGridModel* model) { return model->currentStateId() == stateId; });
+}
+
+bool DataSource::isOfOneState(const DataGeometry* geometry) const {
+    return m_stateCounts.at(geometry) == 1;
+}
+
+bool DataSource::hasGeometryOfOneState() const {
+    return std::any_of(m_stateCounts.begin(), m_stateCounts.end(), [](const auto& count) { return count.second == 1; });
 }
 
 } // namespace orv::ug

@@ -9,6 +9,7 @@
 #include "OrvUnstructGrid/ProgressMeter.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -66,11 +67,17 @@ protected:
     /// True when a model that uses this source has that state as its current one.
     bool isCurrentForAModel(int stateId) const;
 
+    /// True when no other state has that geometry of a state of this source.
+    bool isOfOneState(const DataGeometry* geometry) const;
+    /// True when there is such a geometry.
+    bool hasGeometryOfOneState() const;
+
 private:
     int m_id;
     DataSourceDirectory m_directory;
     ProgressMeter m_progressMeter;
     std::vector<std::unique_ptr<DataState>> m_states;
+    std::map<const DataGeometry*, std::size_t> m_stateCounts; ///< How many states have it.
     std::vector<const UnstructGridModel*> m_models;
 };
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <unordered_map>
 
 namespace orv::ug {
@@ -75,6 +76,7 @@ bool DataSourceLazy::loadDataState(int stateId, const DataStateSpec& spec, Error
     }
     work.finish();
     noteUse(*loaded);
+    noteUnusedMeshes();
     dropBeyondBudget(stateId);
     return true;
 }
@@ -148,6 +150,14 @@ void DataSourceLazy::dropValues(DataState* state) {
         }
     }
     forgetUse(state->id());
+}
+
+void DataSourceLazy::giveBackMeshes(DataState* state) {
+    for (std::size_t g = 0; g < state->geometryCount(); ++g) {
+        if (isOfOneState(state->geometry(g))) {
+            state->geometry(g)->giveBack();
+        }
+    }
 }
 
 void DataSourceLazy::completeParts(const ResultInfo& info, DataState* state) {
@@ -260,6 +270,7 @@ std::size_t DataSourceLazy::countDroppableBytes(const DataState& state) const {
         for (const DataResult* result : state.results(state.geometry(g))->all()) {
             bytes += canBeHadAgain(*result) ? result->byteCount() : 0;
         }
+        bytes += isOfOneState(state.geometry(g)) ? state.geometry(g)->bytesToGiveBack() : 0;
     }
     return bytes;
 }
@@ -268,6 +279,26 @@ void DataSourceLazy::noteUse(const DataState& state) {
     forgetUse(state.id());
     m_uses.push_back({state.id(), countDroppableBytes(state)});
     m_droppableBytes += m_uses.back().bytes;
+}
+
+// Meshes that somebody had read without a load: to compare them, say. Their states count as the longest unused.
+void DataSourceLazy::noteUnusedMeshes() {
+    if (!hasGeometryOfOneState()) {
+        return;
+    }
+    std::set<int> usedIds;
+    for (const StateUse& use : m_uses) {
+        usedIds.insert(use.stateId);
+    }
+    std::vector<StateUse> unused;
+    for (std::size_t s = 0; s < stateCount(); ++s) {
+        const StateUse use{state(s)->id(), usedIds.contains(state(s)->id()) ? 0 : countDroppableBytes(*state(s))};
+        if (use.bytes > 0) {
+            unused.push_back(use);
+            m_droppableBytes += use.bytes;
+        }
+    }
+    m_uses.insert(m_uses.begin(), unused.begin(), unused.end());
 }
 
 void DataSourceLazy::forgetUse(int stateId) {
@@ -287,6 +318,7 @@ void DataSourceLazy::dropBeyondBudget(int loadedStateId) {
             ++oldest;
         } else {
             dropValues(state(stateIndex(stateId)));
+            giveBackMeshes(state(stateIndex(stateId)));
         }
     }
 }

@@ -38,6 +38,10 @@ public:
     /// state just loaded nor those of a state that is current in a model. So whoever holds a pointer to values across a
     /// change of state asks anew. Values that cannot be had again are neither dropped nor counted. Up to 256 MiB of the
     /// memory of dropped values stay with the process for the next values of the same size.
+    ///
+    /// A mesh that one state alone has counts as values of that state do and goes with them, if the file can be asked
+    /// for it again: its geometry and parts stay, and who asks them for nodes or elements has these read anew. A mesh
+    /// that a model shows, or that several states have, stays.
     void setResultByteBudget(std::size_t bytes);
     std::size_t resultByteBudget() const;
 
@@ -74,7 +78,7 @@ protected:
     static void completeParts(const ResultInfo& info, DataState* state);
 
 private:
-    /// A state that has been loaded into, and the bytes there that could be dropped.
+    /// A state that has been loaded into, or whose meshes are there, and the bytes there that could be dropped.
     struct StateUse {
         int stateId;
         std::size_t bytes;
@@ -90,6 +94,8 @@ private:
     bool canBeHadAgain(const DataResult& result) const;
     std::size_t countDroppableBytes(const DataState& state) const;
     void noteUse(const DataState& state);
+    void noteUnusedMeshes();
+    void giveBackMeshes(DataState* state);
     void forgetUse(int stateId);
     void dropBeyondBudget(int loadedStateId);
 

@@ -59,7 +59,7 @@ ModelShapes::ModelShapes() = default;
 
 ModelShapes::~ModelShapes() = default;
 
-ModelShapes::Geometry::Geometry(DataGeometry* geometry) : data(geometry) {
+ModelShapes::Geometry::Geometry(DataGeometry* geometry) : data(geometry), keep(geometry->keep()) {
     for (std::size_t p = 0; p < geometry->partCount(); ++p) {
         surfaces.push_back(surfaceOf(*geometry->part(p)));
     }

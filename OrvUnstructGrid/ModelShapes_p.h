@@ -104,6 +104,7 @@ private:
         explicit Geometry(DataGeometry* geometry);
 
         PtrRef<DataGeometry> data;
+        std::shared_ptr<const void> keep;                ///< Shapes see its coordinates.
         std::vector<PartSurface> surfaces;               ///< One for each part.
         std::vector<std::unique_ptr<NodePieces>> pieces; ///< The same; null until a path is asked for.
     };

@@ -87,6 +87,35 @@ TEST(VtkReader, StatesShareAMeshThatStays) {
     EXPECT_EQ(moving->state(1)->geometry(0)->part(0)->nodes()->node(1), Vec3d(2, 0, 0));
 }
 
+// The memory of earlier ones is given back when there is no room for them.
+TEST(VtkReader, MeshesThatChangeAreReadAgain) {
+    const auto source = orvtest::openVtk(orvtest::testDataFolder() + "/ensight/single_little.case");
+    const ug::ResultInfo info = orvtest::findResult(source.get(), "Temp");
+    source->setResultByteBudget(0);
+    const auto contentsOf = [&](int stateId) {
+        EXPECT_TRUE(orvtest::load(source.get(), stateId, {info}));
+        ug::DataState* state = source->state(std::size_t(stateId) - 1);
+        const ug::DataGeometry* geometry = state->geometry(0);
+        std::vector<double> numbers;
+        for (std::size_t p = 0; p < geometry->partCount(); ++p) {
+            const std::span<const double> places = geometry->part(p)->nodes()->coordinates();
+            numbers.insert(numbers.end(), places.begin(), places.end());
+            const ug::DataPartValues* values = state->results(geometry)->find(info)->values(p);
+            numbers.insert(numbers.end(), values->values(), values->values() + values->itemCount());
+        }
+        return numbers;
+    };
+    const std::vector<double> first = contentsOf(1);
+    const std::vector<double> second = contentsOf(2);
+    EXPECT_EQ(source->state(0)->geometry(0)->bytesToGiveBack(), 0u);
+    EXPECT_GT(source->state(1)->geometry(0)->bytesToGiveBack(), 0u);
+    EXPECT_FALSE(first.empty());
+    EXPECT_NE(first, second);
+    EXPECT_EQ(contentsOf(1), first);
+    EXPECT_EQ(source->state(1)->geometry(0)->bytesToGiveBack(), 0u);
+    EXPECT_EQ(contentsOf(2), second);
+}
+
 // Displacements are results, points are where the file has them.
 TEST(VtkReader, DisplacementsDoNotMoveThePoints) {
     const auto source = orvtest::openVtk(vtkFile("bar.ex2"));

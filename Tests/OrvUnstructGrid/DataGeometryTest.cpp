@@ -88,6 +88,52 @@ TEST(DataGeometry, ReadsThePartsThatAreUnread) {
     EXPECT_EQ(error.message(), "b");
 }
 
+// A file may bring all parts at once.
+TEST(DataGeometry, WhoeverReadsAPartMayAskForAll) {
+    orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+    std::string reads;
+    for (const char* name : {"a", "b", "c"}) {
+        geometry->addPart(1)->readLater([&, name](DataNodes* nodes, DataElements*, Error*) {
+            reads += name;
+            nodes->set({0, 0, 0}, {});
+            return geometry->read(nullptr);
+        });
+    }
+    EXPECT_EQ(geometry->part(1)->nodes()->nodeCount(), 1u);
+    EXPECT_EQ(reads, "bac");
+    EXPECT_EQ(geometry->part(0)->nodes()->nodeCount(), 1u);
+    EXPECT_TRUE(geometry->read(nullptr));
+    EXPECT_EQ(reads, "bac");
+}
+
+TEST(DataGeometry, GivesBackWhatIsItsOwnUnlessItIsKept) {
+    const auto read = [](DataNodes* nodes, DataElements*, Error*) {
+        nodes->set({0, 0, 0}, {});
+        return true;
+    };
+    orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+    geometry->addPart(1)->readLater(read);
+    orv::PtrRef<DataGeometry> whole(new DataGeometry);
+    whole->addPartsOf(*geometry);
+    whole->addPart(2)->readLater(read);
+    EXPECT_EQ(whole->bytesToGiveBack(), 0u);
+    ASSERT_TRUE(whole->read(nullptr));
+    const std::size_t bytes = whole->part(1)->byteCount();
+    EXPECT_EQ(whole->bytesToGiveBack(), bytes);
+    EXPECT_EQ(geometry->bytesToGiveBack(), 0u);
+    {
+        const std::shared_ptr<const void> keep = whole->keep();
+        EXPECT_EQ(whole->bytesToGiveBack(), 0u);
+        whole->giveBack();
+        EXPECT_EQ(whole->part(1)->byteCount(), bytes);
+    }
+    whole->giveBack();
+    EXPECT_LT(whole->part(1)->byteCount(), bytes);
+    EXPECT_EQ(whole->part(0)->byteCount(), bytes);
+    whole = nullptr;
+    EXPECT_EQ(geometry->bytesToGiveBack(), bytes);
+}
+
 TEST(DataGeometry, PartBeyondTheEndIsNull) {
     AssertRecorder recorder;
     orv::PtrRef<DataGeometry> geometry(new DataGeometry);

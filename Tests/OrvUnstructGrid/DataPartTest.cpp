@@ -92,6 +92,41 @@ TEST_F(UnreadPartTest, IsReadOnceByWhateverNeedsIt) {
     EXPECT_EQ(unchanging.elements(), part.elements());
 }
 
+// Its objects stay.
+TEST_F(UnreadPartTest, IsReadAgainBehindBeingGivenBack) {
+    EXPECT_EQ(part.bytesToGiveBack(), 0u);
+    const DataNodes* nodes = part.nodes();
+    EXPECT_EQ(part.bytesToGiveBack(), part.byteCount());
+    part.giveBack();
+    EXPECT_EQ(part.byteCount(), DataPart(1).byteCount());
+    EXPECT_EQ(part.bytesToGiveBack(), 0u);
+    EXPECT_EQ(reads, 1);
+    EXPECT_EQ(part.nodes(), nodes);
+    EXPECT_EQ(nodes->nodeCount(), 5u);
+    EXPECT_EQ(part.elements()->elementCount(), 2u);
+    EXPECT_EQ(reads, 2);
+}
+
+TEST_F(UnreadPartTest, WhatWasNotReadCannotBeGivenBack) {
+    part.giveBack();
+    EXPECT_EQ(part.nodes()->nodeCount(), 5u);
+    EXPECT_EQ(reads, 1);
+    DataPart filled(1);
+    filled.nodes()->set({0, 0, 0}, {});
+    EXPECT_EQ(filled.bytesToGiveBack(), 0u);
+    filled.giveBack();
+    EXPECT_EQ(filled.nodes()->nodeCount(), 1u);
+}
+
+TEST_F(UnreadPartTest, OneThatCannotBeReadAgainSaysWhy) {
+    ASSERT_TRUE(part.read(&error));
+    part.giveBack();
+    isGood = false;
+    EXPECT_FALSE(part.read(&error));
+    EXPECT_EQ(error.message(), "a.ztfx: damaged");
+    EXPECT_EQ(part.itemCount(PER_NODE), 0u);
+}
+
 TEST_F(UnreadPartTest, ConstantAccessReadsToo) {
     const DataPart& unchanging = part;
     EXPECT_EQ(unchanging.elements()->elementCount(), 2u);
@@ -126,6 +161,11 @@ TEST_F(UnreadPartTest, CountsThatAreNotKnownAreThoseOfWhatIsRead) {
     });
     EXPECT_EQ(unknown.itemCount(UNKNOWN_MAPPING), 0u);
     EXPECT_EQ(readsOfIt, 0);
+    EXPECT_EQ(unknown.itemCount(PER_NODE), 3u);
+    EXPECT_EQ(unknown.itemCount(PER_ELEMENT), 1u);
+    EXPECT_EQ(unknown.itemCount(PER_ELEMENT_NODE), 3u);
+    EXPECT_EQ(readsOfIt, 1);
+    unknown.giveBack();
     EXPECT_EQ(unknown.itemCount(PER_NODE), 3u);
     EXPECT_EQ(unknown.itemCount(PER_ELEMENT), 1u);
     EXPECT_EQ(unknown.itemCount(PER_ELEMENT_NODE), 3u);

@@ -1,8 +1,10 @@
 #include "OrvUnstructGrid/DataSourceLazy.h"
 
 #include "OrvCore/Defines.h"
+#include "OrvCore/Ray.h"
 #include "OrvUnstructGrid/DataStateSpec.h"
 #include "OrvUnstructGrid/Error.h"
+#include "OrvUnstructGrid/HitItem.h"
 #include "OrvUnstructGrid/UnstructGridModel.h"
 #include "Tests/OrvUnstructGrid/CustomResults.h"
 
@@ -493,6 +495,121 @@ TEST_F(UnreadMeshTest, IsNotNeededForSingleValuesUntilItIsDamaged) {
     EXPECT_EQ(failedLoad(2, {r1}), "damaged");
     EXPECT_FALSE(source->copyScalars(2, r1, {1, 0, 3}, {&value, 1}, &error));
     EXPECT_EQ(error.message(), "damaged");
+}
+
+/// Four states, each with a mesh of its own: a triangle at z = id, and a scalar on its nodes.
+class MovingSource : public DataSourceLazy {
+public:
+    MovingSource() : DataSourceLazy(1) {
+        directory()->addGeometryPartInfos({PartInfo(1, "plate")});
+        directory()->addResultInfo(r1);
+        for (int id = 1; id <= 4; ++id) {
+            const orv::PtrRef<DataGeometry> geometry(new DataGeometry);
+            geometry->addPart(1)->readLater([this, id](DataNodes* nodes, DataElements* elements, Error*) {
+                reads += "mesh " + std::to_string(id) + " ";
+                const double z = id;
+                nodes->set({0, 0, z, 1, 0, z, 0, 1, z}, {});
+                elements->set({TRIANGLE}, {0, 1, 2}, {});
+                return true;
+            });
+            addState(StateInfo(id, "Step " + std::to_string(id), StateInfo::TIME, id), {geometry});
+            directory()->setHasResult(id, r1);
+        }
+    }
+
+    bool load(int stateId) {
+        DataStateSpec spec;
+        spec.setResultIds({r1});
+        return loadDataState(stateId, spec, nullptr);
+    }
+
+    DataPart* partOf(int stateId) {
+        return state(stateIndex(stateId))->geometry(0)->part(0);
+    }
+
+    /// The ids of the states whose meshes are in memory.
+    std::string statesWithMeshes() {
+        std::string ids;
+        for (int id = 1; id <= 4; ++id) {
+            ids += partOf(id)->bytesToGiveBack() > 0 ? std::to_string(id) : "";
+        }
+        return ids;
+    }
+
+    std::string reads;
+    const ResultInfo r1 = ResultInfo(SCALAR, 1, "r1", PER_NODE);
+
+protected:
+    bool readResult(const ResultInfo& info, DataState* state, Error*) override {
+        DataPartValues* values = state->results(state->geometry(0))->findOrAdd(info)->values(0);
+        values->allocate(3);
+        std::fill_n(values->values(), 3, 10.0 * state->id());
+        return true;
+    }
+};
+
+class MovingMeshTest : public testing::Test {
+protected:
+    MovingMeshTest() : source(new MovingSource) {}
+
+    orv::PtrRef<MovingSource> source;
+};
+
+TEST_F(MovingMeshTest, GoesWithTheValuesOfItsStateAndIsReadAgain) {
+    source->setResultByteBudget(0);
+    ASSERT_TRUE(source->load(1));
+    const DataNodes* nodes = source->partOf(1)->nodes();
+    ASSERT_TRUE(source->load(2));
+    EXPECT_EQ(source->statesWithMeshes(), "2");
+    EXPECT_EQ(source->partOf(1)->byteCount(), DataPart(1).byteCount());
+    EXPECT_EQ(source->partOf(1)->itemCount(PER_NODE), 3u);
+    EXPECT_EQ(source->reads, "mesh 1 mesh 2 ");
+    EXPECT_EQ(source->partOf(1)->nodes(), nodes);
+    EXPECT_EQ(nodes->node(2), orv::Vec3d(0, 1, 1));
+    ASSERT_TRUE(source->load(1));
+    EXPECT_EQ(source->reads, "mesh 1 mesh 2 mesh 1 ");
+    EXPECT_EQ(source->statesWithMeshes(), "1");
+}
+
+TEST_F(MovingMeshTest, CountsLikeValues) {
+    ASSERT_TRUE(source->load(1));
+    const std::size_t bytes = source->partOf(1)->byteCount() + 3 * sizeof(double);
+    source->setResultByteBudget(2 * bytes);
+    ASSERT_TRUE(source->load(2));
+    EXPECT_EQ(source->statesWithMeshes(), "12");
+    ASSERT_TRUE(source->load(3));
+    EXPECT_EQ(source->statesWithMeshes(), "23");
+    source->setResultByteBudget(2 * bytes - 1);
+    ASSERT_TRUE(source->load(3));
+    EXPECT_EQ(source->statesWithMeshes(), "3");
+}
+
+TEST_F(MovingMeshTest, GoesFirstWhenItsStateWasNeverLoaded) {
+    ASSERT_TRUE(source->load(1));
+    const std::size_t bytes = source->partOf(1)->byteCount() + 3 * sizeof(double);
+    source->setResultByteBudget(2 * bytes);
+    source->partOf(4)->nodes();
+    source->partOf(3)->nodes();
+    ASSERT_TRUE(source->load(2));
+    EXPECT_EQ(source->statesWithMeshes(), "12");
+}
+
+TEST_F(MovingMeshTest, StaysWhileAModelShowsIt) {
+    orv::PtrRef<UnstructGridModel> model(new UnstructGridModel);
+    model->setDataSource(source.get());
+    model->modelSpec().setStateId(1);
+    orv::Ray ray;
+    ray.setOrigin({0.2, 0.2, 9});
+    ray.setDirection({0, 0, -1});
+    HitItem hit;
+    ASSERT_TRUE(model->rayIntersect(ray, &hit));
+    source->setResultByteBudget(0);
+    model->modelSpec().setStateId(2);
+    ASSERT_TRUE(source->load(3));
+    EXPECT_EQ(source->statesWithMeshes(), "13"); // It is shown until the model is looked at again.
+    ASSERT_TRUE(model->rayIntersect(ray, &hit));
+    ASSERT_TRUE(source->load(4));
+    EXPECT_EQ(source->statesWithMeshes(), "24");
 }
 
 class CopyScalarsTest : public DataSourceLazyTest {
