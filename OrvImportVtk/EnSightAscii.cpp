@@ -3,6 +3,7 @@
 #include "OrvImportCae/CaeNumber.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace orv::imp::cae {
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::string_view STEP_BEGIN = "BEGIN TIME STEP";
 constexpr std::string_view BLANKS = " \t\r";
+constexpr std::size_t NUMBERS_AT_ONCE = 1024;
 constexpr std::size_t BYTES_OF_A_WORD = 2; // At least, with what separates it from the next one.
 
 std::string_view trimmed(std::string_view text) {
@@ -53,27 +55,34 @@ bool EnSightAscii::skipNumbers(std::string_view what, std::size_t count) {
     return eachWord(what, count, beginsNumber);
 }
 
-bool EnSightAscii::readInts(std::string_view what, std::size_t count, int lowest, int highest,
-                            std::vector<int>* numbers) {
-    numbers->clear();
-    return eachWord(what, count, [&](std::string_view word) {
+bool EnSightAscii::readIntPieces(std::string_view what, std::size_t count, int lowest, int highest,
+                                 const TakeInts& take) {
+    std::array<int, NUMBERS_AT_ONCE> piece;
+    std::size_t size = 0;
+    const bool isRead = eachWord(what, count, [&](std::string_view word) {
         std::int64_t number = 0;
         if (!readCaeInteger(word.data(), word.data() + word.size(), &number) || number < lowest || number > highest) {
             return false;
         }
-        numbers->push_back(int(number));
+        piece[size++] = int(number);
+        if (size == piece.size()) {
+            take(piece);
+            size = 0;
+        }
         return true;
     });
+    take(std::span(piece).first(size));
+    return isRead;
 }
 
-bool EnSightAscii::readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) {
-    numbers->clear();
-    return eachWord(what, count, [&](std::string_view word) {
+bool EnSightAscii::readFloatsTo(std::string_view what, std::size_t count, float* first, std::size_t stride) {
+    return eachWord(what, count, [&first, stride](std::string_view word) {
         double number = 0.0;
         if (!readCaeReal(word.data(), word.data() + word.size(), &number)) {
             return false;
         }
-        numbers->push_back(float(number));
+        *first = float(number);
+        first += stride;
         return true;
     });
 }

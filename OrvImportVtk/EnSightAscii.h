@@ -13,9 +13,9 @@ public:
     bool readText(std::string_view what, std::string* text) override;
     bool readPartNumber(int* number) override;
     bool skipNumbers(std::string_view what, std::size_t count) override;
-    bool readInts(std::string_view what, std::size_t count, int lowest, int highest,
-                  std::vector<int>* numbers) override;
-    bool readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) override;
+    bool readIntPieces(std::string_view what, std::size_t count, int lowest, int highest,
+                       const TakeInts& take) override;
+    bool readFloatsTo(std::string_view what, std::size_t count, float* first, std::size_t stride) override;
 
 private:
     bool isAtEnd() override;

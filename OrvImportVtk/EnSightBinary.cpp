@@ -73,27 +73,36 @@ bool EnSightBinary::skipNumbers(std::string_view what, std::size_t count) {
     return hasRoomFor(what, count) && readBytes(what, count * NUMBER_SIZE, nullptr);
 }
 
-bool EnSightBinary::readInts(std::string_view what, std::size_t count, int lowest, int highest,
-                             std::vector<int>* numbers) {
-    numbers->clear();
-    numbers->reserve(std::min(count, room()));
-    return eachNumber(what, count, [&](std::uint32_t bytes) {
-        const int number = std::bit_cast<int>(bytes);
-        if (number < lowest || number > highest) {
+bool EnSightBinary::readIntPieces(std::string_view what, std::size_t count, int lowest, int highest,
+                                  const TakeInts& take) {
+    const auto isWrong = [lowest, range = std::uint32_t(highest) - std::uint32_t(lowest)](int number) {
+        return std::uint32_t(number) - std::uint32_t(lowest) > range;
+    };
+    return eachPiece<int>(what, count, [&](std::span<const int> piece) {
+        std::uint32_t hasWrong = 0;
+        for (const int number : piece) {
+            hasWrong |= std::uint32_t(isWrong(number));
+        }
+        if (hasWrong) {
+            const int number = *std::find_if(piece.begin(), piece.end(), isWrong);
             return failToFindAll(m_offset, what, count,
                                  std::to_string(number) + " where " + std::to_string(lowest) + " to " +
                                      std::to_string(highest) + " are");
         }
-        numbers->push_back(number);
+        take(piece);
         return true;
     });
 }
 
-bool EnSightBinary::readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) {
-    numbers->clear();
-    numbers->reserve(std::min(count, room()));
-    return eachNumber(what, count, [&](std::uint32_t bytes) {
-        numbers->push_back(std::bit_cast<float>(bytes));
+bool EnSightBinary::readFloatsTo(std::string_view what, std::size_t count, float* first, std::size_t stride) {
+    if (stride == 1) {
+        return hasRoomFor(what, count) && readNumbers(what, count, first);
+    }
+    return eachPiece<float>(what, count, [&first, stride](std::span<const float> piece) {
+        for (std::size_t i = 0; i < piece.size(); ++i) {
+            first[i * stride] = piece[i];
+        }
+        first += piece.size() * stride;
         return true;
     });
 }
@@ -193,21 +202,30 @@ bool EnSightBinary::readBytes(std::string_view what, std::size_t count, char* by
     return true;
 }
 
-template <class TakeNumber>
-bool EnSightBinary::eachNumber(std::string_view what, std::size_t count, TakeNumber take) {
+template <class Number>
+bool EnSightBinary::readNumbers(std::string_view what, std::size_t count, Number* numbers) {
+    if (!readBytes(what, count * NUMBER_SIZE, reinterpret_cast<char*>(numbers))) {
+        return false;
+    }
+    if (m_isSwapped) {
+        std::transform(numbers, numbers + count, numbers, [](Number number) {
+            return std::bit_cast<Number>(swapped(std::bit_cast<std::uint32_t>(number)));
+        });
+    }
+    return true;
+}
+
+// Pieces that stay in the caches of a processor until they have been taken.
+template <class Number, class TakePiece>
+bool EnSightBinary::eachPiece(std::string_view what, std::size_t count, TakePiece take) {
     if (!hasRoomFor(what, count)) {
         return false;
     }
-    std::vector<std::uint32_t> numbers(std::min(count, NUMBERS_AT_ONCE));
+    std::vector<Number> numbers(std::min(count, NUMBERS_AT_ONCE));
     for (std::size_t done = 0; done < count; done += numbers.size()) {
         numbers.resize(std::min(numbers.size(), count - done));
-        if (!readBytes(what, numbers.size() * NUMBER_SIZE, reinterpret_cast<char*>(numbers.data()))) {
+        if (!readNumbers(what, numbers.size(), numbers.data()) || !take(numbers)) {
             return false;
-        }
-        for (const std::uint32_t number : numbers) {
-            if (!take(inOrder(number))) {
-                return false;
-            }
         }
     }
     return true;

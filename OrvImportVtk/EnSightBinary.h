@@ -14,9 +14,9 @@ public:
     bool readText(std::string_view what, std::string* text) override;
     bool readPartNumber(int* number) override;
     bool skipNumbers(std::string_view what, std::size_t count) override;
-    bool readInts(std::string_view what, std::size_t count, int lowest, int highest,
-                  std::vector<int>* numbers) override;
-    bool readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) override;
+    bool readIntPieces(std::string_view what, std::size_t count, int lowest, int highest,
+                       const TakeInts& take) override;
+    bool readFloatsTo(std::string_view what, std::size_t count, float* first, std::size_t stride) override;
 
 private:
     bool isAtEnd() override;
@@ -27,8 +27,10 @@ private:
     bool beginRecord(std::string_view what);
     bool endRecord();
     bool readBytes(std::string_view what, std::size_t count, char* bytes);
-    template <class TakeNumber>
-    bool eachNumber(std::string_view what, std::size_t count, TakeNumber take);
+    template <class Number>
+    bool readNumbers(std::string_view what, std::size_t count, Number* numbers);
+    template <class Number, class TakePiece>
+    bool eachPiece(std::string_view what, std::size_t count, TakePiece take);
     std::uint32_t inOrder(std::uint32_t bytes) const;
 
     std::int64_t m_offset;

@@ -4,6 +4,7 @@
 #include "OrvImportVtk/EnSightBinary.h"
 #include "OrvImportVtk/EnSightCase.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -73,6 +74,23 @@ bool EnSightFile::readCount(std::string_view what, std::size_t numbersOfEach, st
     }
     *count = std::size_t(number[0]);
     return hasRoomFor(what, *count * numbersOfEach);
+}
+
+bool EnSightFile::readInts(std::string_view what, std::size_t count, int lowest, int highest,
+                           std::vector<int>* numbers) {
+    numbers->clear();
+    numbers->reserve(std::min(count, room()));
+    return readIntPieces(what, count, lowest, highest, [numbers](std::span<const int> piece) {
+        numbers->insert(numbers->end(), piece.begin(), piece.end());
+    });
+}
+
+bool EnSightFile::readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) {
+    if (!hasRoomFor(what, count)) {
+        return false;
+    }
+    numbers->resize(count);
+    return readFloatsTo(what, count, numbers->data(), 1);
 }
 
 bool EnSightFile::failToFind(std::string_view what, std::string_view text) const {

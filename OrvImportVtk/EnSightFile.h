@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,12 +51,22 @@ public:
 
     virtual bool skipNumbers(std::string_view what, std::size_t count) = 0;
 
-    /// Whole numbers, none below `lowest` or above `highest`. Replaces the list.
-    virtual bool readInts(std::string_view what, std::size_t count, int lowest, int highest,
-                          std::vector<int>* numbers) = 0;
+    /// Gets numbers that follow one another.
+    using TakeInts = std::function<void(std::span<const int>)>;
 
-    /// Replaces the list.
-    virtual bool readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers) = 0;
+    /// Whole numbers, none below `lowest` or above `highest`, some at a time. Those before a wrong one may be given
+    /// out.
+    virtual bool readIntPieces(std::string_view what, std::size_t count, int lowest, int highest,
+                               const TakeInts& take) = 0;
+
+    /// The same as a list, which is replaced.
+    bool readInts(std::string_view what, std::size_t count, int lowest, int highest, std::vector<int>* numbers);
+
+    /// Number i goes to `first[i * stride]`.
+    virtual bool readFloatsTo(std::string_view what, std::size_t count, float* first, std::size_t stride) = 0;
+
+    /// The same as a list, which is replaced.
+    bool readFloats(std::string_view what, std::size_t count, std::vector<float>* numbers);
 
     /// Tells what was expected in place of the last text. Always false.
     bool failToFind(std::string_view what, std::string_view text) const;

@@ -12,6 +12,8 @@
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkStructuredGrid.h>
+#include <vtkTypeInt32Array.h>
+#include <vtkTypeInt64Array.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
@@ -21,8 +23,10 @@
 #include <iterator>
 #include <limits>
 #include <numeric>
+#include <span>
 #include <sstream>
 #include <string_view>
+#include <type_traits>
 
 namespace orv::imp::cae {
 namespace {
@@ -33,7 +37,6 @@ constexpr int SMALLEST = std::numeric_limits<int>::min();
 // Of a block whose nodes the file does not list, so that its size does not limit them.
 constexpr std::size_t MOST_UNLISTED_NODES = std::size_t(1) << 25;
 
-constexpr std::uint8_t SAME[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19};
 // VTK's wedges go the other way around.
 constexpr std::uint8_t WEDGE_ORDER[] = {0, 2, 1, 3, 5, 4};
 constexpr std::uint8_t WEDGE_15_ORDER[] = {0, 2, 1, 3, 5, 4, 8, 7, 6, 11, 10, 9, 12, 14, 13};
@@ -41,8 +44,8 @@ constexpr std::uint8_t WEDGE_15_ORDER[] = {0, 2, 1, 3, 5, 4, 8, 7, 6, 11, 10, 9,
 struct Type {
     std::string_view name;
     int cellType;
-    std::size_t nodeCount; ///< 0 when each element tells.
-    const std::uint8_t* order = SAME;
+    std::size_t nodeCount;               ///< 0 when each element tells.
+    const std::uint8_t* order = nullptr; ///< The file's node of each of VTK's; null when they are the same.
 };
 
 constexpr Type TYPES[] = {
@@ -65,6 +68,7 @@ constexpr Type TYPES[] = {
     {"nfaced", VTK_POLYHEDRON, 0},
 };
 
+constexpr std::size_t MOST_NODES_OF_AN_ELEMENT = 20; // Of those whose type tells.
 constexpr std::string_view GHOST_PREFIX = "g_";
 
 const Type* findType(std::string_view name) {
@@ -76,7 +80,7 @@ const Type* findType(std::string_view name) {
     return found == std::end(TYPES) ? nullptr : found;
 }
 
-std::size_t sumOf(const std::vector<int>& numbers) {
+std::size_t sumOf(std::span<const int> numbers) {
     return std::accumulate(numbers.begin(), numbers.end(), std::size_t(0),
                            [](std::size_t sum, int number) { return sum + std::size_t(number); });
 }
@@ -84,6 +88,10 @@ std::size_t sumOf(const std::vector<int>& numbers) {
 bool hasWord(const std::string& text, std::string_view word) {
     std::istringstream stream(text);
     return std::find(std::istream_iterator<std::string>(stream), {}, word) != std::istream_iterator<std::string>();
+}
+
+bool isGhost(const EnSightSection& section) {
+    return section.type.starts_with(GHOST_PREFIX);
 }
 
 vtkSmartPointer<vtkIntArray> makeIds(const char* name, const std::vector<int>& ids) {
@@ -94,19 +102,61 @@ vtkSmartPointer<vtkIntArray> makeIds(const char* name, const std::vector<int>& i
     return array;
 }
 
-/// The elements of a part while they come in.
+/// The elements of a part while they come in: those of a section, then its nodes, and then their order.
 class Cells {
 public:
-    // Nodes are counted from 1.
-    void add(const Type& type, bool isGhost, const int* nodes, std::size_t count) {
-        m_points.resize(count);
-        for (std::size_t i = 0; i < count; ++i) {
-            m_points[i] = nodes[type.nodeCount == 0 ? i : type.order[i]] - 1;
+    Cells() {
+        m_cells->Use32BitStorage();
+    }
+
+    // `nodeCounts` has that of each element when their type does not tell; polyhedra get none.
+    void add(const Type& type, bool isGhost, std::size_t count, std::span<const int> nodeCounts) {
+        const vtkIdType first = m_cells->GetNumberOfCells();
+        const std::size_t nodes = m_nodeCount + (type.nodeCount > 0 ? count * type.nodeCount : sumOf(nodeCounts));
+        if (nodes > std::size_t(LARGEST)) {
+            m_cells->ConvertTo64BitStorage();
         }
-        m_cells->InsertNextCell(vtkIdType(count), m_points.data());
-        m_types->InsertNextValue(static_cast<unsigned char>(type.cellType));
-        m_ghosts->InsertNextValue(isGhost ? vtkDataSetAttributes::DUPLICATECELL : 0);
+        m_cells->ResizeExact(first + vtkIdType(count), vtkIdType(nodes));
+        m_cells->Visit([&](auto& lists) {
+            auto* offsets = lists.GetOffsets()->GetPointer(first);
+            auto end = *offsets;
+            for (std::size_t e = 0; e < count; ++e) {
+                end += nodeCounts.empty() ? int(type.nodeCount) : nodeCounts[e];
+                offsets[e + 1] = end;
+            }
+        });
+        std::fill_n(m_types->WritePointer(first, vtkIdType(count)), count, static_cast<unsigned char>(type.cellType));
+        std::fill_n(m_ghosts->WritePointer(first, vtkIdType(count)), count,
+                    isGhost ? static_cast<unsigned char>(vtkDataSetAttributes::DUPLICATECELL) : 0);
         m_hasGhosts = m_hasGhosts || isGhost;
+    }
+
+    // They are counted from 1.
+    void addNodes(std::span<const int> nodes) {
+        m_cells->Visit([&](auto& lists) {
+            auto* points = lists.GetConnectivity()->GetPointer(vtkIdType(m_nodeCount));
+            for (std::size_t i = 0; i < nodes.size(); ++i) {
+                points[i] = nodes[i] - 1;
+            }
+        });
+        m_nodeCount += nodes.size();
+    }
+
+    // Of the last elements.
+    void order(const Type& type, std::size_t count) {
+        if (!type.order) {
+            return;
+        }
+        m_cells->Visit([&](auto& lists) {
+            auto* points = lists.GetConnectivity()->GetPointer(vtkIdType(m_nodeCount - count * type.nodeCount));
+            std::array<std::remove_pointer_t<decltype(points)>, MOST_NODES_OF_AN_ELEMENT> given;
+            for (std::size_t e = 0; e < count; ++e, points += type.nodeCount) {
+                std::copy_n(points, type.nodeCount, given.begin());
+                for (std::size_t i = 0; i < type.nodeCount; ++i) {
+                    points[i] = given[type.order[i]];
+                }
+            }
+        });
     }
 
     void addIds(const std::vector<int>& ids) {
@@ -129,8 +179,8 @@ private:
     vtkNew<vtkUnsignedCharArray> m_types;
     vtkNew<vtkUnsignedCharArray> m_ghosts;
     bool m_hasGhosts = false;
+    std::size_t m_nodeCount = 0; ///< Of all elements whose nodes have come.
     std::vector<int> m_ids;
-    std::vector<vtkIdType> m_points;
 };
 
 class Reader {
@@ -252,20 +302,15 @@ private:
     bool readPoints(std::size_t count, vtkPointSet* grid) {
         constexpr const char* WHAT[] = {"x coordinates", "y coordinates", "z coordinates"};
         vtkNew<vtkPoints> points; // Of floats.
+        if (!m_file.hasRoomFor(WHAT[0], count)) {
+            return false;
+        }
         points->SetNumberOfPoints(m_isWhole ? vtkIdType(count) : 0);
         float* values = static_cast<float*>(points->GetVoidPointer(0));
         for (std::size_t axis = 0; axis < 3; ++axis) {
-            if (!m_isWhole) {
-                if (!m_file.skipNumbers(WHAT[axis], count)) {
-                    return false;
-                }
-                continue;
-            }
-            if (!m_file.readFloats(WHAT[axis], count, &m_floats)) {
+            if (!(m_isWhole ? m_file.readFloatsTo(WHAT[axis], count, values + axis, 3)
+                            : m_file.skipNumbers(WHAT[axis], count))) {
                 return false;
-            }
-            for (std::size_t i = 0; i < count; ++i) {
-                values[3 * i + axis] = m_floats[i];
             }
         }
         grid->SetPoints(points);
@@ -305,16 +350,15 @@ private:
         if (!m_isWhole) {
             return m_file.skipNumbers(section.type, sum);
         }
-        if (!m_file.readInts(section.type, sum, 1, nodeCount, &m_ints)) {
+        if (!m_file.hasRoomFor(section.type, sum)) {
             return false;
         }
-        const bool isGhost = section.type.starts_with(GHOST_PREFIX);
-        const int* nodes = m_ints.data();
-        for (std::size_t e = 0; e < section.elementCount; ++e) {
-            const std::size_t count = type.nodeCount == 0 ? std::size_t(counts[e]) : type.nodeCount;
-            cells->add(type, isGhost, nodes, count);
-            nodes += count;
+        cells->add(type, isGhost(section), section.elementCount, counts);
+        if (!m_file.readIntPieces(section.type, sum, 1, nodeCount,
+                                  [cells](std::span<const int> nodes) { cells->addNodes(nodes); })) {
+            return false;
         }
+        cells->order(type, section.elementCount);
         return true;
     }
 
@@ -326,8 +370,8 @@ private:
             !m_file.skipNumbers(section.type, sumOf(nodes))) {
             return false;
         }
-        for (std::size_t e = 0; m_isWhole && e < section.elementCount; ++e) {
-            cells->add(type, section.type.starts_with(GHOST_PREFIX), nullptr, 0);
+        if (m_isWhole) {
+            cells->add(type, isGhost(section), section.elementCount, {});
         }
         return true;
     }

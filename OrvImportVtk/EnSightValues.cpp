@@ -13,13 +13,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <string>
 
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::uint8_t SAME[] = {0, 1, 2, 3, 4, 5, 6, 7, 8};
 constexpr std::uint8_t SYMMETRIC[] = {0, 1, 2, 3, 5, 4};
 
 class Reader {
@@ -69,9 +69,9 @@ private:
         array->SetName(m_variable.name.c_str());
         array->SetNumberOfComponents(m_variable.componentCount);
         array->SetNumberOfTuples(isPerNode ? part->data->GetNumberOfPoints() : part->data->GetNumberOfCells());
-        array->Fill(std::numeric_limits<float>::quiet_NaN());
         attributes->AddArray(array);
         m_values = array->GetPointer(0);
+        std::fill_n(m_values, array->GetNumberOfValues(), std::numeric_limits<float>::quiet_NaN());
         if (!next()) {
             return false;
         }
@@ -108,7 +108,7 @@ private:
     // The keyword is the expected one, alone or with "undef" or "partial" behind it.
     bool readItems(const std::string& expected, std::size_t count) {
         if (m_keyword == expected) {
-            return readComponents(count, nullptr);
+            return readComponents(count);
         }
         if (m_keyword == expected + " undef") {
             return m_file.readFloats("the value that is undefined", 1, &m_floats) && readDefined(count, m_floats[0]);
@@ -119,27 +119,43 @@ private:
         std::size_t partCount = 0;
         std::vector<int> items;
         return m_file.readCount("indexes", 1, &partCount) &&
-               m_file.readInts("indexes", partCount, 1, int(count), &items) && readComponents(items.size(), &items);
+               m_file.readInts("indexes", partCount, 1, int(count), &items) && readComponentsOf(items);
     }
 
-    // One component after the other, of the first items or of these, which are counted from 1.
-    bool readComponents(std::size_t count, const std::vector<int>* items) {
-        const std::size_t width = std::size_t(m_variable.componentCount);
-        const std::uint8_t* order = width == 6 ? SYMMETRIC : SAME;
-        for (std::size_t c = 0; c < width; ++c) {
-            if (!m_file.readFloats("values", count, &m_floats)) {
+    // One component after the other.
+    bool readComponents(std::size_t count) {
+        for (std::size_t c = 0; c < width(); ++c) {
+            if (!m_file.readFloatsTo("values", count, m_values + placeOf(c), width())) {
                 return false;
-            }
-            for (std::size_t i = 0; i < count; ++i) {
-                const std::size_t item = items ? std::size_t((*items)[i]) - 1 : i;
-                m_values[item * width + order[c]] = m_floats[i];
             }
         }
         return true;
     }
 
+    // The same of these items, which are counted from 1.
+    bool readComponentsOf(const std::vector<int>& items) {
+        for (std::size_t c = 0; c < width(); ++c) {
+            if (!m_file.readFloats("values", items.size(), &m_floats)) {
+                return false;
+            }
+            for (std::size_t i = 0; i < items.size(); ++i) {
+                m_values[(std::size_t(items[i]) - 1) * width() + placeOf(c)] = m_floats[i];
+            }
+        }
+        return true;
+    }
+
+    std::size_t width() const {
+        return std::size_t(m_variable.componentCount);
+    }
+
+    // Where VTK has a component of the file's.
+    std::size_t placeOf(std::size_t component) const {
+        return width() == std::size(SYMMETRIC) ? SYMMETRIC[component] : component;
+    }
+
     bool readDefined(std::size_t count, float undefined) {
-        if (!readComponents(count, nullptr)) {
+        if (!readComponents(count)) {
             return false;
         }
         std::replace(m_values, m_values + count * std::size_t(m_variable.componentCount), undefined,
