@@ -11,6 +11,10 @@ namespace {
 
 constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
 
+bool failToHold(const std::string& path, std::uint64_t count, ug::Error* error) {
+    return ug::fail(error, Str("'" + path + "' does not hold the expected " + std::to_string(count) + " numbers"));
+}
+
 herr_t takeDescription(unsigned int, const H5E_error2_t* error, void* text) {
     *static_cast<std::string*>(text) = error->desc;
     return 1; // Stops at the first, which is the cause of the others.
@@ -22,12 +26,29 @@ std::string lastCause() {
     return text;
 }
 
-herr_t addName(hid_t, const char* name, const H5L_info_t* link, void* names) {
-    if (link->type == H5L_TYPE_HARD || link->type == H5L_TYPE_SOFT) {
-        static_cast<std::vector<std::string>*>(names)->push_back(name);
-    }
-    return 0;
+bool failToRead(const std::string& path, ug::Error* error) {
+    return ug::fail(error, Str("'" + path + "' cannot be read: " + lastCause()));
 }
+
+/// What a group has. They are sorted here: HDF5 runs over damaged lists that it has to sort.
+struct Links {
+    explicit Links(hid_t group) {
+        if (group >= 0) {
+            H5Literate(group, H5_INDEX_NAME, H5_ITER_NATIVE, nullptr, add, this);
+        }
+        std::sort(own.begin(), own.end());
+        std::sort(elsewhere.begin(), elsewhere.end());
+    }
+
+    static herr_t add(hid_t, const char* name, const H5L_info_t* link, void* links) {
+        const bool isOwn = link->type == H5L_TYPE_HARD || link->type == H5L_TYPE_SOFT;
+        (isOwn ? static_cast<Links*>(links)->own : static_cast<Links*>(links)->elsewhere).emplace_back(name);
+        return 0;
+    }
+
+    std::vector<std::string> own;
+    std::vector<std::string> elsewhere; ///< In other files.
+};
 
 std::vector<std::uint64_t> sizesOf(hid_t space) {
     hsize_t sizes[H5S_MAX_RANK] = {};
@@ -41,11 +62,31 @@ bool isNumeric(hid_t type) {
     return kind == H5T_INTEGER || kind == H5T_FLOAT;
 }
 
+// Of this file. To ask for more than that takes HDF5 long.
+bool isInOneBlock(hid_t set) {
+    return H5Dget_offset(set) != HADDR_UNDEF;
+}
+
+// As many numbers as whole chunks have, if there are any, so that none is read twice.
+hsize_t numbersAtOnce(hid_t set) {
+    constexpr hsize_t USUAL = hsize_t(1) << 16;
+    hsize_t chunk = 1;
+    if (!isInOneBlock(set)) {
+        const HdfId properties(H5Dget_create_plist(set), H5Pclose);
+        if (H5Pget_layout(properties) == H5D_CHUNKED && (H5Pget_chunk(properties, 1, &chunk) != 1 || chunk == 0)) {
+            return USUAL;
+        }
+    }
+    return chunk < USUAL ? USUAL / chunk * chunk : chunk;
+}
+
 // No more memory is asked for than a file of this size can fill.
 bool isThere(hid_t set, hid_t space, std::size_t itemSize, std::uint64_t fileSize) {
-    const HdfId properties(H5Dget_create_plist(set), H5Pclose);
-    if (properties < 0 || H5Pget_layout(properties) == H5D_VIRTUAL || H5Pget_external_count(properties) != 0) {
-        return false;
+    if (!isInOneBlock(set)) {
+        const HdfId properties(H5Dget_create_plist(set), H5Pclose);
+        if (properties < 0 || H5Pget_layout(properties) == H5D_VIRTUAL || H5Pget_external_count(properties) != 0) {
+            return false;
+        }
     }
     const hssize_t count = H5Sget_simple_extent_npoints(space);
     const std::uint64_t stored = std::min<std::uint64_t>(H5Dget_storage_size(set), fileSize);
@@ -80,18 +121,14 @@ bool HdfFile::hasGroup(const std::string& path) const {
     return HdfId(H5Gopen2(m_id, path.c_str(), H5P_DEFAULT), H5Gclose) >= 0;
 }
 
-// They are sorted here: HDF5 runs over damaged lists that it has to sort.
-std::vector<std::string> HdfFile::dataSets(const std::string& group) const {
+std::vector<std::string> HdfFile::names(const std::string& group) const {
     const HdfSilence silence;
-    std::vector<std::string> names;
-    const HdfId id(H5Gopen2(m_id, group.c_str(), H5P_DEFAULT), H5Gclose);
-    if (id >= 0) {
-        H5Literate(id, H5_INDEX_NAME, H5_ITER_NATIVE, nullptr, addName, &names);
-    }
-    std::erase_if(
-        names, [&](const std::string& name) { return HdfId(H5Dopen2(id, name.c_str(), H5P_DEFAULT), H5Dclose) < 0; });
-    std::sort(names.begin(), names.end());
-    return names;
+    return Links(HdfId(H5Gopen2(m_id, group.c_str(), H5P_DEFAULT), H5Gclose)).own;
+}
+
+std::vector<std::string> HdfFile::namesElsewhere(const std::string& group) const {
+    const HdfSilence silence;
+    return Links(HdfId(H5Gopen2(m_id, group.c_str(), H5P_DEFAULT), H5Gclose)).elsewhere;
 }
 
 std::optional<HdfShape> HdfFile::shape(const std::string& path) const {
@@ -151,6 +188,30 @@ bool HdfFile::read(const std::string& path, std::span<unsigned char> values, ug:
     return readValues(path, H5T_NATIVE_UCHAR, values.size(), values.data(), error);
 }
 
+bool HdfFile::readPieces(const std::string& path, std::uint64_t count, const TakeNumbers& take,
+                         ug::Error* error) const {
+    const HdfSilence silence;
+    const HdfId set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
+    const HdfId space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
+    if (space < 0 || H5Sget_simple_extent_ndims(space) != 1 || H5Sget_simple_extent_npoints(space) != hssize_t(count)) {
+        return failToHold(path, count, error);
+    }
+    std::vector<long long> numbers(std::min<hsize_t>(count, numbersAtOnce(set)));
+    for (hsize_t first = 0; first < count; first += numbers.size()) {
+        numbers.resize(std::min<hsize_t>(numbers.size(), count - first));
+        const hsize_t size = numbers.size();
+        const HdfId memory(H5Screate_simple(1, &size, nullptr), H5Sclose);
+        if (memory < 0 || H5Sselect_hyperslab(space, H5S_SELECT_SET, &first, nullptr, &size, nullptr) < 0 ||
+            H5Dread(set, H5T_NATIVE_LLONG, memory, space, H5P_DEFAULT, numbers.data()) < 0) {
+            return failToRead(path, error);
+        }
+        if (!take(numbers)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 bool HdfFile::readBlock(const std::string& path, std::span<const std::size_t> start, std::span<const std::size_t> count,
                         double* values) const {
     return readBlock(path, start, count, H5T_NATIVE_DOUBLE, values);
@@ -193,10 +254,9 @@ bool HdfFile::readValues(const std::string& path, std::int64_t type, std::size_t
     const HdfId set(H5Dopen2(m_id, path.c_str(), H5P_DEFAULT), H5Dclose);
     const HdfId space(set < 0 ? -1 : H5Dget_space(set), H5Sclose);
     if (space < 0 || H5Sget_simple_extent_npoints(space) != hssize_t(count)) {
-        return ug::fail(error, Str("'" + path + "' does not hold the expected " + std::to_string(count) + " numbers"));
+        return failToHold(path, count, error);
     }
-    return count == 0 || H5Dread(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values) >= 0 ||
-           ug::fail(error, Str("'" + path + "' cannot be read: " + lastCause()));
+    return count == 0 || H5Dread(set, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values) >= 0 || failToRead(path, error);
 }
 
 } // namespace orv::imp::cae

@@ -3,6 +3,7 @@
 #include "OrvUnstructGrid/Error.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -33,8 +34,12 @@ public:
 
     bool hasGroup(const std::string& path) const;
 
-    /// The data sets of a group by name, without the way to it. What is kept in other files is not among them.
-    std::vector<std::string> dataSets(const std::string& group) const;
+    /// The names of what a group has, data sets and other things, without the way to them. What is kept in other files
+    /// is not among them.
+    std::vector<std::string> names(const std::string& group) const;
+
+    /// Those of what a group has in other files, which is not looked at.
+    std::vector<std::string> namesElsewhere(const std::string& group) const;
 
     /// Null when there is no such data set.
     std::optional<HdfShape> shape(const std::string& path) const;
@@ -52,6 +57,13 @@ public:
     bool read(const std::string& path, std::span<long long> values, ug::Error* error) const;
     bool read(const std::string& path, std::span<unsigned char> values, ug::Error* error) const;
     /// @}
+
+    /// Gets numbers that follow one another; false ends the reading.
+    using TakeNumbers = std::function<bool(std::span<const long long>)>;
+
+    /// All numbers of a list, of which there must be exactly so many, some at a time: what takes them finds them in the
+    /// caches of a processor. False without a text when `take` says so.
+    bool readPieces(const std::string& path, std::uint64_t count, const TakeNumbers& take, ug::Error* error) const;
 
     /// Some values of a data set: so many along each index from a start on. False when they are not there.
     /// @{

@@ -11,6 +11,8 @@
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
+#include <vtkTypeInt32Array.h>
+#include <vtkTypeInt64Array.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
@@ -20,12 +22,15 @@
 #include <iterator>
 #include <limits>
 #include <new>
+#include <numeric>
+#include <type_traits>
 
 namespace orv::imp::cae {
 namespace {
 
 constexpr const char* ROOT = "VTKHDF";
 constexpr double LATEST_VERSION = 2; // The second changed nothing of grids and images without steps.
+constexpr const char* NOT_IN_FILE = "its values are not in this file";
 constexpr const char* ID_NAMES[] = {"GlobalIds", "GlobalPointIds", "GlobalCellIds"};
 
 std::string pathOf(const std::string& name) {
@@ -56,6 +61,56 @@ int componentCount(const HdfShape& shape, const std::vector<std::uint64_t>& item
     }
     const std::uint64_t count = product(std::span(shape.sizes).subspan(items.size()));
     return count <= MOST ? int(count) : 0;
+}
+
+/// Numbers that pieces have one after the other.
+class Pieces {
+public:
+    struct Run {
+        std::size_t piece;
+        bool isFirst; ///< Of the piece.
+        bool isLast;
+        std::span<const long long> numbers;
+    };
+
+    /// @param counts of each piece
+    explicit Pieces(const std::vector<long long>& counts) : m_counts(counts) {}
+
+    /// Goes on with these numbers.
+    template <class Take>
+    bool each(std::span<const long long> numbers, Take take) {
+        while (!numbers.empty()) {
+            const std::size_t left = std::size_t(m_counts[m_piece]) - m_done;
+            const std::size_t size = std::min(left, numbers.size());
+            if (size > 0 && !take(Run{m_piece, m_done == 0, size == left, numbers.first(size)})) {
+                return false;
+            }
+            numbers = numbers.subspan(size);
+            m_done = size == left ? 0 : m_done + size;
+            m_piece += size == left;
+        }
+        return true;
+    }
+
+private:
+    const std::vector<long long>& m_counts;
+    std::size_t m_piece = 0;
+    std::size_t m_done = 0; ///< Of its numbers.
+};
+
+/// Copies numbers, adding to each, by steps that processors take several of at once. False when one is negative or not
+/// below the count, which a Number can hold.
+template <class Number>
+bool copyShifted(std::span<const long long> numbers, std::uint64_t count, Number shift, Number* to) {
+    using Bits = std::make_unsigned_t<Number>;
+    std::uint64_t bits = 0;
+    Number largest = 0;
+    for (const long long number : numbers) {
+        bits |= std::uint64_t(number);
+        largest = std::max(largest, Number(number));
+        *to++ = Number(Bits(number) + Bits(shift));
+    }
+    return bits <= std::uint64_t(std::numeric_limits<Number>::max()) && std::uint64_t(largest) < count;
 }
 
 template <class Array, class Number>
@@ -191,7 +246,13 @@ bool HdfSource::listArrays(Attributes* attributes, VtkContents* contents) {
     const std::string group = pathOf(attributes->group);
     const std::optional<std::string> ids = m_file->text(group, "GlobalIds");
     bool hasAny = false;
-    for (const std::string& name : m_file->dataSets(group)) {
+    const auto leaveOut = [contents](const std::string& name, const std::string& reason) {
+        contents->warnings.push_back("array '" + name + "' is left out: " + reason);
+    };
+    for (const std::string& name : m_file->namesElsewhere(group)) {
+        leaveOut(name, NOT_IN_FILE);
+    }
+    for (const std::string& name : m_file->names(group)) {
         const std::optional<HdfShape> shape = m_file->shape(group + "/" + name);
         if (!shape) {
             continue;
@@ -201,10 +262,9 @@ bool HdfSource::listArrays(Attributes* attributes, VtkContents* contents) {
             components = componentCount(*shape, attributes->flatSizes);
         }
         if (!shape->isThere || components == 0) {
-            contents->warnings.push_back("array '" + name + "' is left out: " +
-                                         (shape->isThere ? "it has " + textOf(shape->sizes) + " values for " +
-                                                               textOf(attributes->sizes) + " items"
-                                                         : "its values are not in this file"));
+            leaveOut(name, shape->isThere ? "it has " + textOf(shape->sizes) + " values for " +
+                                                textOf(attributes->sizes) + " items"
+                                          : NOT_IN_FILE);
             continue;
         }
         hasAny = true;
@@ -264,55 +324,85 @@ vtkSmartPointer<vtkDataSet> HdfSource::readGrid(ug::Error* error) const {
     return grid;
 }
 
+// VTK counts in 32 bits where that does: less goes through memory.
 bool HdfSource::readCells(vtkUnstructuredGrid* grid, ug::Error* error) const {
-    const std::size_t count = m_cells.sizes[0];
-    const auto types = readNumbers<vtkUnsignedCharArray, unsigned char>(*m_file, pathOf("Types"), 1, count, error);
-    const auto ids =
-        readNumbers<vtkIdTypeArray, vtkIdType>(*m_file, pathOf("Connectivity"), 1, std::size_t(m_idCount), error);
-    std::vector<long long> pieceOffsets(count + m_pieceCells.size());
-    if (!types || !ids || !m_file->read(pathOf("Offsets"), std::span(pieceOffsets), error)) {
-        return false;
-    }
-    vtkNew<vtkIdTypeArray> offsets;
-    offsets->SetNumberOfTuples(vtkIdType(count) + 1);
-    if (!joinPieces(pieceOffsets, {offsets->GetPointer(0), count + 1}, {ids->GetPointer(0), std::size_t(m_idCount)},
-                    error)) {
-        return false;
-    }
+    constexpr long long LARGEST = std::numeric_limits<std::int32_t>::max();
+    const auto types =
+        readNumbers<vtkUnsignedCharArray, unsigned char>(*m_file, pathOf("Types"), 1, m_cells.sizes[0], error);
+    const bool areFew = std::max<long long>(m_idCount, static_cast<long long>(m_points.sizes[0])) <= LARGEST;
     vtkNew<vtkCellArray> cells;
-    cells->SetData(offsets, ids);
+    if (!types || !(areFew ? readLists<vtkTypeInt32Array>(cells, error) : readLists<vtkTypeInt64Array>(cells, error))) {
+        return false;
+    }
     grid->SetCells(types, cells);
     return true;
 }
 
-// Offsets and points of cells count from 0 in each piece.
-bool HdfSource::joinPieces(std::span<const long long> pieceOffsets, std::span<long long> offsets,
-                           std::span<long long> ids, ug::Error* error) const {
-    const long long* from = pieceOffsets.data();
-    long long* to = offsets.data();
-    long long* id = ids.data();
-    long long firstPoint = 0;
-    *to++ = 0;
-    for (std::size_t p = 0; p < m_pieceCells.size(); ++p) {
-        const long long* last = from + m_pieceCells[p];
-        if (*from != 0 || *last != m_pieceIds[p] || !std::is_sorted(from, last + 1)) {
-            return ug::fail(error, Str("piece " + std::to_string(p) + ": its Offsets do not ascend from 0 to " +
-                                       std::to_string(m_pieceIds[p])));
-        }
-        const long long firstId = id - ids.data();
-        to = std::transform(from + 1, last + 1, to, [firstId](long long offset) { return firstId + offset; });
-        from = last + 1;
-        for (const long long* end = id + m_pieceIds[p]; id != end; ++id) {
-            if (*id < 0 || *id >= m_piecePoints[p]) {
-                return ug::fail(error, Str("piece " + std::to_string(p) + ": its Connectivity has the point " +
-                                           std::to_string(*id) + ", and it has " + std::to_string(m_piecePoints[p]) +
-                                           " points"));
-            }
-            *id += firstPoint;
-        }
-        firstPoint += m_piecePoints[p];
+template <class Array>
+bool HdfSource::readLists(vtkCellArray* cells, ug::Error* error) const {
+    vtkNew<Array> offsets;
+    vtkNew<Array> ids;
+    offsets->SetNumberOfValues(vtkIdType(m_cells.sizes[0]) + 1);
+    ids->SetNumberOfValues(m_idCount);
+    if (!readOffsets(offsets->GetPointer(0), error) || !readIds(ids->GetPointer(0), error)) {
+        return false;
     }
+    cells->SetData(offsets.Get(), ids.Get());
     return true;
+}
+
+// They count from 0 in each piece, where there is one more than cells.
+template <class Number>
+bool HdfSource::readOffsets(Number* offsets, ug::Error* error) const {
+    std::vector<long long> counts = m_pieceCells;
+    std::for_each(counts.begin(), counts.end(), [](long long& count) { ++count; });
+    Pieces pieces(counts);
+    std::uint64_t firstId = 0;
+    long long last = 0;
+    bool isAscending = true;
+    *offsets++ = 0;
+    const auto take = [&](Pieces::Run run) {
+        if (run.isFirst) {
+            isAscending = run.numbers[0] == 0;
+            run.numbers = run.numbers.subspan(1);
+            last = 0;
+        }
+        for (const long long offset : run.numbers) {
+            isAscending &= offset >= last;
+            last = offset;
+            *offsets++ = Number(firstId + std::uint64_t(offset)); // Damaged ones may be large.
+        }
+        firstId += run.isLast ? std::uint64_t(last) : 0;
+        return (isAscending && (!run.isLast || last == m_pieceIds[run.piece])) ||
+               ug::fail(error, Str("piece " + std::to_string(run.piece) + ": its Offsets do not ascend from 0 to " +
+                                   std::to_string(m_pieceIds[run.piece])));
+    };
+    return m_file->readPieces(
+        pathOf("Offsets"), m_cells.sizes[0] + counts.size(),
+        [&](std::span<const long long> numbers) { return pieces.each(numbers, take); }, error);
+}
+
+// They count from 0 in each piece, too.
+template <class Number>
+bool HdfSource::readIds(Number* ids, ug::Error* error) const {
+    Pieces pieces(m_pieceIds);
+    std::vector<std::uint64_t> firstPoints(m_piecePoints.size());
+    std::exclusive_scan(m_piecePoints.begin(), m_piecePoints.end(), firstPoints.begin(), std::uint64_t(0));
+    const auto take = [&](const Pieces::Run& run) {
+        const auto pointCount = std::uint64_t(m_piecePoints[run.piece]);
+        if (!copyShifted(run.numbers, pointCount, Number(firstPoints[run.piece]), ids)) {
+            const auto other = std::ranges::find_if(
+                run.numbers, [pointCount](long long id) { return std::uint64_t(id) >= pointCount; });
+            return ug::fail(error,
+                            Str("piece " + std::to_string(run.piece) + ": its Connectivity has the point " +
+                                std::to_string(*other) + ", and it has " + std::to_string(pointCount) + " points"));
+        }
+        ids += run.numbers.size();
+        return true;
+    };
+    return m_file->readPieces(
+        pathOf("Connectivity"), std::uint64_t(m_idCount),
+        [&](std::span<const long long> numbers) { return pieces.each(numbers, take); }, error);
 }
 
 vtkSmartPointer<vtkDataSet> HdfSource::makeImage() const {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+class vtkCellArray;
 class vtkDataSetAttributes;
 class vtkDataSet;
 class vtkUnstructuredGrid;
@@ -50,8 +51,12 @@ private:
     vtkSmartPointer<vtkDataSet> readGrid(ug::Error* error) const;
     vtkSmartPointer<vtkDataSet> makeImage() const;
     bool readCells(vtkUnstructuredGrid* grid, ug::Error* error) const;
-    bool joinPieces(std::span<const long long> pieceOffsets, std::span<long long> offsets, std::span<long long> ids,
-                    ug::Error* error) const;
+    template <class Array>
+    bool readLists(vtkCellArray* cells, ug::Error* error) const;
+    template <class Number>
+    bool readOffsets(Number* offsets, ug::Error* error) const;
+    template <class Number>
+    bool readIds(Number* ids, ug::Error* error) const;
     bool readMarks(const Attributes& attributes, vtkDataSetAttributes* into, ug::Error* error) const;
     bool readArray(std::size_t index, vtkDataSet* into, ug::Error* error) const;
 

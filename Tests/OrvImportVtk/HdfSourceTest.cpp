@@ -198,7 +198,8 @@ TEST(HdfSource, ArraysThatFitNothingAreTold) {
         H5Lcreate_external("b.vtkhdf", "VTKHDF/Points", file, "VTKHDF/PointData/Elsewhere", H5P_DEFAULT, H5P_DEFAULT);
     });
     EXPECT_THAT(changed.warnings(),
-                testing::ElementsAre(": array 'Nowhere' is left out: its values are not in this file",
+                testing::ElementsAre(": array 'Elsewhere' is left out: its values are not in this file",
+                                     ": array 'Nowhere' is left out: its values are not in this file",
                                      ": array 'Wide' is left out: its values are not in this file",
                                      ": array 'Eight' is left out: it has 8 values for 7 items"));
     EXPECT_EQ(changed.whyNot(), "");
