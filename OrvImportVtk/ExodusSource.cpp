@@ -107,26 +107,56 @@ bool ExodusSource::open(const std::string& filename, VtkContents* contents, ug::
 
 vtkSmartPointer<vtkDataObject> ExodusSource::read(std::size_t step, std::span<const std::size_t> arrays,
                                                   ug::Error* error) {
-    std::vector<Piece> pieces;
-    if (!readMesh(&pieces, error)) {
+    Grids grids;
+    if (!readMesh(&grids, error)) {
         return nullptr;
     }
     for (const std::size_t array : arrays) {
-        if (!(m_arrays[array].mapping == ug::PER_NODE ? addNodeValues(step, array, pieces, error)
-                                                      : addElementValues(step, array, pieces, error))) {
+        if (!(m_arrays[array].mapping == ug::PER_NODE ? addNodeValues(step, array, grids, error)
+                                                      : addElementValues(step, array, grids, error))) {
             return nullptr;
         }
     }
     auto output = vtkSmartPointer<vtkMultiBlockDataSet>::New();
-    output->SetNumberOfBlocks(unsigned(pieces.size()));
-    for (unsigned b = 0; b < pieces.size(); ++b) {
-        output->SetBlock(b, pieces[b].grid);
+    output->SetNumberOfBlocks(unsigned(grids.size()));
+    for (unsigned b = 0; b < grids.size(); ++b) {
+        output->SetBlock(b, grids[b]);
         output->GetMetaData(b)->Set(vtkCompositeDataSet::NAME(), m_blocks[b].name.c_str());
     }
     return output;
 }
 
-// Nothing is kept.
+// Parts are blocks, in the same order.
+bool ExodusSource::readNumber(std::size_t step, std::size_t array, std::size_t part, std::size_t item,
+                              double* number) const {
+    const Block& block = m_blocks[part];
+    const auto readOne = [&](const std::string& name, const NetCdfFile::Shape& place, std::size_t count) {
+        const NetCdfFile::Shape shape = m_file->shape(name);
+        std::vector<double> numbers;
+        if (shape.empty() || shape.back() != count || !m_file->read(name, place, {}, &numbers)) {
+            return false;
+        }
+        *number = numbers[0];
+        return true;
+    };
+    if (m_arrays[array].mapping == ug::PER_NODE) {
+        if (item >= block.nodes.size()) {
+            return false;
+        }
+        const std::size_t variable = m_variables[array];
+        const std::size_t node = std::size_t(block.nodes[item]);
+        return readOne("vals_nod_var" + std::to_string(variable + 1), {step, node}, m_nodeCount) ||
+               readOne("vals_nod_var", {step, variable, node}, m_nodeCount);
+    }
+    const std::string name = elementVariable(array, block);
+    if (!m_file->has(name)) {
+        *number = std::numeric_limits<double>::quiet_NaN();
+        return true;
+    }
+    return readOne(name, {step, item}, block.elementCount);
+}
+
+// Nothing is kept but which nodes are points.
 void ExodusSource::release() {}
 
 // The parts are in the order of the blocks' ids, and the elements are numbered in the order of the file.
@@ -228,7 +258,7 @@ bool ExodusSource::isPlausible(std::size_t count) const {
     return count <= m_file->size() / 4;
 }
 
-bool ExodusSource::readMesh(std::vector<Piece>* pieces, ug::Error* error) const {
+bool ExodusSource::readMesh(Grids* grids, ug::Error* error) {
     std::vector<double> axes[3];
     if (!readCoordinates(axes, error)) {
         return false;
@@ -236,9 +266,8 @@ bool ExodusSource::readMesh(std::vector<Piece>* pieces, ug::Error* error) const 
     const std::vector<long long> nodeIds = readIds("node_num_map", m_nodeCount);
     const std::vector<long long> elementIds = readIds("elem_num_map", m_elementCount);
     std::vector<int> indexes(m_nodeCount, 0);
-    for (const Block& block : m_blocks) {
-        Piece& piece = pieces->emplace_back();
-        piece.grid = vtkSmartPointer<vtkUnstructuredGrid>::New();
+    for (Block& block : m_blocks) {
+        const auto grid = grids->emplace_back(vtkSmartPointer<vtkUnstructuredGrid>::New());
         Connectivity nodes;
         if (block.elementCount == 0) {
             continue;
@@ -246,16 +275,16 @@ bool ExodusSource::readMesh(std::vector<Piece>* pieces, ug::Error* error) const 
         if (!readConnectivity(block, &nodes, error)) {
             return false;
         }
-        piece.nodes = nodesOf(nodes.numbers);
-        for (std::size_t i = 0; i < piece.nodes.size(); ++i) {
-            indexes[std::size_t(piece.nodes[i])] = int(i);
+        block.nodes = nodesOf(nodes.numbers);
+        for (std::size_t i = 0; i < block.nodes.size(); ++i) {
+            indexes[std::size_t(block.nodes[i])] = int(i);
         }
-        setCells(block, nodes, indexes, piece.grid);
-        piece.grid->SetPoints(pointsOf(piece.nodes, axes));
-        setIds(piece.grid->GetPointData(), piece.nodes, nodeIds);
+        setCells(block, nodes, indexes, grid);
+        grid->SetPoints(pointsOf(block.nodes, axes));
+        setIds(grid->GetPointData(), block.nodes, nodeIds);
         std::vector<int> elements(block.elementCount);
         std::iota(elements.begin(), elements.end(), int(block.firstElement));
-        setIds(piece.grid->GetCellData(), elements, elementIds);
+        setIds(grid->GetCellData(), elements, elementIds);
     }
     return true;
 }
@@ -295,8 +324,7 @@ bool ExodusSource::readConnectivity(const Block& block, Connectivity* nodes, ug:
            ug::fail(error, Str("block " + inQuotes(block.name) + " does not tell how many nodes each element has"));
 }
 
-bool ExodusSource::addNodeValues(std::size_t step, std::size_t array, std::span<const Piece> pieces,
-                                 ug::Error* error) const {
+bool ExodusSource::addNodeValues(std::size_t step, std::size_t array, const Grids& grids, ug::Error* error) const {
     const std::string& name = m_arrays[array].name;
     const std::size_t variable = m_variables[array];
     std::vector<double> values;
@@ -305,22 +333,22 @@ bool ExodusSource::addNodeValues(std::size_t step, std::size_t array, std::span<
         return ug::fail(
             error, Str("has no values of " + inQuotes(name) + " for its " + std::to_string(m_nodeCount) + " nodes"));
     }
-    for (const Piece& piece : pieces) {
-        const vtkSmartPointer<vtkDoubleArray> own = makeArray(name, piece.nodes.size());
-        std::transform(piece.nodes.begin(), piece.nodes.end(), own->GetPointer(0),
+    for (std::size_t b = 0; b < m_blocks.size(); ++b) {
+        const std::vector<int>& nodes = m_blocks[b].nodes;
+        const vtkSmartPointer<vtkDoubleArray> own = makeArray(name, nodes.size());
+        std::transform(nodes.begin(), nodes.end(), own->GetPointer(0),
                        [&](int node) { return values[std::size_t(node)]; });
-        piece.grid->GetPointData()->AddArray(own);
+        grids[b]->GetPointData()->AddArray(own);
     }
     return true;
 }
 
 // Not all blocks have all variables.
-bool ExodusSource::addElementValues(std::size_t step, std::size_t array, std::span<const Piece> pieces,
-                                    ug::Error* error) const {
+bool ExodusSource::addElementValues(std::size_t step, std::size_t array, const Grids& grids, ug::Error* error) const {
     const std::string& name = m_arrays[array].name;
     for (std::size_t b = 0; b < m_blocks.size(); ++b) {
         const Block& block = m_blocks[b];
-        const std::string variable = "vals_elem_var" + std::to_string(m_variables[array] + 1) + "eb" + block.number;
+        const std::string variable = elementVariable(array, block);
         if (block.elementCount == 0 || !m_file->has(variable)) {
             continue;
         }
@@ -332,9 +360,13 @@ bool ExodusSource::addElementValues(std::size_t step, std::size_t array, std::sp
         }
         const vtkSmartPointer<vtkDoubleArray> own = makeArray(name, values.size());
         std::copy(values.begin(), values.end(), own->GetPointer(0));
-        pieces[b].grid->GetCellData()->AddArray(own);
+        grids[b]->GetCellData()->AddArray(own);
     }
     return true;
+}
+
+std::string ExodusSource::elementVariable(std::size_t array, const Block& block) const {
+    return "vals_elem_var" + std::to_string(m_variables[array] + 1) + "eb" + block.number;
 }
 
 // None when there are none; the items are numbered in the order of the file then.

@@ -17,6 +17,8 @@ public:
     bool open(const std::string& filename, VtkContents* contents, ug::Error* error) override;
     vtkSmartPointer<vtkDataObject> read(std::size_t step, std::span<const std::size_t> arrays,
                                         ug::Error* error) override;
+    bool readNumber(std::size_t step, std::size_t array, std::size_t part, std::size_t item,
+                    double* number) const override;
     void release() override;
 
 private:
@@ -28,12 +30,7 @@ private:
         std::size_t elementCount = 0; ///< 0 when its elements are left out.
         NetCdfFile::Shape shape;      ///< Of its connectivity: elements and nodes of each, or nodes of all.
         ExodusCells cells;
-    };
-
-    /// What becomes of a block.
-    struct Piece {
-        vtkSmartPointer<vtkUnstructuredGrid> grid;
-        std::vector<int> nodes; ///< Of its points, from 0.
+        std::vector<int> nodes = {}; ///< Of its points, from 0, once it has been read.
     };
 
     /// The nodes of a block's elements.
@@ -48,11 +45,15 @@ private:
     bool listVariables(ug::ResultMapping mapping, VtkContents* contents, ug::Error* error);
     bool isPlausible(std::size_t count) const;
 
-    bool readMesh(std::vector<Piece>* pieces, ug::Error* error) const;
+    /// What becomes of each block.
+    using Grids = std::vector<vtkSmartPointer<vtkUnstructuredGrid>>;
+
+    bool readMesh(Grids* grids, ug::Error* error);
     bool readCoordinates(std::vector<double>* axes, ug::Error* error) const;
     bool readConnectivity(const Block& block, Connectivity* nodes, ug::Error* error) const;
-    bool addNodeValues(std::size_t step, std::size_t array, std::span<const Piece> pieces, ug::Error* error) const;
-    bool addElementValues(std::size_t step, std::size_t array, std::span<const Piece> pieces, ug::Error* error) const;
+    bool addNodeValues(std::size_t step, std::size_t array, const Grids& grids, ug::Error* error) const;
+    bool addElementValues(std::size_t step, std::size_t array, const Grids& grids, ug::Error* error) const;
+    std::string elementVariable(std::size_t array, const Block& block) const;
     std::vector<long long> readIds(const char* variable, std::size_t count) const;
 
     static void setCells(const Block& block, const Connectivity& nodes, const std::vector<int>& indexes,

@@ -1,5 +1,6 @@
 #include "OrvImportVtk/VtkReader.h"
 
+#include "OrvCore/Defines.h"
 #include "OrvImportVtk/VtkArrays.h"
 #include "OrvImportVtk/VtkMessages.h"
 #include "OrvImportVtk/VtkPieces.h"
@@ -136,7 +137,7 @@ bool VtkReader::readResult(const ug::ResultInfo& info, int stateId, const ug::Re
     if (!fetch(step, arrays, error)) {
         return false;
     }
-    const Mesh& mesh = m_meshes[m_meshes.size() == 1 ? 0 : step];
+    const Mesh& mesh = meshOf(step);
     ug::DataResult* result = state->results(mesh.geometry.get())->findOrAdd(intoInfo);
     for (std::size_t i = 0; i < m_partNames.size(); ++i) {
         if (vtkDataSet* piece = m_output.pieces[i]) {
@@ -153,6 +154,27 @@ bool VtkReader::readResult(const ug::ResultInfo& info, int stateId, const ug::Re
     m_lateWarnings.clear();
     if (!m_isLoading) {
         drop();
+    }
+    return true;
+}
+
+bool VtkReader::readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                            std::span<double> values) {
+    const CaeField& field = findField(info);
+    const std::size_t array = field.components[0].array;
+    const std::size_t step = std::size_t(stateId - 1);
+    const std::vector<std::int64_t>& cells = meshOf(step).maps[place.partIndex].elementCells;
+    if (!m_source || m_contents.arrays[array].componentCount != 1) {
+        return false;
+    }
+    const VtkMessages messages;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::size_t item = place.firstItem + i;
+        const bool isCell = field.mapping == ug::PER_ELEMENT && !cells.empty();
+        if (!m_source->readNumber(step, array, place.partIndex, isCell ? std::size_t(cells[item]) : item, &values[i])) {
+            return false;
+        }
+        values[i] = std::isnan(values[i]) ? UNDEFINED_DOUBLE : values[i];
     }
     return true;
 }
@@ -188,7 +210,7 @@ void VtkReader::makeMeshes(CaeContents* contents) {
                                  : ug::fail(error, "the data source has been closed");
                 });
         }
-        m_meshes.push_back({m, geometry, std::vector<VtkPartMap>(m_partNames.size())});
+        m_meshes.push_back({m, geometry, std::vector<VtkPartMap>(m_partNames.size()), {}});
     }
     contents->geometry = m_meshes[0].geometry;
 }
@@ -341,6 +363,10 @@ void VtkReader::tellAsymmetry(const CaeField& field, vtkDataSet* piece) {
         m_lateWarnings.push_back(Str(m_filename + ": the tensor '" + array.name +
                                      "' is not symmetric; of XY and YX, YZ and ZY, XZ and ZX the first is kept"));
     }
+}
+
+const VtkReader::Mesh& VtkReader::meshOf(std::size_t step) const {
+    return m_meshes[m_meshes.size() == 1 ? 0 : step];
 }
 
 const CaeField& VtkReader::findField(const ug::ResultInfo& info) const {

@@ -28,6 +28,8 @@ public:
     bool readResult(const ug::ResultInfo& info, int stateId, const ug::ResultInfo& intoInfo, ug::DataState* state,
                     std::vector<Str>* warnings, ug::Error* error) override;
     void endLoad() override;
+    bool readScalars(const ug::ResultInfo& info, int stateId, const ug::ScalarPlace& place,
+                     std::span<double> values) override;
 
     /// Gives up all objects of VTK; nothing can be read any more.
     void letGo();
@@ -56,6 +58,7 @@ private:
     bool copyField(const CaeField& field, const VtkPartMap& map, vtkDataSet* piece, ug::DataPartValues* values,
                    ug::Error* error);
     void tellAsymmetry(const CaeField& field, vtkDataSet* piece);
+    const Mesh& meshOf(std::size_t step) const;
     const CaeField& findField(const ug::ResultInfo& info) const;
 
     std::string m_filename;

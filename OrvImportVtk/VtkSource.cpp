@@ -45,6 +45,10 @@ void VtkSource::setProgress(ug::ProgressMeter* progress) {
     m_progress = progress;
 }
 
+bool VtkSource::readNumber(std::size_t, std::size_t, std::size_t, std::size_t, double*) const {
+    return false;
+}
+
 // The observer goes with the algorithm, which is the source's own.
 void VtkSource::watch(vtkAlgorithm* algorithm) {
     vtkNew<vtkCallbackCommand> command;

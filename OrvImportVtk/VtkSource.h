@@ -49,6 +49,12 @@ public:
     virtual vtkSmartPointer<vtkDataObject> read(std::size_t step, std::span<const std::size_t> arrays,
                                                 ug::Error* error) = 0;
 
+    /// Reads the number of a single item of an array of one component: a point or a cell of a part that has been read
+    /// before. NaN when the part does not have the array. False when the format is not laid out for that, as this form
+    /// says, or when anything is not as expected.
+    virtual bool readNumber(std::size_t step, std::size_t array, std::size_t part, std::size_t item,
+                            double* number) const;
+
     /// Gives back the memory of what read() returned last; it is empty from then on.
     virtual void release() = 0;
 

@@ -136,6 +136,19 @@ protected:
         return {values.begin(), values.end()};
     }
 
+    // Of a scalar that is not loaded, one by one.
+    std::vector<double> singleValuesOf(imp::cae::DataSourceCae* source, const char* name, ug::ResultMapping mapping,
+                                       int stateId, std::size_t part) {
+        const ug::ResultInfo info = orvtest::findResult(source, name, mapping);
+        const ug::DataState* state = source->state(std::size_t(stateId - 1));
+        std::vector<double> values(state->geometry(0)->part(part)->itemCount(mapping));
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            EXPECT_TRUE(source->copyScalars(stateId, info, {0, part, i}, {&values[i], 1}, nullptr));
+        }
+        EXPECT_FALSE(state->hasLoaded(info));
+        return values;
+    }
+
     orvtest::ScratchFolder m_folder;
     int m_fileCount = 0;
     std::string m_path; ///< Of the latest one.
@@ -173,6 +186,49 @@ TEST_P(ExodusFile, MayHaveItsOlderForm) {
     EXPECT_EQ(valuesOf(source.get(), "T", ug::PER_NODE, 2, 1), (std::vector<double>{12, 13, 15, 16}));
     const std::span<const double> xyz = source->state(0)->geometry(0)->part(1)->nodes()->coordinates();
     EXPECT_EQ(std::vector<double>(xyz.begin(), xyz.end()), (std::vector<double>{1, 0, 0, 1, 1, 0, 2, 0, 0, 2, 1, 0}));
+}
+
+TEST_P(ExodusFile, SingleValuesAreThoseOfTheField) {
+    const Change changes[] = {
+        NOTHING,
+        [](Model& model) {
+            model["vals_nod_var1"] = {"vals_nod_var",
+                                      NC_DOUBLE,
+                                      {"time_step", "num_nod_var", "num_nodes"},
+                                      {1, 2, 3, 4, 5, 6, 11, 12, 13, 14, 15, 16}};
+        },
+        [](Model& model) { // The plate as a polygon, which becomes three elements.
+            model["connect1"] = {"connect1", NC_INT, {"five"}, {1, 2, 6, 3, 4}, "NSIDED"};
+            model.variables.push_back({"ebepecnt1", NC_INT, {"num_el_in_blk1"}, {5}});
+        },
+    };
+    for (const Change& change : changes) {
+        const auto source = open(change);
+        ASSERT_TRUE(m_isOpen);
+        for (const auto& [name, mapping] : {std::pair("T", ug::PER_NODE), std::pair("Damage", ug::PER_ELEMENT)}) {
+            for (const int stateId : {1, 2}) {
+                for (std::size_t part = 0; part < 2; ++part) {
+                    const std::vector<double> single = singleValuesOf(source.get(), name, mapping, stateId, part);
+                    EXPECT_FALSE(single.empty());
+                    EXPECT_EQ(single, valuesOf(source.get(), name, mapping, stateId, part));
+                    source->dropResult(orvtest::findResult(source.get(), name, mapping));
+                }
+            }
+        }
+    }
+}
+
+// A field that cannot be read has no single values either.
+TEST_P(ExodusFile, SingleValuesOfADamagedFieldAreRefusedAsTheFieldIs) {
+    const auto source = open([](Model& m) {
+        m["vals_nod_var1"] = {"vals_nod_var1", NC_DOUBLE, {"time_step", "five"}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}};
+    });
+    ASSERT_TRUE(m_isOpen);
+    double value = 0;
+    ug::Error error;
+    EXPECT_FALSE(
+        source->copyScalars(1, orvtest::findResult(source.get(), "T"), {0, 0, 0}, std::span(&value, 1), &error));
+    EXPECT_EQ(error.message(), Str(m_path + ": has no values of 'T' for its 6 nodes"));
 }
 
 TEST_P(ExodusFile, HasAStateForEachStepOfTheSameTime) {
