@@ -182,7 +182,7 @@ bool MedReader::readValues(const Result& result, const MedStep& step, const ug::
     }
     ug::DataResult* values = state->results(m_geometry.get())->findOrAdd(intoInfo);
     if (!readMedValues(m_file, m_meshes, m_fields[result.field], step, mapping, result.columns, itemCounts, values,
-                       error)) {
+                       progress(), error)) {
         return false;
     }
     updateRanges(values);

@@ -148,11 +148,20 @@ void copyCells(const Table& table, const MedChunk& chunk, const MedPart& part, c
     }
 }
 
+// Of each component.
+double numberCount(const MedStep& step, ug::ResultMapping mapping) {
+    double count = 0;
+    for (const MedChunk& chunk : step.chunks) {
+        count += chunk.mapping == mapping ? double(chunk.pointCount) * double(chunk.rowCount) : 0;
+    }
+    return count;
+}
+
 } // namespace
 
 bool readMedValues(const MedFile& file, const MedMeshes& meshes, const MedField& field, const MedStep& step,
                    ug::ResultMapping mapping, const std::vector<int>& columns, std::span<const std::size_t> itemCounts,
-                   ug::DataResult* result, ug::Error* error) {
+                   ug::DataResult* result, ug::ProgressMeter* progress, ug::Error* error) {
     for (std::size_t i = 0; i < meshes.parts.size(); ++i) {
         if (meshes.parts[i].mesh == field.mesh) {
             result->values(i)->allocate(itemCounts[i]);
@@ -161,6 +170,8 @@ bool readMedValues(const MedFile& file, const MedMeshes& meshes, const MedField&
     }
     const ChunkReader reader(file, field, step);
     const MedMesh& mesh = meshes.meshes[field.mesh];
+    const double allNumbers = numberCount(step, mapping);
+    double numbersRead = 0;
     for (const MedChunk& chunk : step.chunks) {
         if (chunk.mapping != mapping) {
             continue;
@@ -180,6 +191,10 @@ bool readMedValues(const MedFile& file, const MedMeshes& meshes, const MedField&
             } else {
                 copyNodes(table, meshes.parts[i], layout, values);
             }
+        }
+        numbersRead += double(layout.columnSize);
+        if (progress) {
+            progress->tell(numbersRead / allNumbers);
         }
     }
     return true;

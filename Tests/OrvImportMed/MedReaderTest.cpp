@@ -7,6 +7,7 @@
 #include "Tests/OrvImportMed/MedSamples.h"
 #include "Tests/OrvImportMed/MedShapes.h"
 #include "Tests/Support/DescribeSource.h"
+#include "Tests/Support/RecordingProgress.h"
 #include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -257,6 +258,27 @@ TEST(MedReader, OpeningReadsNoValuesAndALoadOnlyThoseNamed) {
     // The clamped face has two of the three nodes with values: the first three of the nodes 103, 101, 112.
     EXPECT_EQ(values->part(1)->minimum(), 1400.0);
     EXPECT_EQ(values->part(1)->maximum(), 1400.1);
+}
+
+// The meshes and the result are halves of the load.
+TEST(MedReader, ALoadTellsEachTypeOfCells) {
+    const auto source = openMed(medFile("cells.med"));
+    orvtest::RecordingProgress progress;
+    source->setProgress(&progress);
+    std::size_t loads = 0;
+    for (const ug::ResultInfo& info : allResults(*source)) {
+        if (info.resultMapping() != ug::PER_ELEMENT || !source->directory()->hasResult(1, info)) {
+            continue;
+        }
+        ++loads;
+        ASSERT_TRUE(loadMed(*source, *source->state(0), info, nullptr));
+        const std::vector<int> percents = progress.take();
+        EXPECT_TRUE(orvtest::isRising(percents)) << testing::PrintToString(percents);
+        EXPECT_EQ(percents.back(), 100);
+        EXPECT_TRUE(std::ranges::any_of(percents, [](int p) { return p > 50 && p < 99; }))
+            << testing::PrintToString(percents);
+    }
+    EXPECT_GT(loads, 0u);
 }
 
 TEST(MedReader, OpensAgainBesideItself) {
