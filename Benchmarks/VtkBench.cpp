@@ -1,4 +1,4 @@
-// Opening a file and loading one result of one state, through the module, beside VTK's own reader doing just that.
+// Opening a file and loading one result of one state beside VTK's own reader doing just that.
 // Files of 125,000 hexahedra with four arrays, as VTK's writers make them, and cases as OpenFOAM does.
 
 #include "OrvImportCae/DataSourceCae.h"
@@ -7,6 +7,8 @@
 
 #include "Benchmarks/Claims.h"
 #include "Benchmarks/FoamCaseWriter.h"
+#include "Benchmarks/TecplotWriter.h"
+#include "Benchmarks/VtkHdfWriter.h"
 
 #include <vtkCellArray.h>
 #include <vtkCellData.h>
@@ -18,12 +20,14 @@
 #include <vtkExodusIIReader.h>
 #include <vtkExodusIIWriter.h>
 #include <vtkGenericEnSightReader.h>
+#include <vtkHDFReader.h>
 #include <vtkIntArray.h>
 #include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkOpenFOAMReader.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
+#include <vtkTecplotReader.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkUnstructuredGridWriter.h>
 #include <vtkXMLPUnstructuredGridReader.h>
@@ -141,7 +145,6 @@ std::string writeEnSight(const std::string& path, vtkUnstructuredGrid* grid) {
     return path + ".0.case";
 }
 
-// EnSight's writer adds to the names of arrays what they belong to.
 void check(int status) {
     if (status != CG_OK) {
         std::abort();
@@ -187,6 +190,7 @@ std::string writeCgns(const std::string& path, vtkUnstructuredGrid* grid) {
     return path;
 }
 
+// EnSight's writer adds to the names of arrays what they belong to.
 void openAndLoad(const std::string& path) {
     const PtrRef<imp::cae::DataSourceCae> source(new imp::cae::DataSourceCae(1));
     bool isLoaded = false;
@@ -265,6 +269,28 @@ void readCgns(const std::string& path) {
     benchmark::DoNotOptimize(reader->GetOutput());
 }
 
+void readVtkHdf(const std::string& path) {
+    vtkNew<vtkHDFReader> reader;
+    reader->SetFileName(path.c_str());
+    reader->UpdateInformation();
+    reader->GetPointDataArraySelection()->DisableAllArrays();
+    reader->GetPointDataArraySelection()->EnableArray(WANTED);
+    reader->Update();
+    benchmark::DoNotOptimize(reader->GetOutputDataObject(0));
+}
+
+void readTecplot(const std::string& path) {
+    vtkNew<vtkTecplotReader> reader;
+    reader->SetFileName(path.c_str());
+    reader->UpdateInformation();
+    for (int i = 0; i < reader->GetNumberOfDataArrays(); ++i) {
+        const char* name = reader->GetDataArrayName(i);
+        reader->SetDataArrayStatus(name, name == std::string(WANTED));
+    }
+    reader->Update();
+    benchmark::DoNotOptimize(reader->GetOutput());
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -280,6 +306,8 @@ int main(int argc, char** argv) {
     const std::string foam = orvbench::FoamCaseWriter(folder + "/ascii", SIDE, false).write(grid);
     const std::string binaryFoam = orvbench::FoamCaseWriter(folder + "/binary", SIDE, true).write(grid);
     const std::string cgns = writeCgns(folder + "/block.cgns", grid);
+    const std::string vtkHdf = orvbench::VtkHdfWriter(folder + "/block.vtkhdf").write(grid);
+    const std::string tecplot = orvbench::writeTecplot(folder + "/block.tec", grid);
     orvbench::Claims claims(7);
     const auto add = [&](const char* name, const std::string& path, void (*read)(const std::string&)) {
         const auto nothing = [] {};
@@ -294,6 +322,8 @@ int main(int argc, char** argv) {
     add("open and load .foam, ASCII", foam, readFoam);
     add("open and load .foam, binary", binaryFoam, readFoam);
     add("open and load .cgns", cgns, readCgns);
+    add("open and load .vtkhdf", vtkHdf, readVtkHdf);
+    add("open and load .tec", tecplot, readTecplot);
     const int result = claims.run(argc, argv);
     std::filesystem::remove_all(folder);
     return result;
