@@ -14,7 +14,7 @@ constexpr std::size_t NONE = std::size_t(-1);
 struct Vector {
     std::string name;
     std::array<std::size_t, 3> components = {NONE, NONE, NONE};
-    int sum = 0; ///< Of the components' numbers, from 1: all that VTK counts.
+    int sum = 0; ///< Of the components' numbers, from 1.
 };
 
 // 1 to 3 by the ending, which is taken from the name; 0 when it has none.

@@ -14,13 +14,13 @@ struct CgnsArray {
     std::string type;
 };
 
-/// The arrays that VTK makes of those of one solution, with the names of their components if they may be other than
-/// those of a vector: it puts together what has the endings X, Y and Z, or _x, _y and
-/// _z, in flat bases X and Y, filled up with zeros; unless one is missing, they are not of the same type, or there is
-/// an array with the name that is left. Of flat bases it loses what else ends in Z. An error where it would put
-/// together what is not there.
+/// The arrays that become of those of one solution, with the names of their components if they may be other than those
+/// of a vector, as VTK's reader of CGNS has them: what has the endings X, Y and Z, or _x, _y and _z, is put together,
+/// in flat bases X and Y, to be filled up with zeros; unless one is missing, they are not of the same type, or there is
+/// an array with the name that is left. In flat bases what else ends in Z is left out. An error where the numbers of
+/// the endings add up to a vector's, but are others.
 /// @param physicalDimension 2 or 3
-/// @param lost the names of arrays that VTK loses
+/// @param lost the names of arrays that are left out
 bool joinCgnsArrays(const std::vector<CgnsArray>& arrays, ug::ResultMapping mapping, int physicalDimension,
                     std::vector<CaeArray>* joined, std::vector<std::string>* lost, ug::Error* error);
 

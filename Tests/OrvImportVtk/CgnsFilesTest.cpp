@@ -70,10 +70,10 @@ protected:
         ASSERT_EQ(cg_section_write(m_file, m_base, m_zone, name, type, begin, end, 0, list.data(), &index), CG_OK);
     }
 
-    void addSolution(const char* name, CGNS_ENUMT(GridLocation_t) location, const char* array) {
+    void addSolution(const char* name, CGNS_ENUMT(GridLocation_t) location, const char* array, double value = 1.5) {
         int index = 0;
         ASSERT_EQ(cg_sol_write(m_file, m_base, m_zone, name, location, &index), CG_OK);
-        const std::vector<double> values(8, 1.5);
+        const std::vector<double> values(8, value);
         ASSERT_EQ(cg_field_write(m_file, m_base, m_zone, index, CGNS_ENUMV(RealDouble), array, values.data(), &index),
                   CG_OK);
     }
@@ -85,16 +85,18 @@ protected:
         ASSERT_EQ(cg_array_write("TimeValues", CGNS_ENUMV(RealDouble), 1, &count, times.data()), CG_OK);
     }
 
-    // To the solutions of each time.
-    void addFlowPointers(const std::vector<std::string>& names) {
+    // To the solutions of each time. Others than these come after them.
+    void addFlowPointers(const std::vector<std::string>& names, const char* array = "FlowSolutionPointers") {
         std::string text;
         for (const std::string& name : names) {
             text += name + std::string(32 - name.size(), ' ');
         }
-        ASSERT_EQ(cg_ziter_write(m_file, m_base, m_zone, "ZoneIterativeData"), CG_OK);
+        if (array == std::string("FlowSolutionPointers")) {
+            ASSERT_EQ(cg_ziter_write(m_file, m_base, m_zone, "ZoneIterativeData"), CG_OK);
+        }
         ASSERT_EQ(cg_goto(m_file, m_base, "Zone_t", m_zone, "ZoneIterativeData_t", 1, "end"), CG_OK);
         const cgsize_t sizes[] = {32, cgsize_t(names.size())};
-        ASSERT_EQ(cg_array_write("FlowSolutionPointers", CGNS_ENUMV(Character), 2, sizes, text.data()), CG_OK);
+        ASSERT_EQ(cg_array_write(array, CGNS_ENUMV(Character), 2, sizes, text.data()), CG_OK);
     }
 
     void close() {
@@ -546,6 +548,23 @@ TEST_F(CgnsFiles, EachZoneMayHavePointers) {
     EXPECT_EQ(valueOf(a, 1), UNDEFINED_DOUBLE);
     EXPECT_EQ(valueOf(b, 0), UNDEFINED_DOUBLE);
     EXPECT_EQ(valueOf(b, 1), 1.5);
+}
+
+// The last one by their names.
+TEST_F(CgnsFiles, OfSolutionsAtATimeOneHasEachArray) {
+    create();
+    addZone("Zone");
+    addSection("Cells", CGNS_ENUMV(HEXA_8), 1, 1);
+    addSolution("Late", CGNS_ENUMV(Vertex), "a", 2);
+    addSolution("Early", CGNS_ENUMV(Vertex), "a", 1);
+    addFlowPointers({"Late"});
+    addFlowPointers({"Early"}, "FlowSolutionOtherPointers");
+    addTimes({0.5});
+    close();
+    const auto source = orvtest::openVtk(path());
+    const ug::ResultInfo info = orvtest::findResult(source.get(), "a");
+    ASSERT_TRUE(orvtest::load(source.get(), 1, {info}));
+    EXPECT_EQ(source->state(0)->results(source->state(0)->geometry(0))->find(info)->values(0)->span()[0], 2);
 }
 
 /// A file whose only zone has its coordinates elsewhere.
