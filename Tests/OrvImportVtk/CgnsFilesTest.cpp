@@ -507,6 +507,9 @@ TEST_F(CgnsFiles, NodesHaveToBeThere) {
         replace("/Base/Zone/Cells/ElementConnectivity", std::vector<int>{1, 2, 3, 4, 5, 6, 7, bad});
         EXPECT_EQ(errorText(), "cell 0 has a point that is not one of the 8 points of its mesh");
     }
+    const std::vector<std::int64_t> large = {1, 2, 3, 4, 5, 6, 7, (std::int64_t(1) << 32) + 8};
+    replaceData("/Base/Zone/Cells/ElementConnectivity", "I8", large.size(), large.data());
+    EXPECT_EQ(errorText(), "cell 0 has a point that is not one of the 8 points of its mesh");
 }
 
 // Which is no error, as pointers to solutions that are not there have always been passed over.
