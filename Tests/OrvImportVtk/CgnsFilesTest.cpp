@@ -31,7 +31,7 @@ std::string cgnsFile(const std::string& name) {
 class CgnsFiles : public testing::Test {
 protected:
     void create(int cellDimension = 3, int physicalDimension = 3) {
-        cg_set_file_type(CG_FILE_ADF);
+        cg_set_file_type(m_type);
         ASSERT_EQ(cg_open(path().c_str(), CG_MODE_WRITE, &m_file), CG_OK);
         addBase("Base", cellDimension, physicalDimension);
     }
@@ -165,6 +165,7 @@ protected:
     }
 
     ScratchFolder m_folder;
+    int m_type = CG_FILE_ADF;
     int m_file = 0;
     int m_base = 0;
     int m_zone = 0;
@@ -609,6 +610,20 @@ TEST_F(CgnsLinks, ToDamagedFilesAreRefused) {
     EXPECT_EQ(errorText(), "links to '" + other() + "', which is damaged: its nodes are not where they should be");
     std::filesystem::remove(other());
     EXPECT_THAT(errorText(), HasSubstr("ADF"));
+}
+
+// The library has room for 512 letters.
+TEST_F(CgnsLinks, InHdf5HaveToBeShort) {
+    m_type = CG_FILE_HDF5;
+    createOther();
+    createWithLink("b.cgns", "/Base/Zone/GridCoordinates");
+    EXPECT_EQ(errorText(), "");
+    std::string way;
+    for (int i = 0; i < 300; ++i) {
+        way += "./";
+    }
+    createWithLink(way + "b.cgns", "/Base/Zone/GridCoordinates");
+    EXPECT_EQ(errorText(), "is damaged, or no CGNS file");
 }
 
 // The library would go around until there is no more memory.
