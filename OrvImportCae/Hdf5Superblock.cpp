@@ -41,7 +41,7 @@ void readSizes(Hdf5Cursor& cursor, Hdf5Sizes* sizes) {
     }
 }
 
-Superblock readOld(Hdf5Input& input, Hdf5Cursor cursor, std::uint64_t version) {
+Superblock readOld(Hdf5Input& input, Hdf5Cursor& cursor, std::uint64_t version) {
     Hdf5Sizes sizes;
     cursor.expectBetween("the version of free space", cursor.number(1), 0, 0);
     cursor.expectBetween("the version of the outermost group", cursor.number(1), 0, 0);
@@ -75,7 +75,7 @@ Superblock readOld(Hdf5Input& input, Hdf5Cursor cursor, std::uint64_t version) {
     return found;
 }
 
-Superblock readNew(Hdf5Input& input, Hdf5Cursor cursor) {
+Superblock readNew(Hdf5Input& input, Hdf5Cursor& cursor) {
     Hdf5Sizes sizes;
     readSizes(cursor, &sizes);
     input.setSizes(sizes);
@@ -125,8 +125,9 @@ std::optional<std::uint64_t> readHdf5Superblock(Hdf5Input& input) {
     cursor.expectBetween("the version", version, 0, LATEST_VERSION);
     const Superblock found = version < 2 ? readOld(input, cursor, version) : readNew(input, cursor);
     // Whatever has been put in front of the file since has moved its end.
+    cursor.expectBetween("the end", found.end, found.base, HDF5_UNDEFINED);
     const std::uint64_t end = found.end - found.base;
-    if (found.end < found.base || end > input.fileSize() - *at) {
+    if (end > input.fileSize() - *at) {
         input.fail(0, "expected " + std::to_string(end) + " bytes, found " + std::to_string(input.fileSize() - *at) +
                           ": the file ends too early");
     }

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <utility>
@@ -139,6 +140,8 @@ TEST_F(Hdf5Check, SuperblocksAreCheckedFieldByField) {
          damage(14, "expected the bytes of addresses and lengths of a superblock to be 2 to 8, found 16")},
         {16, le(0, 2), damage(17, "expected the room of symbol nodes of a superblock to be 1 to 65535, found 0")},
         {18, le(0, 2), damage(19, "expected the room of B-trees of groups of a superblock to be 1 to 65535, found 0")},
+        {24, le(1025, 8),
+         damage(95, "expected the end of a superblock to be 1025 to 18446744073709551615, found 1024")},
         {40, le(1025, 8), damage(0, "expected 1025 bytes, found 1024: the file ends too early")},
         {40, le(5, 8) + le(3, 8), damage(55, "expected a file of its own, found one of several that belong together")},
         {64, le(5000, 8), damage(1024, "expected an object header within the file, found 1 bytes of it at byte 5000")},
@@ -330,6 +333,10 @@ INSTANTIATE_TEST_SUITE_P(
         BodyCase{TYPE, compound(3, 0, 8, ""), 7, "expected the number of members" OF_MESSAGE "1 to 65535, found 0"},
         BodyCase{TYPE, compound(3, 1, 8, std::string(8, 'a')), 8,
                  "expected a zero behind a text in a message of an object header, found none"},
+        // Places take as many bytes as the size needs.
+        BodyCase{TYPE, compound(3, 1, 255, "a" + zeros(1) + le(251, 1) + integerBody(4)), 0, ""},
+        BodyCase{TYPE, compound(3, 1, 256, "a" + zeros(1) + le(252, 2) + integerBody(4)), 0, ""},
+        BodyCase{TYPE, compound(3, 1, 65536, "a" + zeros(1) + le(65532, 3) + integerBody(4)), 0, ""},
         // Names of older versions fill eight bytes.
         BodyCase{TYPE, compound(2, 1, 8, "a" + zeros(7) + le(0, 4) + integerBody(4)), 0, ""},
         BodyCase{TYPE,
@@ -896,6 +903,23 @@ TEST_F(Hdf5Check, GlobalHeapsAreWalkedToTheirEnd) {
               damage(HDF5_MORE_AT + 4, "expected the version of a global heap to be 1, found 2"));
 }
 
+TEST_F(Hdf5Check, ListsAreFoundInCompoundsAndArrays) {
+    const std::string heap = globalHeap(heapItem(1, "abc"));
+    const std::string list = le(3, 4) + le(HDF5_MORE_AT, 8) + le(1, 4);
+    const auto image = [&](const std::string& type, const std::string& values) {
+        return plainImage({{ATTRIBUTE, attribute(NAME, type, spaceBody({1}), values)}}, heap);
+    };
+    const std::string record = compound(3, 1, 20, "a" + zeros(1) + le(4, 1) + nested(1));
+    EXPECT_EQ(check(image(record, le(2, 4) + list)), "");
+    EXPECT_EQ(
+        check(image(record, le(3, 4) + patched(list, 0, "\2"))),
+        bodyDamage(16 + 32 + 16 + 19, "expected the bytes of a list of a value of an attribute to be 2, found 3"));
+    const std::string array = le(0x3a, 1) + zeros(3) + le(32, 4) + le(1, 1) + le(2, 4) + nested(1);
+    EXPECT_EQ(check(image(array, list + list)), "");
+    EXPECT_EQ(check(image(array, list + patched(list, 0, "\2"))),
+              bodyDamage(16 + 40 + 16 + 31, "expected the bytes of a list of an item of an array to be 2, found 3"));
+}
+
 // Lists do not share what they hold, or a few of them could hold more than any file.
 TEST_F(Hdf5Check, ListsAreNoMoreThanTheFile) {
     std::string lists;
@@ -993,6 +1017,160 @@ TEST_F(Hdf5Check, DeepGroupsNeedNoStack) {
     EXPECT_EQ(check(plainImage({{LINK, link(0, le(HDF5_MORE_AT, 8))}}, more)), "");
 }
 
+// Four nodes, each of which has the next one below it 32 times: a million ways.
+TEST_F(Hdf5Check, BlocksThatOverlapAreNotReadForEver) {
+    std::string nodes;
+    for (std::uint64_t level = 0; level < 4; ++level) {
+        const std::uint64_t below = level > 0 ? LEAF_AT + (level - 1) * 544 : LEAF_AT + 4 * 544;
+        std::string node = "TREE" + le(0, 1) + le(level, 1) + le(32, 2) + le(NOWHERE, 8) + le(NOWHERE, 8);
+        for (int i = 0; i < 32; ++i) {
+            node += le(8, 8) + le(below, 8);
+        }
+        nodes += node + le(16, 8);
+    }
+    const std::string message = le(LEAF_AT + 3 * 544, 8) + le(HDF5_MORE_AT, 8);
+    const std::string symbols = symbolNode(1, symbol(8, HDF5_HEADER_AT, 0, 0));
+    EXPECT_THAT(check(plainImage({{SYMBOLS, message}}, HEAP + nodes + symbols)),
+                testing::HasSubstr("expected blocks that do not overlap, found "));
+}
+
+namespace {
+
+/// A group of one link in a fractal heap, indexed by name and by order.
+struct DenseGroup {
+    std::uint64_t flags = 0;
+    std::uint64_t place = 21; ///< Behind the head of the block.
+    std::uint64_t size = 13;
+    std::uint64_t owner = HDF5_MORE_AT; ///< Whose block it is.
+    std::uint64_t offset = 0;           ///< Of the block within the heap.
+    std::uint64_t count = 1;            ///< Records of the leaf.
+    std::uint64_t total = 1;
+    std::uint64_t ordered = 1;
+
+    static constexpr std::uint64_t BLOCK_AT = HDF5_MORE_AT + 256;
+    static constexpr std::uint64_t NAMES_AT = BLOCK_AT + 512;
+    static constexpr std::uint64_t ORDER_AT = NAMES_AT + 64 + 512;
+
+    std::string image() const {
+        const std::string message =
+            le(0, 1) + le(3, 1) + zeros(8) + le(HDF5_MORE_AT, 8) + le(NAMES_AT, 8) + le(ORDER_AT, 8);
+        return plainImage({{LINK_INFO, message}}, grown(head(), 256) + block() + tree(NAMES_AT, 5, 4, count, total) +
+                                                      tree(ORDER_AT, 6, 8, ordered, ordered));
+    }
+
+    static std::string grown(std::string bytes, std::size_t size) {
+        bytes.resize(size);
+        return bytes;
+    }
+
+    // Ids of seven bytes, blocks of 512 to 65536 bytes in rows of four, places of 32 bits.
+    static std::string head() {
+        return withSum("FRHP" + zeros(1) + le(7, 2) + le(0, 2) + le(2, 1) + le(4096, 4) + zeros(8) + le(NOWHERE, 8) +
+                       zeros(8) + le(NOWHERE, 8) + le(512, 8) + zeros(56) + le(4, 2) + le(512, 8) + le(65536, 8) +
+                       le(32, 2) + le(1, 2) + le(BLOCK_AT, 8) + le(0, 2));
+    }
+
+    // The sum is in the middle, and zero when it is made.
+    std::string block() const {
+        const std::string bytes =
+            grown("FHDB" + zeros(1) + le(owner, 8) + le(offset, 4) + zeros(4) + link(0, le(HDF5_HEADER_AT, 8)), 512);
+        return patched(bytes, 17, le(hdf5Sum(bytes), 4));
+    }
+
+    std::string tree(std::uint64_t at, std::uint64_t type, std::size_t keySize, std::uint64_t records,
+                     std::uint64_t all) const {
+        const std::string record = zeros(keySize) + le(flags, 1) + le(place, 4) + le(size, 2);
+        std::string leaf = "BTLF" + zeros(1) + le(type, 1);
+        for (std::uint64_t i = 0; i < std::min<std::uint64_t>(records, 2); ++i) {
+            leaf += record;
+        }
+        return grown(withSum("BTHD" + zeros(1) + le(type, 1) + le(512, 4) + le(record.size(), 2) + zeros(2) +
+                             le(100, 1) + le(40, 1) + le(at + 64, 8) + le(records, 2) + le(all, 8)),
+                     64) +
+               grown(withSum(leaf), 512);
+    }
+};
+
+} // namespace
+
+TEST_F(Hdf5Check, LinksInFractalHeapsAreFound) {
+    EXPECT_EQ(check(DenseGroup().image()), "");
+    EXPECT_EQ(check(DenseGroup{.count = 2, .total = 2}.image()),
+              damage(DenseGroup::ORDER_AT, "expected 2 links, found 1"));
+    EXPECT_EQ(
+        check(DenseGroup{.count = 2}.image()),
+        damage(DenseGroup::NAMES_AT + 33, "expected the number of records of the head of a B-tree to be 2, found 1"));
+    // A node of 512 bytes has ten of its own and eleven of each record.
+    EXPECT_EQ(check(DenseGroup{.count = 46}.image()),
+              damage(DenseGroup::NAMES_AT + 64, "expected at most 45 records in a node of a B-tree, found 46"));
+    EXPECT_EQ(
+        check(DenseGroup{.owner = 5}.image()),
+        damage(DenseGroup::BLOCK_AT + 12, "expected the heap of a direct block of a fractal heap to be 1024, found 5"));
+    EXPECT_EQ(
+        check(DenseGroup{.offset = 512}.image()),
+        damage(DenseGroup::BLOCK_AT + 16, "expected the place of a direct block of a fractal heap to be 0, found 512"));
+    const std::uint64_t id = DenseGroup::NAMES_AT + 64 + 6 + 4; // Of seven bytes.
+    EXPECT_EQ(check(DenseGroup{.flags = 0x20}.image()),
+              damage(id, "expected the kind of the id of a link to be 0 to 1, found 2"));
+    EXPECT_EQ(check(DenseGroup{.flags = 0x10}.image()),
+              damage(id + 7, "expected a huge item of a fractal heap, found none of that id"));
+    EXPECT_EQ(check(DenseGroup{.place = 20}.image()),
+              damage(id + 6, "expected the place of the id of a link to be 21 to 512, found 20"));
+    EXPECT_EQ(check(DenseGroup{.place = 513}.image()),
+              damage(id + 6, "expected the place of the id of a link to be 1 to 512, found 513"));
+    EXPECT_EQ(
+        check(DenseGroup{.place = 500}.image()),
+        damage(DenseGroup::BLOCK_AT + 500, "expected 13 more bytes in a direct block of a fractal heap, found 12"));
+    EXPECT_EQ(check(DenseGroup{.size = 5}.image()),
+              damage(DenseGroup::BLOCK_AT + 26, "expected 8 more bytes in a link, found 0"));
+}
+
+TEST_F(Hdf5Check, ChunksOfNewLayoutsHaveRoom) {
+    const auto layout = [](std::uint64_t flags, std::uint64_t index, const std::string& more, std::uint64_t address) {
+        return le(4, 1) + le(2, 1) + le(flags, 1) + le(3, 1) + le(1, 1) + le(2, 1) + le(2, 1) + le(4, 1) +
+               le(index, 1) + more + le(address, 8);
+    };
+    // Three indexes in chunks of two make two of them, of 16 bytes.
+    EXPECT_EQ(check(dataImage(layout(0, 2, "", HDF5_MORE_AT), zeros(32))), "");
+    EXPECT_EQ(check(dataImage(layout(0, 2, "", HDF5_MORE_AT), zeros(31))),
+              damage(1024, "expected all chunks of a data set within the file, found 32 bytes of it at byte 1024"));
+    EXPECT_EQ(check(dataImage(layout(0, 1, "", HDF5_MORE_AT), zeros(16))), "");
+    EXPECT_EQ(check(dataImage(layout(0, 1, "", HDF5_MORE_AT), zeros(15))),
+              damage(1024, "expected a chunk within the file, found 16 bytes of it at byte 1024"));
+    const std::string packed = layout(2, 1, le(9, 8) + le(0, 4), HDF5_MORE_AT);
+    EXPECT_EQ(check(dataImage(packed, zeros(9), filters({1}))), "");
+    EXPECT_EQ(check(dataImage(packed, zeros(8), filters({1}))),
+              damage(1024, "expected a chunk within the file, found 9 bytes of it at byte 1024"));
+    // Chunks at the ends that are not whole may be without their sums.
+    EXPECT_EQ(check(dataImage(layout(3, 1, le(16, 8) + le(0, 4), HDF5_MORE_AT), zeros(16), filters({3}))), "");
+    EXPECT_EQ(check(dataImage(layout(2, 1, le(16, 8) + le(0, 4), HDF5_MORE_AT), zeros(16), filters({3}))),
+              damage(1024, "expected a chunk of 20 bytes, found one of 16"));
+}
+
+// Both pages of the array are used, the first from byte 23 of its block on.
+TEST_F(Hdf5Check, PagesOfArraysAreSummed) {
+    const std::string whole = readWholeFile(testDataFolder() + "/hdf5/many.h5");
+    const std::size_t at = whole.find("FADB") + 4 + 1 + 1 + 8 + 1 + 4;
+    EXPECT_EQ(check(patched(whole, at + 5, "x")),
+              damage(at, "expected the bytes of a page of an array to give the sum behind them"));
+    const std::size_t second = at + 1024 * 8 + 4;
+    EXPECT_EQ(check(patched(whole, second + 5, "x")),
+              damage(second, "expected the bytes of a page of an array to give the sum behind them"));
+}
+
+// A list in the global heap tells where the values of a virtual data set are. The sum is behind it.
+TEST_F(Hdf5Check, ListsOfVirtualValuesAreSummed) {
+    const std::string list = withSum(zeros(1) + le(0, 8));
+    const auto image = [](const std::string& item) {
+        return dataImage(le(4, 1) + le(3, 1) + le(HDF5_MORE_AT, 8) + le(1, 4), globalHeap(heapItem(1, item)));
+    };
+    EXPECT_EQ(check(image(list)), "");
+    EXPECT_THAT(check(image(patched(list, 1, "\1"))),
+                testing::HasSubstr("expected the sum of an item of a global heap to be "));
+    EXPECT_THAT(check(image("short")),
+                testing::HasSubstr("expected the bytes of an item of a global heap to be 13 to "));
+}
+
 TEST_F(Hdf5Check, LinkedFilesAreChecked) {
     const std::string there = zeros(1) + "b.h5" + zeros(1) + "/" + zeros(1);
     const std::string image = plainImage({{LINK, link(64, target(there))}});
@@ -1003,6 +1181,14 @@ TEST_F(Hdf5Check, LinkedFilesAreChecked) {
     EXPECT_EQ(check(image),
               "links to \"" + m_folder / "b.h5" +
                   "\", which is damaged at byte 8: expected the version of a superblock to be 0 to 3, found 4");
+    // From where the program runs.
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::create_directory(m_folder / "inner");
+    std::filesystem::current_path(m_folder.path());
+    ug::Error error;
+    EXPECT_FALSE(checkHdf5File(m_folder.write("inner/a.h5", image), &error));
+    EXPECT_EQ(error.message().toStdString().substr(0, 16), "links to \"b.h5\",");
+    std::filesystem::current_path(before);
     // Whatever way to it is told, it may be in the same folder.
     const std::string elsewhere = zeros(1) + "/missing/b.h5" + zeros(1) + "/" + zeros(1);
     EXPECT_NE(check(plainImage({{LINK, link(64, target(elsewhere))}})), "");
