@@ -14,12 +14,14 @@
 #include <vtkXMLUnstructuredGridReader.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <limits>
 #include <memory>
 #include <numeric>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -38,6 +40,25 @@ vtkXMLDataElement* findArray(vtkXMLDataElement* parent, std::string_view name) {
         }
     }
     return nullptr;
+}
+
+template <class IsWanted>
+std::vector<vtkXMLDataElement*> arraysOf(vtkXMLDataElement* list, IsWanted isWanted) {
+    std::vector<vtkXMLDataElement*> arrays;
+    for (int i = 0; list && i < list->GetNumberOfNestedElements(); ++i) {
+        if (isWanted(list->GetNestedElement(i)) != 0) {
+            arrays.push_back(list->GetNestedElement(i));
+        }
+    }
+    return arrays;
+}
+
+bool isAlike(vtkXMLDataElement* array, vtkXMLDataElement* other) {
+    return std::ranges::all_of(std::array{"Name", "type", "NumberOfComponents"}, [&](const char* name) {
+        const char* value = array->GetAttribute(name);
+        const char* otherValue = other->GetAttribute(name);
+        return value && otherValue ? std::strcmp(value, otherValue) == 0 : value == otherValue;
+    });
 }
 
 // VTK asks each array for the names of its components, one by one.
@@ -125,21 +146,14 @@ protected:
         return 1;
     }
 
-    /// The arrays of a piece's points or cells that are to be read.
+    /// The arrays of a piece's points and cells that are to be read.
     bool checkData(int piece, std::int64_t pointCount, std::int64_t cellCount, ug::Error* error) {
-        const auto hasRoom = [&](vtkXMLDataElement* list, std::int64_t count, auto isWanted) {
-            for (int i = 0; list && i < list->GetNumberOfNestedElements(); ++i) {
-                vtkXMLDataElement* array = list->GetNestedElement(i);
-                if (isWanted(array) && !m_arrays->hasRoom(array, count, error)) {
-                    return false;
-                }
-            }
-            return true;
-        };
-        return hasRoom(this->PointDataElements[piece], pointCount,
-                       [this](vtkXMLDataElement* array) { return this->PointDataArrayIsEnabled(array) != 0; }) &&
-               hasRoom(this->CellDataElements[piece], cellCount,
-                       [this](vtkXMLDataElement* array) { return this->CellDataArrayIsEnabled(array) != 0; });
+        const auto isWantedOfPoints = [this](vtkXMLDataElement* array) { return this->PointDataArrayIsEnabled(array); };
+        const auto isWantedOfCells = [this](vtkXMLDataElement* array) { return this->CellDataArrayIsEnabled(array); };
+        return checkArrays(arraysOf(this->PointDataElements[piece], isWantedOfPoints),
+                           arraysOf(this->PointDataElements[0], isWantedOfPoints), pointCount, error) &&
+               checkArrays(arraysOf(this->CellDataElements[piece], isWantedOfCells),
+                           arraysOf(this->CellDataElements[0], isWantedOfCells), cellCount, error);
     }
 
     /// The coordinates of a piece's points.
@@ -172,6 +186,24 @@ private:
         }
         vtkIdType count = 0;
         return !time || !time->GetScalarAttribute("NumberOfTuples", count) || m_arrays->hasRoom(time, count, error);
+    }
+
+    // VTK makes the arrays of the first piece, each name once, and takes those of a piece for them in turn.
+    bool checkArrays(const std::vector<vtkXMLDataElement*>& arrays, const std::vector<vtkXMLDataElement*>& first,
+                     std::int64_t count, ug::Error* error) {
+        std::set<std::string_view> names;
+        for (std::size_t i = 0; i < arrays.size(); ++i) {
+            if (i >= first.size() || !isAlike(arrays[i], first[i])) {
+                return XmlArrays::fail(arrays[i], "expected the arrays of the first piece, found another one", error);
+            }
+            if (!names.insert(arrays[i]->GetAttribute("Name")).second) {
+                return XmlArrays::fail(arrays[i], "expected another name, found that of two arrays", error);
+            }
+            if (!m_arrays->hasRoom(arrays[i], count, error)) {
+                return false;
+            }
+        }
+        return arrays.size() == first.size() || XmlArrays::fail(first[arrays.size()], "not found in a piece", error);
     }
 
     bool readValues(vtkXMLDataElement* element, vtkIdType arrayIndex, vtkDataArray* array, vtkIdType first,

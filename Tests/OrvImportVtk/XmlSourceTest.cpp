@@ -162,6 +162,22 @@ TEST_F(XmlSource, AFailureIsToldEachTimeAndOtherArraysCanBeRead) {
     EXPECT_TRUE(orvtest::load(m_source.get(), 1, {orvtest::findResult(m_source.get(), "Number")}));
 }
 
+// VTK takes the arrays of a piece by their order.
+TEST_F(XmlSource, ArraysOfPiecesMustBeTheSame) {
+    EXPECT_THAT(errorOf("solids.vtu", replaced(sample("solids.vtu"), "Number\"", "Number", "Stress"), "Stress"),
+                HasSubstr("array 'Stress', expected another name, found that of two arrays"));
+    std::string piece = sample("solids.vtu");
+    const std::size_t end = piece.find("</UnstructuredGrid>");
+    piece = piece.substr(piece.find("<Piece"), end - piece.find("<Piece"));
+    const auto twice = [&](const std::string& other) { return sample("solids.vtu").insert(end, other); };
+    EXPECT_EQ(errorOf("solids.vtu", twice(piece), "Stress"), "");
+    EXPECT_EQ(m_source->state(0)->geometry(0)->part(0)->elements()->elementCount(), 6u);
+    EXPECT_THAT(errorOf("solids.vtu", twice(replaced(piece, "Stress", "6", "3")), "Stress"),
+                HasSubstr("array 'Stress', expected the arrays of the first piece, found another one"));
+    EXPECT_THAT(errorOf("solids.vtu", twice(replaced(piece, "\"Stress", "Stress", "Strain")), "Stress"),
+                HasSubstr("array 'Stress', not found in a piece"));
+}
+
 // Files of old have levels, 0 being the piece's own cells.
 TEST_F(XmlSource, GhostLevelsAreGhosts) {
     const std::string tag = "<CellData>";
