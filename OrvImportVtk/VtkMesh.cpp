@@ -23,6 +23,7 @@
 #include <limits>
 #include <numeric>
 #include <span>
+#include <type_traits>
 #include <utility>
 
 namespace orv::imp::cae {
@@ -212,13 +213,17 @@ private:
         return true;
     }
 
+    // The highest bit of a point, and of what is left up to the last one, is set in all that are none.
     template <class Index>
     bool arePoints(const Index* points, vtkIdType count) const {
-        bool areWithin = true;
+        using Bits = std::make_unsigned_t<Index>;
+        constexpr int HIGHEST = std::numeric_limits<Index>::digits;
+        const auto last = Bits(std::min<vtkIdType>(m_pointCount - 1, std::numeric_limits<Index>::max()));
+        Bits seen = 0;
         for (vtkIdType i = 0; i < count; ++i) {
-            areWithin &= points[i] >= 0 && points[i] < m_pointCount;
+            seen |= Bits(points[i]) | (last - Bits(points[i]));
         }
-        return areWithin;
+        return seen >> HIGHEST == 0;
     }
 
     const VtkCell* findKnown(int cellType) {

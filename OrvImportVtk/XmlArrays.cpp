@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <bit>
 #include <string_view>
+#include <vector>
 
 namespace orv::imp::cae {
 namespace {
@@ -21,6 +22,19 @@ std::string_view attributeOf(vtkXMLDataElement* element, const char* name) {
 
 bool isAppended(vtkXMLDataElement* array) {
     return array->GetAttribute("offset") != nullptr;
+}
+
+template <class Number>
+void narrow(const Number* numbers, std::size_t count, std::int32_t* indexes) {
+    constexpr int BITS = 31;
+    std::uint64_t seen = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        seen |= std::uint64_t(numbers[i]);
+        indexes[i] = std::int32_t(numbers[i]);
+    }
+    for (std::size_t i = 0; i < count && seen >> BITS != 0; ++i) {
+        indexes[i] = std::uint64_t(numbers[i]) >> BITS == 0 ? indexes[i] : -1;
+    }
 }
 
 } // namespace
@@ -94,6 +108,39 @@ bool XmlArrays::read(vtkXMLDataElement* array, std::int64_t first, std::int64_t 
     }
     if (m_layout.isSwapped && valueSize > 1) {
         vtkByteSwap::SwapVoidRange(values, std::size_t(count), valueSize);
+    }
+    return true;
+}
+
+bool XmlArrays::hasIndexes(vtkXMLDataElement* array) {
+    const std::string_view type = attributeOf(array, "type");
+    return !isText(array) && (type == "Int32" || type == "Int64");
+}
+
+bool XmlArrays::readIndexes(vtkXMLDataElement* array, std::int64_t count, std::int32_t* indexes,
+                            const XmlBytes::Tell& tell, ug::Error* error) {
+    return attributeOf(array, "type") == "Int32" ? readNarrow<std::int32_t>(array, count, indexes, tell, error)
+                                                 : readNarrow<std::int64_t>(array, count, indexes, tell, error);
+}
+
+// Piece by piece, so that the wide numbers do not go through the memory.
+template <class Number>
+bool XmlArrays::readNarrow(vtkXMLDataElement* array, std::int64_t count, std::int32_t* indexes,
+                           const XmlBytes::Tell& tell, ug::Error* error) {
+    const XmlBytes* bytes = count > 0 ? bytesOf(array, error) : nullptr;
+    if (!bytes) {
+        return count == 0;
+    }
+    const std::size_t pieceSize = bytes->pieceSize();
+    const std::int64_t piece = pieceSize % sizeof(Number) == 0 ? std::int64_t(pieceSize / sizeof(Number)) : count;
+    std::vector<Number> numbers(std::size_t(std::min(piece, count)));
+    for (std::int64_t first = 0; first < count; first += piece) {
+        const std::int64_t part = std::min(piece, count - first);
+        const auto tellPart = [&](double share) { tell((double(first) + share * double(part)) / double(count)); };
+        if (!read(array, first, part, sizeof(Number), numbers.data(), tellPart, error)) {
+            return false;
+        }
+        narrow(numbers.data(), std::size_t(part), indexes + first);
     }
     return true;
 }

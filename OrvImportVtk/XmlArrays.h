@@ -33,10 +33,20 @@ public:
     bool read(vtkXMLDataElement* array, std::int64_t first, std::int64_t count, std::size_t valueSize, void* values,
               const XmlBytes::Tell& tell, ug::Error* error);
 
+    /// Whether readIndexes() can read it.
+    static bool hasIndexes(vtkXMLDataElement* array);
+
+    /// Whole numbers, of which those that are negative or have no room become -1.
+    bool readIndexes(vtkXMLDataElement* array, std::int64_t count, std::int32_t* indexes, const XmlBytes::Tell& tell,
+                     ug::Error* error);
+
     /// Fills the error. Always false.
     static bool fail(vtkXMLDataElement* array, const std::string& text, ug::Error* error);
 
 private:
+    template <class Number>
+    bool readNarrow(vtkXMLDataElement* array, std::int64_t count, std::int32_t* indexes, const XmlBytes::Tell& tell,
+                    ug::Error* error);
     XmlBytes* bytesOf(vtkXMLDataElement* array, ug::Error* error);
     bool findBegin(vtkXMLDataElement* array, std::int64_t* begin, ug::Error* error) const;
     std::int64_t findInline(vtkXMLDataElement* array) const;

@@ -36,8 +36,7 @@ std::uint64_t mostCompressionOf(vtkDataCompressor* compressor) {
 
 } // namespace
 
-XmlBytes::XmlBytes(const CaeFile& file, const XmlLayout& layout)
-    : m_source(file), m_fileSize(file.size()), m_layout(layout) {}
+XmlBytes::XmlBytes(const CaeFile& file, const XmlLayout& layout) : m_file(file), m_source(file), m_layout(layout) {}
 
 bool XmlBytes::open(std::int64_t begin, bool isBase64, ug::Error* error) {
     m_headBegin = begin;
@@ -48,6 +47,11 @@ bool XmlBytes::open(std::int64_t begin, bool isBase64, ug::Error* error) {
 
 std::uint64_t XmlBytes::size() const {
     return m_size;
+}
+
+std::size_t XmlBytes::pieceSize() const {
+    constexpr std::size_t PIECE = 3 << 13; // Its text has 32768 characters, which is what CaeBytes reads at once.
+    return m_blockSize > 0 ? m_blockSize : PIECE;
 }
 
 bool XmlBytes::read(std::uint64_t offset, std::size_t count, unsigned char* bytes, const Tell& tell, ug::Error* error) {
@@ -117,19 +121,26 @@ bool XmlBytes::listBlocks(const unsigned char* packedSizes, std::size_t blockCou
 
 bool XmlBytes::readPlain(std::uint64_t offset, std::size_t count, unsigned char* bytes, const Tell& tell,
                          ug::Error* error) {
-    constexpr std::size_t CHUNK = 1 << 15; // What CaeBytes reads at once.
-    const std::size_t chunk = m_isBase64 ? CHUNK / 4 * 3 : CHUNK;
     for (std::size_t done = 0; done < count;) {
-        const std::size_t part = std::min(chunk, count - done);
-        const unsigned char* values = at(m_layout.numberSize + offset + done, part);
-        if (!values) {
+        const std::size_t part = std::min(pieceSize(), count - done);
+        if (!copy(m_layout.numberSize + offset + done, part, bytes + done)) {
             return fail("expected " + std::to_string(m_size) + " bytes, found damaged ones", error);
         }
-        std::memcpy(bytes + done, values, part);
         done += part;
         tell(double(done) / double(count));
     }
     return true;
+}
+
+bool XmlBytes::copy(std::uint64_t offset, std::size_t count, unsigned char* bytes) {
+    if (!m_isBase64) {
+        return m_file.read(m_begin + std::int64_t(offset), reinterpret_cast<char*>(bytes), count) == count;
+    }
+    const unsigned char* values = at(offset, count);
+    if (values) {
+        std::memcpy(bytes, values, count);
+    }
+    return values;
 }
 
 bool XmlBytes::readPacked(std::uint64_t offset, std::size_t count, unsigned char* bytes, const Tell& tell,
@@ -179,7 +190,7 @@ const unsigned char* XmlBytes::at(std::uint64_t offset, std::size_t count) {
 
 // What there is from the begin on, if all the rest of the file belonged to it.
 std::uint64_t XmlBytes::room() const {
-    const auto left = std::uint64_t(std::max<std::int64_t>(m_fileSize - m_begin, 0));
+    const auto left = std::uint64_t(std::max<std::int64_t>(m_file.size() - m_begin, 0));
     return m_isBase64 ? left / 4 * 3 : left;
 }
 

@@ -37,6 +37,9 @@ public:
     /// How many there are, unpacked.
     std::uint64_t size() const;
 
+    /// How many are best read at once, from a multiple of it on.
+    std::size_t pieceSize() const;
+
     /// They must all be within size().
     bool read(std::uint64_t offset, std::size_t count, unsigned char* bytes, const Tell& tell, ug::Error* error);
 
@@ -46,6 +49,7 @@ private:
     bool listBlocks(const unsigned char* packedSizes, std::size_t blockCount, ug::Error* error);
     bool readPlain(std::uint64_t offset, std::size_t count, unsigned char* bytes, const Tell& tell, ug::Error* error);
     bool readPacked(std::uint64_t offset, std::size_t count, unsigned char* bytes, const Tell& tell, ug::Error* error);
+    bool copy(std::uint64_t offset, std::size_t count, unsigned char* bytes);
     bool unpack(std::size_t block, unsigned char* bytes, ug::Error* error);
 
     const unsigned char* at(std::uint64_t offset, std::size_t count);
@@ -54,8 +58,8 @@ private:
     std::size_t blockSize(std::size_t block) const;
     bool fail(const std::string& text, ug::Error* error) const;
 
+    const CaeFile& m_file;
     CaeBytes m_source;
-    std::int64_t m_fileSize;
     XmlLayout m_layout;
     bool m_isBase64 = false;
     std::int64_t m_headBegin = 0; ///< Byte of the file.

@@ -4,8 +4,13 @@
 #include "OrvImportVtk/XmlArrays.h"
 
 #include <vtkBitArray.h>
+#include <vtkCellArray.h>
 #include <vtkDataArray.h>
+#include <vtkNew.h>
 #include <vtkObjectFactory.h>
+#include <vtkTypeInt32Array.h>
+#include <vtkUnsignedCharArray.h>
+#include <vtkUnstructuredGrid.h>
 #include <vtkXMLDataElement.h>
 #include <vtkXMLImageDataReader.h>
 #include <vtkXMLPolyDataReader.h>
@@ -118,12 +123,12 @@ protected:
     void ReadXMLData() override {
         ug::Error error;
         this->FieldDataElement = nullptr;
-        m_hasFailed = !check(&error);
-        if (m_hasFailed) {
-            vtkErrorMacro(<< error.message().toStdString());
-            return;
+        m_hasFailed = false;
+        if (check(&error)) {
+            Base::ReadXMLData();
+        } else {
+            tellFailure(error);
         }
-        Base::ReadXMLData();
     }
 
     int ReadArrayValues(vtkXMLDataElement* element, vtkIdType arrayIndex, vtkAbstractArray* array, vtkIdType first,
@@ -136,8 +141,7 @@ protected:
         const bool hasPlace = arrayIndex >= 0 && count >= 0 && arrayIndex <= numbers->GetNumberOfValues() - count;
         if (!m_hasFailed && !(hasPlace && readValues(element, arrayIndex, numbers, first, count, type, &error) &&
                               areSound(element, numbers, arrayIndex, count, &error))) {
-            m_hasFailed = true;
-            vtkErrorMacro(<< error.message().toStdString());
+            tellFailure(error);
         }
         if (m_hasFailed && hasPlace && count > 0) {
             std::memset(numbers->GetVoidPointer(arrayIndex), 0,
@@ -172,6 +176,23 @@ protected:
 
     XmlArrays& arrays() {
         return *m_arrays;
+    }
+
+    /// Tells how far one array has come.
+    XmlBytes::Tell teller() {
+        return [this](double share) {
+            const float* range = this->ProgressRange;
+            this->UpdateProgressDiscrete(range[0] + float(share) * (range[1] - range[0]));
+        };
+    }
+
+    bool hasFailed() const {
+        return m_hasFailed;
+    }
+
+    void tellFailure(const ug::Error& error) {
+        m_hasFailed = true;
+        vtkErrorMacro(<< error.message().toStdString());
     }
 
 private:
@@ -217,12 +238,8 @@ private:
                                        std::to_string(count) + " values, found fewer",
                                    error);
         }
-        const auto tell = [this](double share) {
-            const float* range = this->ProgressRange;
-            this->UpdateProgressDiscrete(range[0] + float(share) * (range[1] - range[0]));
-        };
         const bool isRead = m_arrays->read(element, first, count, std::size_t(array->GetDataTypeSize()),
-                                           array->GetVoidPointer(arrayIndex), tell, error);
+                                           array->GetVoidPointer(arrayIndex), teller(), error);
         array->Modified();
         return isRead;
     }
@@ -281,8 +298,11 @@ protected:
                 areRight = isAscending(static_cast<const VTK_TT*>(array->GetVoidPointer(first)), count, &nodeCount));
         }
         vtkXMLDataElement* nodes = this->FindDataArrayWithName(element->GetParent(), "connectivity");
-        return (areRight && this->arrays().hasRoom(nodes, nodeCount, nullptr)) ||
-               XmlArrays::fail(element, "the offsets of the cells are damaged", error);
+        return (areRight && this->arrays().hasRoom(nodes, nodeCount, nullptr)) || failWithOffsets(element, error);
+    }
+
+    static bool failWithOffsets(vtkXMLDataElement* offsets, ug::Error* error) {
+        return XmlArrays::fail(offsets, "the offsets of the cells are damaged", error);
     }
 
 private:
@@ -312,6 +332,25 @@ protected:
         return isRead;
     }
 
+    // The cells of the usual files go past VTK, for which they are larger numbers and several copies of them.
+    int ReadPieceData() override {
+        if (!hasPlainCells()) {
+            return vtkXMLUnstructuredGridReader::ReadPieceData();
+        }
+        const float whole[2] = {ProgressRange[0], ProgressRange[1]};
+        constexpr int STEPS = 2;
+        SetProgressRange(whole, 0, STEPS);
+        if (!vtkXMLUnstructuredDataReader::ReadPieceData()) {
+            return 0;
+        }
+        SetProgressRange(whole, 1, STEPS);
+        ug::Error error;
+        if (!hasFailed() && !readCells(&error)) {
+            tellFailure(error);
+        }
+        return 1;
+    }
+
     bool check(ug::Error* error) override {
         for (int piece = 0; piece < NumberOfPieces; ++piece) {
             if (!checkPoints(PointElements[piece], NumberOfPoints[piece], error) ||
@@ -321,6 +360,44 @@ protected:
             }
         }
         return true;
+    }
+
+private:
+    // One piece, and numbers that have room in 32 bits.
+    bool hasPlainCells() {
+        vtkXMLDataElement* cells = CellElements[Piece];
+        return NumberOfPieces == 1 && NumberOfCells[Piece] > 0 &&
+               NumberOfCells[Piece] < std::numeric_limits<std::int32_t>::max() &&
+               XmlArrays::hasIndexes(FindDataArrayWithName(cells, "offsets")) &&
+               XmlArrays::hasIndexes(FindDataArrayWithName(cells, "connectivity")) &&
+               FindDataArrayWithName(cells, "types")->GetAttribute("type") == std::string_view("UInt8");
+    }
+
+    bool readCells(ug::Error* error) {
+        vtkXMLDataElement* cells = CellElements[Piece];
+        vtkXMLDataElement* ends = FindDataArrayWithName(cells, "offsets");
+        vtkXMLDataElement* points = FindDataArrayWithName(cells, "connectivity");
+        const vtkIdType cellCount = NumberOfCells[Piece];
+        vtkNew<vtkTypeInt32Array> offsets;
+        offsets->SetNumberOfValues(cellCount + 1);
+        offsets->SetValue(0, 0);
+        if (!arrays().readIndexes(ends, cellCount, offsets->GetPointer(1), teller(), error)) {
+            return false;
+        }
+        const std::int64_t pointCount = offsets->GetValue(cellCount);
+        if (!std::is_sorted(offsets->GetPointer(0), offsets->GetPointer(0) + cellCount + 1) ||
+            !arrays().hasRoom(points, pointCount, nullptr)) {
+            return failWithOffsets(ends, error);
+        }
+        vtkNew<vtkTypeInt32Array> connectivity;
+        connectivity->SetNumberOfValues(pointCount);
+        if (!arrays().readIndexes(points, pointCount, connectivity->GetPointer(0), teller(), error)) {
+            return false;
+        }
+        auto* grid = vtkUnstructuredGrid::SafeDownCast(GetCurrentOutput());
+        grid->GetCells()->SetData(offsets, connectivity);
+        return ReadArrayValues(FindDataArrayWithName(cells, "types"), 0, grid->GetCellTypesArray(), 0, cellCount,
+                               vtkXMLReader::OTHER) != 0;
     }
 };
 

@@ -165,10 +165,18 @@ TEST_F(VtkMesh, PyramidsMayHaveOnePointMore) {
 }
 
 TEST_F(VtkMesh, PointsThatAreNotThereAreRefused) {
-    for (const vtkIdType bad : {vtkIdType(6), vtkIdType(-1)}) {
+    using Limits = std::numeric_limits<vtkIdType>;
+    using ShortLimits = std::numeric_limits<vtkTypeInt32>;
+    for (const vtkIdType bad : {vtkIdType(6), vtkIdType(-1), vtkIdType(ShortLimits::max()),
+                                vtkIdType(ShortLimits::min()), Limits::max(), Limits::min()}) {
         grid->Reset();
+        grid->GetCells()->ConvertTo64BitStorage();
         addCell(VTK_TRIANGLE, {0, 1, 2});
         addCell(VTK_LINE, {0, bad});
+        if (bad >= ShortLimits::min() && bad <= ShortLimits::max()) {
+            EXPECT_FALSE(fill(grid));
+            grid->GetCells()->ConvertTo32BitStorage();
+        }
         EXPECT_FALSE(fill(grid));
         EXPECT_EQ(error.message(), Str("cell 1 has a point that is not one of the 6 points of its mesh"));
     }

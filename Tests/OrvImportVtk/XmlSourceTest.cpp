@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <fstream>
 
 using namespace orv;
@@ -25,6 +27,33 @@ std::string replaced(std::string text, const std::string& place, const std::stri
 // Behind the mark that the appended arrays of a file begin with.
 std::size_t appendedBegin(const std::string& file) {
     return file.find('_', file.find("<AppendedData")) + 1;
+}
+
+// Where the values of an array of 64-bit numbers begin, in a file that is neither packed nor in base64.
+std::size_t valuesBegin(const std::string& file, const std::string& array) {
+    const std::string word = "offset=\"";
+    const std::size_t place = file.find(word, file.find("Name=\"" + array + '"')) + word.size();
+    return appendedBegin(file) + std::stoul(file.substr(place)) + sizeof(std::uint64_t);
+}
+
+// One of them is another one.
+std::string withNumber(std::string file, const std::string& array, std::size_t index, std::int64_t number) {
+    std::memcpy(&file[valuesBegin(file, array) + index * sizeof number], &number, sizeof number);
+    return file;
+}
+
+// They are of 32 bits.
+std::string narrowed(std::string file, const std::string& array) {
+    const std::size_t begin = valuesBegin(file, array);
+    std::uint64_t size = 0;
+    std::memcpy(&size, &file[begin - sizeof size], sizeof size);
+    size /= 2;
+    std::memcpy(&file[begin - sizeof size], &size, sizeof size);
+    for (std::size_t at = 0; at < size; at += sizeof(std::int32_t)) {
+        std::memcpy(&file[begin + at], &file[begin + 2 * at], sizeof(std::int32_t));
+    }
+    const std::string wide = "Int64\" Name=\"" + array;
+    return file.replace(file.find(wide), wide.size(), "Int32\" Name=\"" + array);
 }
 
 class XmlSource : public testing::Test {
@@ -160,6 +189,35 @@ TEST_F(XmlSource, AFailureIsToldEachTimeAndOtherArraysCanBeRead) {
     EXPECT_FALSE(orvtest::load(m_source.get(), 1, {orvtest::findResult(m_source.get(), "Temperature")}, &error));
     EXPECT_THAT(error.message().toStdString(), HasSubstr("array 'Temperature'"));
     EXPECT_TRUE(orvtest::load(m_source.get(), 1, {orvtest::findResult(m_source.get(), "Number")}));
+}
+
+// Cells of 8, 4 and 5 of 13 points. The low 32 bits of the large numbers are those of good ones.
+TEST_F(XmlSource, NumbersThatHaveNoRoomIn32BitsAreNoPointsAndOffsets) {
+    const std::string file = sample("solids_raw64.vtu");
+    constexpr std::int64_t LARGE = std::int64_t(1) << 32;
+    for (const std::int64_t point : {std::int64_t(-5), std::int64_t(13), LARGE + 1, -LARGE + 1}) {
+        EXPECT_THAT(errorOf("solids.vtu", withNumber(file, "connectivity", 9, point)),
+                    HasSubstr("cell 1 has a point that is not one of the 13 points of its mesh"));
+    }
+    for (const std::int64_t offset : {std::int64_t(7), std::int64_t(18), LARGE + 12, -LARGE + 12}) {
+        EXPECT_THAT(errorOf("solids.vtu", withNumber(file, "offsets", 1, offset)),
+                    HasSubstr("array 'offsets', the offsets of the cells are damaged"));
+    }
+    EXPECT_THAT(errorOf("solids.vtu", withNumber(file, "offsets", 2, 18)),
+                HasSubstr("array 'offsets', the offsets of the cells are damaged"));
+}
+
+TEST_F(XmlSource, PointsAndOffsetsMayBeOf32Bits) {
+    const std::string file = sample("solids_raw64.vtu");
+    EXPECT_EQ(errorOf("solids.vtu", file), "");
+    const ug::DataElements expected = *m_source->state(0)->geometry(0)->part(0)->elements();
+    for (const std::string& other : {narrowed(file, "offsets"), narrowed(file, "connectivity")}) {
+        EXPECT_EQ(errorOf("solids.vtu", other), "");
+        const ug::DataElements& elements = *m_source->state(0)->geometry(0)->part(0)->elements();
+        EXPECT_THAT(elements.connectivity(), testing::ElementsAreArray(expected.connectivity()));
+    }
+    EXPECT_THAT(errorOf("solids.vtu", withNumber(narrowed(file, "offsets"), "offsets", 0, -1)),
+                HasSubstr("the offsets of the cells are damaged"));
 }
 
 // VTK takes the arrays of a piece by their order.
