@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -99,20 +98,20 @@ private:
 
     Mesh readSurface() {
         vtkNew<vtkPolyData> surface;
-        constexpr LegacyIndex::List LISTS[] = {LegacyIndex::VERTICES, LegacyIndex::LINES, LegacyIndex::POLYGONS,
-                                               LegacyIndex::TRIANGLE_STRIPS};
-        constexpr void (vtkPolyData::*SETTERS[])(vtkCellArray*) = {&vtkPolyData::SetVerts, &vtkPolyData::SetLines,
-                                                                   &vtkPolyData::SetPolys, &vtkPolyData::SetStrips};
-        if (!readPoints(surface)) {
+        CellNodes vertices;
+        CellNodes lines;
+        CellNodes polygons;
+        CellNodes strips;
+        if (!readPoints(surface) || !readCells(m_index.cells[LegacyIndex::VERTICES], &vertices) ||
+            !readCells(m_index.cells[LegacyIndex::LINES], &lines) ||
+            !readCells(m_index.cells[LegacyIndex::POLYGONS], &polygons) ||
+            !readCells(m_index.cells[LegacyIndex::TRIANGLE_STRIPS], &strips)) {
             return nullptr;
         }
-        for (std::size_t i = 0; i < std::size(LISTS); ++i) {
-            CellNodes cells;
-            if (!readCells(m_index.cells[LISTS[i]], &cells)) {
-                return nullptr;
-            }
-            (surface->*SETTERS[i])(makeList(cells));
-        }
+        surface->SetVerts(makeList(vertices));
+        surface->SetLines(makeList(lines));
+        surface->SetPolys(makeList(polygons));
+        surface->SetStrips(makeList(strips));
         return surface;
     }
 
@@ -132,17 +131,17 @@ private:
 
     Mesh readPlanes() {
         vtkNew<vtkRectilinearGrid> grid;
-        constexpr void (vtkRectilinearGrid::*SETTERS[])(vtkDataArray*) = {&vtkRectilinearGrid::SetXCoordinates,
-                                                                          &vtkRectilinearGrid::SetYCoordinates,
-                                                                          &vtkRectilinearGrid::SetZCoordinates};
         setDimensions(grid.Get());
-        for (std::size_t axis = 0; axis < std::size(SETTERS); ++axis) {
-            const vtkSmartPointer<vtkDataArray> places = readArray(&m_input, m_index.planes[axis], 1);
-            if (!places) {
+        std::array<vtkSmartPointer<vtkDataArray>, 3> planes;
+        for (std::size_t axis = 0; axis < planes.size(); ++axis) {
+            planes[axis] = readArray(&m_input, m_index.planes[axis], 1);
+            if (!planes[axis]) {
                 return nullptr;
             }
-            (grid.Get()->*SETTERS[axis])(places);
         }
+        grid->SetXCoordinates(planes[0]);
+        grid->SetYCoordinates(planes[1]);
+        grid->SetZCoordinates(planes[2]);
         return grid;
     }
 
