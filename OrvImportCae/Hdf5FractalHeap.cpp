@@ -92,7 +92,7 @@ Hdf5Cursor Hdf5FractalHeap::managedItem(Hdf5Cursor& id, const char* what) {
         const std::uint64_t bit = within == 0 ? 0 : log2Of(within);
         const std::uint64_t row = bit < rowBits ? 0 : bit - rowBits + 1;
         const std::uint64_t rowBegin = row == 0 ? 0 : std::uint64_t(1) << bit;
-        const std::uint64_t column = (within - rowBegin) / rowSize(row);
+        const std::uint64_t column = (within - rowBegin) >> log2Of(rowSize(row));
         id.expectBetween("the row", row, 0, rows - 1);
         const Hdf5Block& block = indirectBlock(blockAddress, rows, blockOffset);
         Hdf5Cursor entry = block.cursor(m_input.sizes(), INDIRECT);

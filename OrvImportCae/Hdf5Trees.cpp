@@ -174,7 +174,7 @@ std::uint64_t walkHdf5Tree(Hdf5Input& input, std::uint64_t address, Hdf5Tree typ
 }
 
 std::size_t hdf5SizeOfNumber(std::uint64_t largest) {
-    return std::size_t(std::max<int>(std::bit_width(largest), 1) - 1) / 8 + 1;
+    return (std::size_t(std::bit_width(largest | 1)) - 1) / 8 + 1;
 }
 
 } // namespace orv::imp::cae
