@@ -73,7 +73,7 @@ bool joinCgnsArrays(const std::vector<CgnsArray>& arrays, ug::ResultMapping mapp
                                         [&](const CgnsArray& array) { return array.name == vector.name; });
         const bool isJoined = vector.sum == sumOfAll && !isName;
         if (isJoined && !isWhole(vector, physicalDimension)) {
-            return ug::fail(error, Str("VTK cannot tell which arrays are components of '" + vector.name + "'"));
+            return ug::fail(error, Str("does not tell which arrays are components of '" + vector.name + "'"));
         }
         if (physicalDimension == 2 && vector.components[2] != NONE) {
             isTaken[vector.components[2]] = true;

@@ -15,7 +15,7 @@ struct CgnsArray {
 };
 
 /// The arrays that become of those of one solution, with the names of their components if they may be other than those
-/// of a vector, as VTK's reader of CGNS has them: what has the endings X, Y and Z, or _x, _y and _z, is put together,
+/// of a vector: what has the endings X, Y and Z, or _x, _y and _z, is put together,
 /// in flat bases X and Y, to be filled up with zeros; unless one is missing, they are not of the same type, or there is
 /// an array with the name that is left. In flat bases what else ends in Z is left out. An error where the numbers of
 /// the endings add up to a vector's, but are others.

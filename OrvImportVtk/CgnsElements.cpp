@@ -283,7 +283,7 @@ bool checkCgnsSections(const CgnsZone& zone, CgnsLeftOut* leftOut, ug::Error* er
         const bool hasOthers = std::any_of(zone.sections.begin(), zone.sections.end(),
                                            [](const CgnsSection& section) { return !isOfFaces(section.elementType); });
         return (hasPolygons && !hasOthers && zone.cellCounts[0] == (hasPolyhedra ? polyhedra : polygons)) ||
-               ug::fail(error, "has polygons and other elements, or not as many as it tells, which VTK does not read");
+               ug::fail(error, "has polygons and other elements, or not as many as it tells");
     }
     std::vector<std::pair<std::int64_t, std::int64_t>> ranges;
     for (const CgnsSection& section : zone.sections) {
@@ -295,7 +295,7 @@ bool checkCgnsSections(const CgnsZone& zone, CgnsLeftOut* leftOut, ug::Error* er
         }
     }
     return areCells(std::move(ranges), zone.cellCounts[0]) ||
-           ug::fail(error, "does not number its cells from 1 on, without gaps, which VTK needs");
+           ug::fail(error, "does not number its cells from 1 on, without gaps");
 }
 
 bool readCgnsCells(const CgnsTree& tree, const CgnsNode& node, const CgnsZone& zone, vtkUnstructuredGrid* grid,

@@ -52,7 +52,7 @@ private:
         }
         if (std::adjacent_find(m_base.times.begin(), m_base.times.end(), std::greater_equal()) != m_base.times.end() ||
             !std::all_of(m_base.times.begin(), m_base.times.end(), [](double time) { return std::isfinite(time); })) {
-            return ug::fail(error, "has times that do not ascend, which VTK does not read");
+            return ug::fail(error, "has times that do not ascend");
         }
         return true;
     }

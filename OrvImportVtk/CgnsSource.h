@@ -10,8 +10,8 @@ class vtkPointSet;
 
 namespace orv::imp::cae {
 
-/// CGNS: zones as parts, solutions at their nodes and in their cells, times. Goes by the CGNS library's tree of nodes
-/// itself, as VTK's reader tells only of the first zone what there is, and believes whatever a file tells it.
+/// CGNS: zones as parts, solutions at their nodes and in their cells, times. Goes by the CGNS library's tree of nodes,
+/// as VTK's reader tells only of the first zone what there is, and believes whatever a file tells it.
 class CgnsSource : public VtkSource {
 public:
     bool open(const std::string& filename, VtkContents* contents, ug::Error* error) override;

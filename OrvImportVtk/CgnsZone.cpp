@@ -105,7 +105,7 @@ private:
             ++axes;
             const std::size_t axis = std::string_view("XYZ").find(array.name.back());
             if (axis == std::string_view::npos || (array.type != "R4" && array.type != "R8")) {
-                return ug::fail(error, Str("has coordinates '" + array.name + "', which VTK does not know"));
+                return ug::fail(error, Str("has coordinates '" + array.name + "' that are not Cartesian reals"));
             }
             if (!checkCgnsValues(array, m_zone.nodeCounts, grid->rind, error)) {
                 return false;
