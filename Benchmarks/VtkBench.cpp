@@ -102,6 +102,17 @@ std::string write(const std::string& path, vtkUnstructuredGrid* grid) {
     return path;
 }
 
+// Neither packed nor as text.
+std::string writeRaw(const std::string& path, vtkUnstructuredGrid* grid) {
+    vtkNew<vtkXMLUnstructuredGridWriter> writer;
+    writer->SetFileName(path.c_str());
+    writer->SetInputData(grid);
+    writer->SetCompressorTypeToNone();
+    writer->EncodeAppendedDataOff();
+    writer->Write();
+    return path;
+}
+
 // Two pieces, which are the same file.
 std::string writePieces(const std::string& path, const std::string& piece) {
     std::ofstream file(path);
@@ -298,6 +309,7 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(folder);
     const vtkSmartPointer<vtkUnstructuredGrid> grid = makeBlock();
     const std::string xml = write<vtkXMLUnstructuredGridWriter>(folder + "/block.vtu", grid);
+    const std::string raw = writeRaw(folder + "/raw.vtu", grid);
     const std::string exodus = write<vtkExodusIIWriter>(folder + "/block.ex2", grid);
     const std::string pieces = writePieces(folder + "/block.pvtu", "block.vtu");
     const std::string legacy = writeLegacy(folder + "/block.vtk", VTK_BINARY, grid);
@@ -314,6 +326,7 @@ int main(int argc, char** argv) {
         claims.add(name, 1.1, {nothing, [path] { openAndLoad(path); }}, {nothing, [=] { read(path); }});
     };
     add("open and load .vtu", xml, readXml<vtkXMLUnstructuredGridReader>);
+    add("open and load .vtu, raw", raw, readXml<vtkXMLUnstructuredGridReader>);
     add("open and load .pvtu", pieces, readXml<vtkXMLPUnstructuredGridReader>);
     add("open and load .vtk, binary", legacy, readLegacy);
     add("open and load .vtk, ASCII", asciiLegacy, readLegacy);
