@@ -1,5 +1,7 @@
 #include "OrvImportVtk/LegacyMesh.h"
 
+#include "OrvImportVtk/VtkVectorArray.h"
+
 #include <vtkCellArray.h>
 #include <vtkCellData.h>
 #include <vtkCellType.h>
@@ -152,7 +154,7 @@ private:
     }
 
     bool readPoints(vtkPointSet* mesh) {
-        const vtkSmartPointer<vtkDataArray> places = readArray(&m_input, m_index.points, 3);
+        const vtkSmartPointer<vtkDataArray> places = readPlaces();
         if (places) {
             vtkNew<vtkPoints> points;
             points->SetData(places);
@@ -161,14 +163,22 @@ private:
         return places;
     }
 
+    vtkSmartPointer<vtkDataArray> readPlaces() {
+        if (m_index.points.type == LegacyType::FLOAT && m_input.isBinary()) {
+            return readArray(&m_input, m_index.points, 3);
+        }
+        const auto places = VtkPlaces::make(3, std::size_t(m_index.points.count));
+        return m_input.read(m_index.points, places->GetPointer(0)) ? places : nullptr;
+    }
+
     bool readCells(const LegacyCells& list, CellNodes* cells) {
         constexpr std::int64_t MOST = std::numeric_limits<std::int32_t>::max();
         if (list.nodes.count > MOST) {
             return m_input.fail("expected at most " + std::to_string(MOST) + " numbers of " + list.nodes.what +
                                 ", found " + std::to_string(list.nodes.count));
         }
-        cells->nodes = readInto<vtkTypeInt32Array>(&m_input, list.nodes, 1);
-        if (!cells->nodes) {
+        cells->nodes = VtkIndexes::make(1, std::size_t(list.nodes.count));
+        if (!m_input.read(list.nodes, cells->nodes->GetPointer(0))) {
             return false;
         }
         if (!list.offsets) {

@@ -2,6 +2,7 @@
 
 #include "OrvCore/Vec3d.h"
 #include "OrvImportVtk/VtkCells.h"
+#include "OrvImportVtk/VtkVectorArray.h"
 
 #include <vtkAOSDataArrayTemplate.h>
 #include <vtkCellArray.h>
@@ -36,10 +37,14 @@ std::vector<double> convert(const Number* numbers, std::size_t count) {
     return std::vector<double>(numbers, numbers + count);
 }
 
+// The mesh may be without them then.
 std::vector<double> coordinatesOf(vtkDataSet* mesh) {
     const std::size_t count = std::size_t(mesh->GetNumberOfPoints()) * 3;
     vtkPointSet* set = vtkPointSet::SafeDownCast(mesh);
     vtkDataArray* array = set && set->GetPoints() ? set->GetPoints()->GetData() : nullptr;
+    if (auto* places = dynamic_cast<VtkPlaces*>(array)) {
+        return places->take();
+    }
     if (auto* doubles = vtkAOSDataArrayTemplate<double>::FastDownCast(array)) {
         return convert(doubles->GetPointer(0), count);
     }
@@ -87,8 +92,8 @@ vtkUnsignedCharArray* ghostsOf(vtkDataSet* mesh) {
 /// Turns cells into elements, one after the other.
 class Elements {
 public:
-    Elements(vtkDataSet* mesh, std::span<const double> coordinates, VtkUnknownCells* unknown)
-        : m_mesh(mesh), m_pointCount(mesh->GetNumberOfPoints()), m_coordinates(coordinates), m_ghosts(ghostsOf(mesh)),
+    Elements(vtkDataSet* mesh, vtkIdType pointCount, std::span<const double> coordinates, VtkUnknownCells* unknown)
+        : m_mesh(mesh), m_pointCount(pointCount), m_coordinates(coordinates), m_ghosts(ghostsOf(mesh)),
           m_unknown(unknown) {
         m_types.reserve(std::size_t(mesh->GetNumberOfCells()));
     }
@@ -134,8 +139,10 @@ private:
             const auto* points = state.GetConnectivity()->GetPointer(0);
             const vtkIdType pointCount = state.GetConnectivity()->GetNumberOfValues();
             const vtkIdType cellCount = std::min(state.GetNumberOfCells(), elements->m_mesh->GetNumberOfCells());
+            auto* indexes = dynamic_cast<VtkIndexes*>(static_cast<vtkDataArray*>(state.GetConnectivity()));
             for (vtkIdType cell = 0; cell < cellCount;) {
-                if (const vtkIdType run = elements->copyRun(cell, cellCount, types, offsets, points, pointCount)) {
+                if (const vtkIdType run =
+                        elements->copyRun(cell, cellCount, types, offsets, points, pointCount, indexes)) {
                     cell += run;
                     continue;
                 }
@@ -151,10 +158,11 @@ private:
         }
     };
 
-    // Cells of one type whose nodes are as VTK has them go in one piece. How many; 0 when that cannot be.
+    // Cells of one type whose nodes are as VTK has them go in one piece. How many; 0 when that cannot be. `indexes` are
+    // the points of all cells if these can be taken.
     template <class Index>
     vtkIdType copyRun(vtkIdType first, vtkIdType cellCount, const unsigned char* types, const Index* offsets,
-                      const Index* points, vtkIdType pointCount) {
+                      const Index* points, vtkIdType pointCount, VtkIndexes* indexes) {
         const VtkCell* known = findKnown(types[first]);
         if (!known || !m_isSameOrder || m_ghosts || m_hasBadRun || !m_isIdentity ||
             first != vtkIdType(m_types.size())) {
@@ -171,7 +179,11 @@ private:
             return 0;
         }
         m_types.insert(m_types.end(), std::size_t(end - first), known->elementType);
-        m_connectivity.insert(m_connectivity.end(), points + begin, points + offsets[end]);
+        if (indexes && begin == 0 && offsets[end] == pointCount) {
+            m_connectivity = indexes->take();
+        } else {
+            m_connectivity.insert(m_connectivity.end(), points + begin, points + offsets[end]);
+        }
         return end - first;
     }
 
@@ -332,13 +344,14 @@ bool fillVtkPart(vtkDataSet* mesh, ug::DataNodes* nodes, ug::DataElements* eleme
     if (!hasWholeLists(mesh)) {
         return ug::fail(error, "has lists of cells that do not fit together");
     }
+    const vtkIdType pointCount = mesh->GetNumberOfPoints();
     std::vector<double> coordinates = coordinatesOf(mesh);
-    Elements converted(mesh, coordinates, unknown);
+    Elements converted(mesh, pointCount, coordinates, unknown);
     if (!converted.convert(error)) {
         return false;
     }
-    map->pointCount = std::size_t(mesh->GetNumberOfPoints());
-    nodes->set(std::move(coordinates), globalIdsOf(mesh->GetPointData(), mesh->GetNumberOfPoints()));
+    map->pointCount = std::size_t(pointCount);
+    nodes->set(std::move(coordinates), globalIdsOf(mesh->GetPointData(), pointCount));
     converted.moveTo(elements, map);
     return true;
 }

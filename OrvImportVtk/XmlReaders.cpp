@@ -1,6 +1,7 @@
 #include "OrvImportVtk/XmlReaders.h"
 
 #include "OrvImportCae/CaeReaders.h"
+#include "OrvImportVtk/VtkVectorArray.h"
 #include "OrvImportVtk/XmlArrays.h"
 
 #include <vtkBitArray.h>
@@ -8,6 +9,8 @@
 #include <vtkDataArray.h>
 #include <vtkNew.h>
 #include <vtkObjectFactory.h>
+#include <vtkPoints.h>
+#include <vtkPointSet.h>
 #include <vtkTypeInt32Array.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
@@ -332,6 +335,15 @@ protected:
         return isRead;
     }
 
+    // VTK's own would have to be copied.
+    void SetupOutputData() override {
+        vtkXMLUnstructuredGridReader::SetupOutputData();
+        vtkPoints* points = vtkPointSet::SafeDownCast(GetCurrentOutput())->GetPoints();
+        if (points && points->GetDataType() == VTK_DOUBLE) {
+            points->SetData(VtkPlaces::make(3, 3 * std::size_t(points->GetNumberOfPoints())));
+        }
+    }
+
     // The cells of the usual files go past VTK, for which they are larger numbers and several copies of them.
     int ReadPieceData() override {
         if (!hasPlainCells()) {
@@ -389,13 +401,12 @@ private:
             !arrays().hasRoom(points, pointCount, nullptr)) {
             return failWithOffsets(ends, error);
         }
-        vtkNew<vtkTypeInt32Array> connectivity;
-        connectivity->SetNumberOfValues(pointCount);
+        const auto connectivity = VtkIndexes::make(1, std::size_t(pointCount));
         if (!arrays().readIndexes(points, pointCount, connectivity->GetPointer(0), teller(), error)) {
             return false;
         }
         auto* grid = vtkUnstructuredGrid::SafeDownCast(GetCurrentOutput());
-        grid->GetCells()->SetData(offsets, connectivity);
+        grid->GetCells()->SetData(offsets.Get(), connectivity.Get());
         return ReadArrayValues(FindDataArrayWithName(cells, "types"), 0, grid->GetCellTypesArray(), 0, cellCount,
                                vtkXMLReader::OTHER) != 0;
     }

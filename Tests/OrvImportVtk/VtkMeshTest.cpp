@@ -1,5 +1,7 @@
 #include "OrvImportVtk/VtkMesh.h"
 
+#include "OrvImportVtk/VtkVectorArray.h"
+
 #include <gtest/gtest.h>
 
 #include <vtkCellArray.h>
@@ -203,6 +205,55 @@ TEST_F(VtkMesh, RunsOfCellsAreTakenWithWhatIsBetweenThem) {
         const auto last = own.nodeIndexes(7);
         EXPECT_EQ(Nodes(last.begin(), last.end()), (Nodes{1, 2, 5}));
     }
+}
+
+// Places and points of cells that can be taken out of the mesh are not copied.
+TEST_F(VtkMesh, ListsOfOursAreTakenAsTheyAre) {
+    const auto places = VtkPlaces::make(3, 18);
+    const auto indexes = VtkIndexes::make(1, 8);
+    vtkNew<vtkTypeInt32Array> offsets;
+    for (int i = 0; i < 6; ++i) {
+        places->SetTuple(i, PLACES[i]);
+    }
+    for (int i = 0; i < 8; ++i) {
+        indexes->SetValue(i, i % 4 + i / 4);
+    }
+    for (const int offset : {0, 4, 8}) {
+        offsets->InsertNextValue(offset);
+    }
+    points->SetData(places);
+    vtkNew<vtkCellArray> cells;
+    cells->SetData(offsets.Get(), indexes.Get());
+    grid->SetCells(VTK_TETRA, cells);
+    const double* coordinates = places->GetPointer(0);
+    const int* connectivity = indexes->GetPointer(0);
+    ASSERT_TRUE(fill(grid)) << error.message();
+    EXPECT_EQ(nodes.coordinates().data(), coordinates);
+    EXPECT_EQ(static_cast<const void*>(elements.connectivity().data()), connectivity);
+    EXPECT_EQ(nodes.node(4), Vec3d(1, 0, 1));
+    EXPECT_EQ(nodesOf(1), (Nodes{1, 2, 3, 4}));
+    EXPECT_EQ(map, (VtkPartMap{6, 2, {}}));
+}
+
+TEST_F(VtkMesh, ListsOfOursWithOtherCellsAreCopied) {
+    const auto indexes = VtkIndexes::make(1, 7);
+    vtkNew<vtkTypeInt32Array> offsets;
+    for (int i = 0; i < 7; ++i) {
+        indexes->SetValue(i, i % 4);
+    }
+    for (const int offset : {0, 4, 7}) {
+        offsets->InsertNextValue(offset);
+    }
+    vtkNew<vtkCellArray> cells;
+    cells->SetData(offsets.Get(), indexes.Get());
+    int types[] = {VTK_TETRA, VTK_TRIANGLE};
+    grid->SetCells(types, cells);
+    ASSERT_TRUE(fill(grid)) << error.message();
+    EXPECT_EQ(nodesOf(0), (Nodes{0, 1, 2, 3}));
+    EXPECT_EQ(nodesOf(1), (Nodes{0, 1, 2}));
+    indexes->SetValue(6, 9);
+    EXPECT_FALSE(fill(grid));
+    EXPECT_EQ(error.message(), Str("cell 1 has a point that is not one of the 6 points of its mesh"));
 }
 
 TEST_F(VtkMesh, TheCellOfARunThatIsWrongIsTold) {
