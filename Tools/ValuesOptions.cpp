@@ -19,7 +19,9 @@ constexpr const char* VALUES_FOOTER = R"(Examples:
 
 A pattern is a name, or part of one with wildcards: * for any text, ? for one character, [abc] for one of several.
 Put it in quotes, so that the shell leaves it alone. A result is to be one; states and parts may be several. States
-without values of the result are left out.
+without values of the result are left out. Of several results of one name, 'T:node' or 'T:scalar:element' is one: behind
+it stands its type (scalar, vector, displacement, tensor), where its values are (node, element, element_node,
+element_surface), or both.
 
 Places are the numbers that the solver gave to its nodes and elements. Count is all of them, undefined those without a
 value. The CSV has the columns state, part, id and the components; a missing value is an empty field.

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <fstream>
 #include <utility>
 
 #include <nlohmann/json.hpp>
@@ -214,6 +215,66 @@ TEST(ValuesCommand, APatternForSeveralResultsIsToldWithAllOfThem) {
               "orvapp: " + bracketFile() +
                   R"(: "*R*" names 3 results, name one of them: "ERROR", "FORC", "STRESS")"
                   "\n");
+}
+
+// Many programs write one name at nodes and in elements.
+TEST(ValuesCommand, WordsBehindANameChooseAmongResultsThatShareIt) {
+    const orvtest::ScratchFolder folder;
+    const std::string file = folder / "shared.ztf";
+    std::ofstream(file) << R"(ztf 1
+result scalar 1 "T" node
+result scalar 2 "T" element
+result vector 1 "T" node
+result scalar 3 "a:node" node
+geometry 1
+part 1 "p"
+nodes 2
+  0 0 0
+  1 0 0
+elements 1
+  beam 1 2
+state 1 "s" time 0
+geometries 1
+  1
+field scalar 1
+values 1 1
+  1 2
+field scalar 2
+values 1 1
+  3
+field vector 1
+values 1 1
+  4 5 6 4 5 6
+field scalar 3
+values 1 1
+  7 7
+end
+)";
+    const auto smallest = [&](const std::string& result) {
+        return valuesOf({file, "--result", result})["rows"][0]["min"].get<double>();
+    };
+    EXPECT_EQ(smallest("T:scalar:node"), 1.0);
+    EXPECT_EQ(smallest("T:node:scalar"), 1.0);
+    EXPECT_EQ(smallest("T:element"), 3.0);
+    EXPECT_EQ(smallest("T:vector"), 4.0);
+    EXPECT_EQ(smallest("[T]:vector"), 4.0);
+    EXPECT_EQ(smallest("a:node"), 7.0); // A name as it stands.
+    EXPECT_EQ(smallest("a:node:scalar"), 7.0);
+    // Scalars come before vectors in all lists.
+    const std::string beginning = "orvapp: " + file + ": ";
+    EXPECT_EQ(failureOf({file, "--result", "T"}),
+              beginning +
+                  R"("T" names 3 results, name one of them: "T:scalar:node", "T:scalar:element", "T:vector:node")"
+                  "\n");
+    EXPECT_EQ(failureOf({file, "--result", "T:node"}),
+              beginning + R"("T:node" names 2 results, name one of them: "T:scalar:node", "T:vector:node")"
+                          "\n");
+    EXPECT_EQ(failureOf({file, "--result", "T:tensor"}),
+              beginning + R"(there is no result "T:tensor", only: "T:scalar:node", "T:scalar:element", "T:vector:node")"
+                          "\n");
+    EXPECT_EQ(failureOf({file, "--result", "U:node"}),
+              beginning + R"(there is no result "U"; did you mean "T"? (results: "T", "a:node"))"
+                          "\n");
 }
 
 TEST(ValuesCommand, UnknownStatesAndPartsAreToldWithWhatThereIs) {
