@@ -283,9 +283,8 @@ bool FoamCase::checkMesh(std::size_t time, std::size_t region, ug::Error* error)
         return false;
     }
     const std::string folder = meshFolder(time, region, &FoamTime::newFaces);
-    FoamFile faces(m_folder);
     std::uint64_t faceCount = 0;
-    if (!openChecked(folder + "/polyMesh/faces", &faces, error) || !faces.skipFaces(&faceCount, error)) {
+    if (!countFaces(folder, &faceCount, error)) {
         return false;
     }
     for (const char* name : {"/polyMesh/owner", "/polyMesh/neighbour"}) {
@@ -307,6 +306,12 @@ bool FoamCase::checkMesh(std::size_t time, std::size_t region, ug::Error* error)
            (std::uint64_t(endFace) <= faceCount ||
             ug::fail(error, Str(folder + "/polyMesh/boundary has " + std::to_string(endFace) +
                                 " faces, but the mesh has " + std::to_string(faceCount))));
+}
+
+// The file is large, and its memory serves for the next ones.
+bool FoamCase::countFaces(const std::string& folder, std::uint64_t* count, ug::Error* error) const {
+    FoamFile faces(m_folder);
+    return openChecked(folder + "/polyMesh/faces", &faces, error) && faces.skipFaces(count, error);
 }
 
 bool FoamCase::checkField(const FoamFieldFile& field, std::set<std::string>* uniform, ug::Error* error) const {

@@ -79,6 +79,7 @@ private:
     bool readBoundaries(ug::Error* error);
     bool readBoundary(const std::string& folder, FoamRegion* region, std::int64_t* endFace, ug::Error* error) const;
     bool checkMesh(std::size_t time, std::size_t region, ug::Error* error) const;
+    bool countFaces(const std::string& folder, std::uint64_t* count, ug::Error* error) const;
     bool openChecked(const std::string& path, FoamFile* file, ug::Error* error) const;
     std::string meshFolder(std::size_t time, std::size_t region, std::set<std::size_t> FoamTime::*news) const;
     bool isFile(const std::string& path) const;

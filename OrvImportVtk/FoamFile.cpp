@@ -36,6 +36,21 @@ bool isDigit(int c) {
     return c >= '0' && c <= '9';
 }
 
+// A number behind blanks, where nothing else stands: what is behind it; null otherwise, or when it is too large.
+const char* takeLabel(const char* at, const char* end, std::int64_t* label) {
+    constexpr std::int64_t LARGEST = std::numeric_limits<std::int32_t>::max();
+    while (at != end && isBlank(*at)) {
+        ++at;
+    }
+    const char* const digits = at;
+    std::int64_t value = 0;
+    for (; at != end && isDigit(*at) && value <= LARGEST; ++at) {
+        value = 10 * value + (*at - '0');
+    }
+    *label = value;
+    return at != digits && value <= LARGEST ? at : nullptr;
+}
+
 // The characters of numbers and those between them.
 constexpr std::array<bool, 256> PARTS_OF_NUMBERS = [] {
     std::array<bool, 256> table = {};
@@ -384,21 +399,19 @@ bool FoamFile::skipNumbers(int depth, ug::Error* error) {
 
 bool FoamFile::readLabel(std::int64_t* label, ug::Error* error) {
     skipBlanks();
-    constexpr std::int64_t LARGEST = std::numeric_limits<std::int32_t>::max();
     const bool isNegative = peek() == '-';
     m_at += isNegative;
     if (!isDigit(peek())) {
         return fail(error, "expected a whole number");
     }
-    std::int64_t value = 0;
-    const char* at = m_bytes.data() + m_at;
-    const char* const end = m_bytes.data() + m_bytes.size();
-    for (; at != end && isDigit(*at) && value <= LARGEST; ++at) {
-        value = 10 * value + (*at - '0');
+    const char* const begin = m_bytes.data();
+    const char* const next = takeLabel(begin + m_at, begin + m_bytes.size(), label);
+    if (!next) {
+        return fail(error, "a number is too large");
     }
-    m_at = std::size_t(at - m_bytes.data());
-    *label = isNegative ? -value : value;
-    return value <= LARGEST || fail(error, "a number is too large");
+    m_at = std::size_t(next - begin);
+    *label = isNegative ? -*label : *label;
+    return true;
 }
 
 std::int64_t FoamFile::binaryLabel(std::size_t index) const {
@@ -443,13 +456,22 @@ bool FoamFile::readLabels(std::uint64_t* count, std::int64_t* largest, ug::Error
     if (!expect('(', error) || !checkCount(items, 2, error)) {
         return false;
     }
+    const char* const begin = m_bytes.data();
+    const char* at = begin + m_at; // In a register, which m_at is not.
     for (std::int64_t i = 0; i < items; ++i) {
         std::int64_t label = 0;
-        if (!readLabel(&label, error)) {
-            return false;
+        const char* next = takeLabel(at, begin + m_bytes.size(), &label);
+        if (!next) { // Behind a comment, perhaps.
+            m_at = std::size_t(at - begin);
+            if (!readLabel(&label, error)) {
+                return false;
+            }
+            next = begin + m_at;
         }
+        at = next;
         *largest = std::max(*largest, label);
     }
+    m_at = std::size_t(at - begin);
     return expect(')', error);
 }
 
