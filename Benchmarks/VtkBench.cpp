@@ -322,7 +322,7 @@ int main(int argc, char** argv) {
     const std::string cgns = writeCgns(folder + "/block.cgns", grid);
     const std::string vtkHdf = orvbench::VtkHdfWriter(folder + "/block.vtkhdf").write(grid);
     const std::string tecplot = orvbench::writeTecplot(folder + "/block.tec", grid);
-    orvbench::Claims claims(7);
+    orvbench::Claims claims(25);
     const auto add = [&](const char* name, const std::string& path, void (*read)(const std::string&)) {
         // As in a program that opens one file, and not with the memory that the other side happens to have left.
         const auto giveBack = [] { ::malloc_trim(0); };
