@@ -3,9 +3,13 @@
 #include "LibCore/rvfExport.h"
 #include "OrvUnstructGrid/Error.h"
 
+#include <cstdint>
 #include <string>
 
 namespace orv::imp::cae {
+
+/// Deflate cannot make less of bytes that are all the same: so many become one.
+constexpr std::uint64_t DENSEST_PACKING = 1032;
 
 /// Looks at all that holds an HDF5 file together before HDF5 does, which believes what it reads: a damaged size, place
 /// or number lets it read and write beyond its memory, run for ever, or take memory without end. What is gone through

@@ -1,6 +1,7 @@
 #include "OrvImportCae/Hdf5Chunks.h"
 
 #include "OrvImportCae/Hdf5Arrays.h"
+#include "OrvImportCae/Hdf5Check.h"
 #include "OrvImportCae/Hdf5Trees.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
 constexpr std::uint64_t FLETCHER_SIZE = 4;
 
 // Among the values of filters that store as many bits as numbers need: how many numbers there are, of how many bytes.

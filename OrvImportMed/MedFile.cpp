@@ -10,7 +10,6 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
 constexpr med_int OLDEST_VERSION = 3;
 
 bool isSameTime(const std::timespec& a, const std::timespec& b) {

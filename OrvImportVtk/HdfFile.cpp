@@ -9,8 +9,6 @@
 namespace orv::imp::cae {
 namespace {
 
-constexpr std::uint64_t DENSEST_PACKING = 1032; // Deflate cannot make less of bytes that are all the same.
-
 bool failToHold(const std::string& path, std::uint64_t count, ug::Error* error) {
     return ug::fail(error, Str("'" + path + "' does not hold the expected " + std::to_string(count) + " numbers"));
 }

@@ -13,12 +13,11 @@ namespace {
 
 constexpr std::size_t MOST_MESSAGES = 3; // The first ones tell the cause, the others what follows from it.
 
-// VTK's texts: "ERROR: In file, line 5\nvtkSomething (0x55d0): What is wrong.\n\n" Generic ones name nothing.
+// VTK's texts: "ERROR: In file, line 5\nvtkSomething (0x55d0): What is wrong.\n\n"
 std::string essence(const std::string& message) {
-    constexpr std::string_view GENERIC = "Generic Warning: In ";
-    const std::size_t header = message.starts_with(GENERIC) ? message.find('\n') : message.find("): ");
-    const std::size_t length = message.starts_with(GENERIC) ? 1 : 3;
-    std::string text = header == std::string::npos ? message : message.substr(header + length);
+    constexpr std::string_view HEADER_END = "): ";
+    const std::size_t header = message.find(HEADER_END);
+    std::string text = header == std::string::npos ? message : message.substr(header + HEADER_END.size());
     std::replace(text.begin(), text.end(), '\n', ' ');
     text.erase(text.find_last_not_of(" .") + 1);
     return text;
@@ -32,9 +31,6 @@ public:
     vtkTypeMacro(MessageCatcher, vtkOutputWindow)
 
         void DisplayErrorText(const char* text) override {
-        if (!m_ignored.empty() && std::string_view(text).find(m_ignored) != std::string_view::npos) {
-            return;
-        }
         m_hasErrors = true;
         std::string message = essence(text);
         if (message.starts_with("Algorithm ")) { // That it failed, and nothing of why.
@@ -47,25 +43,11 @@ public:
 
     void DisplayText(const char*) override {}
 
-    void DisplayWarningText(const char* text) override {
-        if (m_areWarningsErrors) {
-            DisplayErrorText(text);
-        }
-    }
+    void DisplayWarningText(const char*) override {}
 
-    void DisplayGenericWarningText(const char* text) override {
-        DisplayWarningText(text);
-    }
+    void DisplayGenericWarningText(const char*) override {}
 
     void DisplayDebugText(const char*) override {}
-
-    void takeWarningsForErrors() {
-        m_areWarningsErrors = true;
-    }
-
-    void ignore(const std::string& part) {
-        m_ignored = part;
-    }
 
     bool hasErrors() const {
         return m_hasErrors;
@@ -80,9 +62,7 @@ public:
     }
 
 private:
-    bool m_areWarningsErrors = false;
     bool m_hasErrors = false;
-    std::string m_ignored; ///< Nothing when empty.
     std::vector<std::string> m_errors;
 };
 
@@ -98,14 +78,6 @@ vtkStandardNewMacro(MessageCatcher)
 VtkMessages::~VtkMessages() {
     vtkOutputWindow::SetInstance(m_before);
     vtkLogger::SetStderrVerbosity(vtkLogger::Verbosity(m_verbosityBefore));
-}
-
-void VtkMessages::takeWarningsForErrors() {
-    m_catcher->takeWarningsForErrors();
-}
-
-void VtkMessages::ignore(const std::string& part) {
-    m_catcher->ignore(part);
 }
 
 bool VtkMessages::hasErrors() const {

@@ -20,12 +20,6 @@ public:
     VtkMessages(const VtkMessages&) = delete;
     VtkMessages& operator=(const VtkMessages&) = delete;
 
-    /// Some readers only warn of files that end too early, or of what they could not read.
-    void takeWarningsForErrors();
-
-    /// Errors and warnings with this in their texts do not count.
-    void ignore(const std::string& part);
-
     bool hasErrors() const;
 
     /// The errors so far on one line, without the places in VTK's sources; empty when there are none. Of many only the
